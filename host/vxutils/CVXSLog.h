@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "host/vxutils/vxutils_global.h"
+
+#include <memory>
+#include <QMetaType>
+#include <QObject>
+#include <QString>
+#include <QVector>
+
+/// One line of the host's log.
+struct SLogEntry
+{
+    QString message;
+    QString detail; ///< second text: the file or object concerned, may be empty
+    int number = 0; ///< a status code or 0
+    QString stamp;  ///< the caller's stamp text, taken as it is
+    long level = 0; ///< 0 debug, 1 information, 2 warning, 3 failure
+};
+
+Q_DECLARE_TYPEINFO(SLogEntry, Q_MOVABLE_TYPE);
+Q_DECLARE_METATYPE(SLogEntry)
+
+class QFile;
+
+/// The host's log. Every line is kept in memory (the newest 10,000), announced with logged(), and appended
+/// to the log file when one is set.
+class VXUTILS_EXPORT CVXSLog : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit CVXSLog(QObject *parent = nullptr);
+    ~CVXSLog() override;
+
+    /// Appends a line. The last argument is kept for the interface: every line goes to the file at once.
+    void log(QString message, QString detail, int number, QString stamp, long level, bool flush);
+
+    const QVector<SLogEntry> &entries() const { return m_entries; }
+    void clear();
+
+    /// Also append every line to this file (UTF-8, one line an entry). An empty path ends it. False, with a
+    /// line of level 3 that names file and reason, when the file cannot be written.
+    bool setFile(const QString &path);
+
+Q_SIGNALS:
+    void logged(const SLogEntry &entry);
+
+private:
+    QVector<SLogEntry> m_entries;
+    std::unique_ptr<QFile> m_file;
+};
+
+/// The one log of the process.
+VXUTILS_EXPORT CVXSLog *getLogObject();
+
+/// A line of the host's own: current time as stamp.
+VXUTILS_EXPORT void vxLog(long level, const QString &message, const QString &detail = QString(),
+                          int number = 0);

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+#include "host/vxutils/CVXUtilityFns.h"
+
+#include "host/vxutils/CVXPreference.h"
+
+#include <QSettings>
+
+namespace {
+
+constexpr char KEY_K[] = "ImageMath/k";
+constexpr int MAX_NAME_BYTES = 255; // of one path component, on every file system in use
+
+} // namespace
+
+QString CVXUtilityFns::getAppName()
+{
+    return QStringLiteral("Vexa");
+}
+
+QIcon CVXUtilityFns::appIcon()
+{
+    QIcon icon;
+    for (int size : {16, 24, 32, 48, 64, 128, 256})
+        icon.addFile(QStringLiteral(":/vexa/vexa-%1.png").arg(size), QSize(size, size));
+    return icon;
+}
+
+QString CVXUtilityFns::getkValue()
+{
+    return CVXPreference::settings()->value(QLatin1String(KEY_K), QStringLiteral("1.00")).toString();
+}
+
+void CVXUtilityFns::setkValue(const QString &text)
+{
+    CVXPreference::settings()->setValue(QLatin1String(KEY_K), text);
+}
+
+bool CVXUtilityFns::isSafeFileName(const QString &name)
+{
+    if (name.isEmpty() || name == QLatin1String(".") || name.contains(QLatin1String("..")))
+        return false;
+    if (name.at(0).isSpace() || name.at(name.size() - 1).isSpace())
+        return false;
+    for (int i = 0; i < name.size(); ++i) {
+        const QChar c = name.at(i);
+        if (c == QLatin1Char('/') || c == QLatin1Char('\\') || c == QLatin1Char(':'))
+            return false;
+        if (c.category() == QChar::Other_Control || c.category() == QChar::Separator_Line ||
+            c.category() == QChar::Separator_Paragraph)
+            return false;
+        if (c.isHighSurrogate() && i + 1 < name.size() && name.at(i + 1).isLowSurrogate())
+            ++i;
+        else if (c.isSurrogate())
+            return false;
+    }
+    return name.toUtf8().size() <= MAX_NAME_BYTES;
+}

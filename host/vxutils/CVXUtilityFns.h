@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "host/vxutils/vxutils_global.h"
+
+#include <QIcon>
+#include <QString>
+
+/// Small services of the application.
+class VXUTILS_EXPORT CVXUtilityFns
+{
+public:
+    /// "Vexa": the title of every message box.
+    static QString getAppName();
+    static QIcon appIcon();
+
+    /// The persistent text of the image-math constant k; "1.00" until one is stored.
+    static QString getkValue();
+    static void setkValue(const QString &text);
+
+    /// Whether a click number or file name that came from a file may become a path component: not empty, no
+    /// separator or drive colon, no "..", not ".", no blank at either end, no NUL or control character,
+    /// nothing that has no UTF-8 form, and at most 255 bytes of it.
+    static bool isSafeFileName(const QString &name);
+};

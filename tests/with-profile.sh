@@ -1,0 +1,36 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+# with-profile.sh plain|gui PROGRAM [ARG...]: runs a program with a throw-away profile folder, so that the user's
+# own settings are neither read nor written; "gui" gives it an X server of its own as well.
+set -u
+mode=$1
+shift
+profile=$(mktemp -d)
+export VEXA_PROFILE_DIR="$profile" XDG_RUNTIME_DIR="$profile"
+chmod 700 "$profile"
+export LC_ALL=C.UTF-8 QT_LOGGING_RULES="qt.qpa.*=false"
+# What the graphics drivers and fontconfig keep until the end is not ours.
+export LSAN_OPTIONS="suppressions=$(dirname "$(readlink -f "$0")")/lsan.supp:print_suppressions=0"
+server=
+cleanup() {
+    [ -n "$server" ] && kill "$server" 2>/dev/null
+    rm -rf "$profile"
+}
+trap cleanup EXIT
+if [ "$mode" = gui ]; then
+    exec 7> >(cat > "$profile/display")
+    Xvfb -displayfd 7 -screen 0 1600x1200x24 +extension GLX -nolisten tcp -noreset >/dev/null 2>&1 &
+    server=$!
+    exec 7>&-
+    for _ in $(seq 200); do
+        [ -s "$profile/display" ] && break
+        sleep 0.05
+    done
+    display=$(cat "$profile/display" 2>/dev/null)
+    [ -n "$display" ] || { echo "with-profile.sh: no X server came up" >&2; exit 97; }
+    export DISPLAY=":$display" QT_QPA_PLATFORM=xcb LIBGL_ALWAYS_SOFTWARE=1
+    unset WAYLAND_DISPLAY
+else
+    export QT_QPA_PLATFORM=offscreen
+fi
+"$@"
