@@ -1,0 +1,285 @@
+// SPDX-License-Identifier: MIT
+#include "host/vximage/CILImage.h"
+
+#include "host/vximage/Conversion.h"
+#include "host/vximage/Messages.h"
+#include "host/vximage/Morphology.h"
+#include "host/vximage/PixelStore.h"
+#include "host/vximage/Resampling.h"
+
+#include <new>
+
+using il::PixelStore;
+using il::StorePtr;
+
+namespace {
+
+constexpr const char *kNoMemory = "There is not enough memory for an image; it is left empty.";
+
+/// What an image gets for `store` when it is copied: the store itself, or pixels of its own when someone may
+/// write into it.
+StorePtr shared(const StorePtr &store)
+{
+    if (!store || !store->isLeaked())
+        return store;
+    try {
+        return PixelStore::copyOf(store);
+    } catch (const std::bad_alloc &) {
+        il::message(il::kMessageError, kNoMemory);
+        return PixelStore::empty(store->type());
+    }
+}
+
+/// The pixels of a store, or null when they cannot be had; the store is then empty.
+void *pixelsOf(const StorePtr &store)
+{
+    if (!store || store->count() == 0)
+        return nullptr;
+    try {
+        return store->data();
+    } catch (const std::bad_alloc &) {
+        store->becomeEmpty();
+        il::message(il::kMessageError, kNoMemory);
+        return nullptr;
+    }
+}
+
+il::Statistics statisticsOf(const StorePtr &store)
+{
+    if (!store)
+        return {};
+    try {
+        return store->statistics();
+    } catch (const std::bad_alloc &) {
+        store->becomeEmpty();
+        il::message(il::kMessageError, kNoMemory);
+        return {};
+    }
+}
+
+EILSTATUS resampleInPlace(StorePtr &pixels, std::uint32_t width, std::uint32_t height, int mode)
+{
+    if (!il::isKnownResampleMode(mode))
+        return EIL_BAD_TYPE;
+    if (!pixels || pixels->count() == 0 || width == 0 || height == 0)
+        return EIL_BAD_SIZE;
+    if (width == pixels->width() && height == pixels->height())
+        return EIL_SUCCESS;
+    try {
+        // A mask that is a float image only by declaration is read as the bytes that it is.
+        const StorePtr source = PixelStore::readable(pixels);
+        const VXSDataTypes type = pixels->type();
+        StorePtr result = source->rememberedResampled(width, height, mode, type);
+        if (!result) {
+            result = il::resample(*source, width, height, mode, type);
+            source->rememberResampled({width, height, mode, type, result});
+        }
+        pixels = std::move(result);
+        return EIL_SUCCESS;
+    } catch (const std::bad_alloc &) {
+        il::message(il::kMessageError, "There is not enough memory to resample an image; it keeps its size.");
+        return EIL_NO_MEMORY;
+    }
+}
+
+EILSTATUS morphInPlace(StorePtr &pixels, il::Morphology operation, int width, int height)
+{
+    if (width < 1 || height < 1 || width % 2 == 0 || height % 2 == 0 || !pixels || pixels->count() == 0)
+        return EIL_BAD_SIZE;
+    try {
+        pixels = il::morph(*pixels, operation, std::uint32_t(width), std::uint32_t(height));
+        return EIL_SUCCESS;
+    } catch (const std::bad_alloc &) {
+        il::message(il::kMessageError,
+                    "There is not enough memory for a morphological operation; the image is unchanged.");
+        return EIL_NO_MEMORY;
+    }
+}
+
+} // namespace
+
+CILImageBase::~CILImageBase() = default;
+
+CILImage::CILImage() = default;
+CILImage::~CILImage() = default;
+CILImage::CILImage(CILImage &&other) noexcept = default;
+CILImage &CILImage::operator=(CILImage &&other) noexcept = default;
+
+CILImage::CILImage(const CILImage &other)
+    : CILImageBase(other),
+      m_pixels(shared(other.m_pixels)),
+      m_palette(other.m_palette),
+      m_binning(other.m_binning),
+      m_description(other.m_description)
+{
+}
+
+CILImage &CILImage::operator=(const CILImage &other)
+{
+    if (this != &other)
+        *this = CILImage(other);
+    return *this;
+}
+
+EILSTATUS CILImage::InitWithType(VXSDataTypes type, std::uint32_t width, std::uint32_t height)
+{
+    m_pixels.reset(); // first, so that its memory can be used again
+    if (!il::isKnownType(type))
+        return EIL_BAD_TYPE;
+    if (width == 0 || height == 0) {
+        m_pixels = PixelStore::empty(type);
+        return EIL_BAD_SIZE;
+    }
+    try {
+        m_pixels = PixelStore::zeros(type, width, height);
+        return EIL_SUCCESS;
+    } catch (const std::bad_alloc &) {
+        il::message(il::kMessageError, kNoMemory);
+        return EIL_NO_MEMORY;
+    }
+}
+
+bool CILImage::ChangeType(VXSDataTypes type)
+{
+    if (!il::isKnownType(type))
+        return false;
+    if (type == getType() && m_pixels)
+        return true;
+    if (isEmpty()) {
+        m_pixels = PixelStore::empty(type);
+        return true;
+    }
+    try {
+        // To float it waits: most often arithmetic follows, which reads the pixels as they are.
+        if (type == VXS_FLOAT && !m_pixels->isLeaked()) {
+            m_pixels =
+                PixelStore::deferred(type, getWidth(), getHeight(), {PixelStore::sourceOf(m_pixels), {}});
+            return true;
+        }
+        const void *from = m_pixels->data();
+        StorePtr converted = PixelStore::allocate(type, getWidth(), getHeight());
+        il::convert(from, m_pixels->type(), converted->data(), type, m_pixels->count());
+        m_pixels = std::move(converted);
+    } catch (const std::bad_alloc &) {
+        m_pixels = PixelStore::empty(type);
+        il::message(il::kMessageError, kNoMemory);
+    }
+    return true;
+}
+
+VXSDataTypes CILImage::getType() const
+{
+    return m_pixels ? m_pixels->type() : VXS_FLOAT;
+}
+
+std::uint32_t CILImage::getWidth() const
+{
+    return m_pixels ? m_pixels->width() : 0;
+}
+
+std::uint32_t CILImage::getHeight() const
+{
+    return m_pixels ? m_pixels->height() : 0;
+}
+
+void *CILImage::get_data()
+{
+    if (isEmpty() || !pixelsOf(m_pixels))
+        return nullptr;
+    if (m_pixels.use_count() > 1) {
+        try {
+            m_pixels = PixelStore::copyOf(m_pixels);
+        } catch (const std::bad_alloc &) {
+            il::message(il::kMessageError, kNoMemory);
+            m_pixels = PixelStore::empty(getType());
+            return nullptr;
+        }
+    }
+    m_pixels->setLeaked();
+    return m_pixels->data();
+}
+
+const void *CILImage::get_data() const
+{
+    return pixelsOf(m_pixels);
+}
+
+double CILImage::pixelAt(std::uint32_t x, std::uint32_t y) const
+{
+    const void *data = get_data();
+    if (!data || x >= getWidth() || y >= getHeight())
+        return 0.0;
+    const std::size_t i = std::size_t(y) * getWidth() + x;
+    return il::withPixelType(getType(),
+                             [&](auto tag) { return double(static_cast<decltype(tag)>(data)[i]); });
+}
+
+std::uint64_t CILImage::contentId() const
+{
+    return m_pixels ? m_pixels->id() : 0;
+}
+
+float CILImage::getMax() const
+{
+    return statisticsOf(m_pixels).max;
+}
+
+float CILImage::getMin() const
+{
+    return statisticsOf(m_pixels).min;
+}
+
+bool CILImage::hasFinitePixels() const
+{
+    return statisticsOf(m_pixels).hasFinite;
+}
+
+EILSTATUS CILImage::downSample(std::uint32_t width, std::uint32_t height, int mode)
+{
+    return resampleInPlace(m_pixels, width, height, mode);
+}
+
+EILSTATUS CILImage::upSample(std::uint32_t width, std::uint32_t height, int mode)
+{
+    return resampleInPlace(m_pixels, width, height, mode);
+}
+
+EILSTATUS CILImage::Erode(int width, int height)
+{
+    return morphInPlace(m_pixels, il::Morphology::Erode, width, height);
+}
+
+EILSTATUS CILImage::Dilate(int width, int height)
+{
+    return morphInPlace(m_pixels, il::Morphology::Dilate, width, height);
+}
+
+void CILImage::Threshold(float t, CILImage &target) const
+{
+    if (isEmpty()) {
+        target.m_pixels = PixelStore::empty(VXS_MASK);
+        return;
+    }
+    try {
+        // The bytes are written when they are first read: arithmetic that follows compares as it goes.
+        il::Source source = PixelStore::sourceOf(m_pixels);
+        if (source.isAbove) { // of a threshold that waits itself
+            m_pixels->data();
+            source = {m_pixels, false, 0.0f};
+        }
+        source.isAbove = true;
+        source.t = t;
+        const bool leaked = m_pixels->isLeaked();
+        target.m_pixels = PixelStore::deferred(VXS_MASK, getWidth(), getHeight(), {std::move(source), {}});
+        if (leaked)
+            target.m_pixels->data();
+    } catch (const std::bad_alloc &) {
+        target.m_pixels = PixelStore::empty(VXS_MASK);
+        il::message(il::kMessageError, kNoMemory);
+    }
+}
+
+void CILImage::setMessageHandler(std::function<void(int, const std::string &)> handler)
+{
+    il::setMessageHandler(std::move(handler));
+}

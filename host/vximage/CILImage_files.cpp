@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#include "host/vximage/CILImage.h"
+#include "host/vximage/Messages.h"
+#include "host/vximage/PixelStore.h"
+#include "host/vximage/TiffReader.h"
+#include "host/vximage/TiffWriter.h"
+
+#include <cstdint>
+
+namespace {
+
+std::uint64_t s_pixelLimit = std::uint64_t(1) << 30;
+
+} // namespace
+
+long CILImage::saveAsTIFF(const char *path) const
+{
+    if (!m_pixels)
+        return il::fileError(EIL_BAD_SIZE, path ? path : "", "the image is empty");
+    return il::writeTiff(path, *m_pixels, m_description);
+}
+
+EILSTATUS CILImage::loadTIFF(const char *path)
+{
+    return il::readTiff(path, s_pixelLimit, m_pixels, m_description);
+}
+
+const std::string &CILImage::lastError()
+{
+    return il::lastFileError();
+}
+
+void CILImage::setPixelLimit(std::uint64_t pixels)
+{
+    s_pixelLimit = pixels;
+}

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "host/vximage/vximage_global.h"
+#include "host/vximage/VXImageTypes.h"
+
+#include <array>
+#include <cstdint>
+
+/// How an image is coloured: a colour table, the limits that it spans, log scale, reversed. A value type.
+///
+/// The mapping, the same for every painter: a value at or below min gets the table's first colour, at or
+/// above max its last, between them linearly (or, on a log scale, linearly in the logarithm; a lower limit
+/// that is not positive is then replaced by max / 10000). Limits in the wrong order are taken in the right
+/// order; with equal limits values below are first, above last, equal ones the middle. A reversed table runs
+/// backwards. A pixel that is not finite gets notFiniteColor(), which no table holds.
+class VXIMAGE_EXPORT CILPalette
+{
+public:
+    using Rgb = std::uint32_t; ///< 0xffRRGGBB
+
+    CILPalette();
+
+    /// Sets table, limits and direction. The last argument is not used and kept for the interface.
+    void SetColorTable(VXS_COLORTABLE_TYPES type, double min, double max, int reversed, int unused);
+    /// Table and limits only, as colour bars use it.
+    void setColorTableType(VXS_COLORTABLE_TYPES type, float min, float max);
+    /// Changes only the limits.
+    void SetImageMinMax(double min, double max);
+    void setLogScale(int on);
+    void setReversed(int on);
+
+    double getImageMin() const { return m_min; }
+    double getImageMax() const { return m_max; }
+    VXS_COLORTABLE_TYPES getColorTableType() const { return m_type; }
+    bool isLogScale() const { return m_log; }
+    bool isReversed() const { return m_reversed; }
+
+    /// Position of a value in the table, 0 to 1, by the mapping above but without reversing; NaN for a value
+    /// that is not finite.
+    double position(double value) const;
+    /// Colour of a value.
+    Rgb color(double value) const;
+    /// The 256 colours from lower to upper limit, reversed when the palette is.
+    std::array<Rgb, 256> table() const;
+    static Rgb notFiniteColor();
+    /// "Grays", "Rainbow", ...: the stored names; null for an unknown code.
+    static const char *tableName(VXS_COLORTABLE_TYPES type);
+    /// The code of a stored name (any case), or `fallback`.
+    static VXS_COLORTABLE_TYPES tableOfName(const char *name, VXS_COLORTABLE_TYPES fallback);
+
+    bool operator==(const CILPalette &other) const;
+    bool operator!=(const CILPalette &other) const { return !(*this == other); }
+
+private:
+    VXS_COLORTABLE_TYPES m_type = VXS_CT_RAINBOW;
+    double m_min = 0.0;
+    double m_max = 0.0;
+    bool m_log = false;
+    bool m_reversed = false;
+};

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: MIT
+#include "host/vximage/ResamplingAxis.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace il {
+
+ResamplingAxis::ResamplingAxis(std::uint32_t oldSize, std::uint32_t newSize, int mode)
+{
+    m_first.reserve(newSize);
+    m_offset.reserve(std::size_t(newSize) + 1);
+    const bool grows = newSize > oldSize;
+    if (mode == IL_RESAMPLE_NEAREST)
+        pick(oldSize, newSize, false);
+    else if (mode == IL_RESAMPLE_BILINEAR)
+        interpolate(oldSize, newSize);
+    else if (mode == IL_RESAMPLE_NEAREST_MASK || grows) // a mean over less than a pixel is that pixel
+        pick(oldSize, newSize, true);
+    else if (mode == IL_RESAMPLE_BLOCK_MEAN || oldSize % newSize == 0)
+        boxes(oldSize / newSize, newSize);
+    else
+        average(oldSize, newSize);
+}
+
+void ResamplingAxis::begin(std::uint32_t first)
+{
+    m_first.push_back(first);
+}
+
+void ResamplingAxis::tap(double weight)
+{
+    m_weights.push_back(weight);
+}
+
+void ResamplingAxis::end()
+{
+    m_offset.push_back(std::uint32_t(m_weights.size()));
+}
+
+void ResamplingAxis::pick(std::uint32_t oldSize, std::uint32_t newSize, bool aligned)
+{
+    m_picked = true;
+    for (std::uint64_t i = 0; i < newSize; ++i) {
+        // floor(i old / new), or floor((i + 1/2) old / new), in integers
+        const std::uint64_t source =
+            aligned ? (2 * i + 1) * oldSize / (2 * std::uint64_t(newSize)) : i * oldSize / newSize;
+        begin(std::uint32_t(source));
+        tap(1.0);
+        end();
+    }
+}
+
+void ResamplingAxis::boxes(std::uint32_t factor, std::uint32_t newSize)
+{
+    m_box = factor;
+    m_picked = factor == 1;
+    const double weight = 1.0 / factor;
+    m_weights.assign(std::size_t(newSize) * factor, weight);
+    for (std::uint32_t i = 0; i < newSize; ++i) {
+        begin(i * factor);
+        m_offset.push_back((i + 1) * factor);
+    }
+}
+
+void ResamplingAxis::average(std::uint32_t oldSize, std::uint32_t newSize)
+{
+    // New pixel i covers old positions i old / new to (i + 1) old / new: in units of 1 / new, old pixel p is
+    // from p new to (p + 1) new, and all ends are integers.
+    for (std::uint64_t i = 0; i < newSize; ++i) {
+        const std::uint64_t from = i * oldSize;
+        const std::uint64_t to = from + oldSize;
+        const std::uint64_t firstPixel = from / newSize;
+        begin(std::uint32_t(firstPixel));
+        for (std::uint64_t p = firstPixel; p * newSize < to; ++p) {
+            const std::uint64_t covered = std::min(to, (p + 1) * newSize) - std::max(from, p * newSize);
+            tap(double(covered) / oldSize);
+        }
+        end();
+    }
+}
+
+void ResamplingAxis::interpolate(std::uint32_t oldSize, std::uint32_t newSize)
+{
+    const double ratio = double(oldSize) / newSize;
+    for (std::uint32_t i = 0; i < newSize; ++i) {
+        const double position = std::clamp((i + 0.5) * ratio - 0.5, 0.0, double(oldSize - 1));
+        const double left = std::floor(position);
+        const double weight = position - left;
+        begin(std::uint32_t(left));
+        tap(1.0 - weight);
+        // A weight of 0 would still carry a NaN or an infinity over.
+        if (weight > 0.0)
+            tap(weight);
+        end();
+    }
+}
+
+} // namespace il

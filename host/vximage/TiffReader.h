@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "host/vximage/PixelStore.h"
+
+#include <cstdint>
+#include <string>
+
+namespace il {
+
+/// Reads the first page of a grey TIFF. On success `pixels` and `description` are set (the second when the
+/// file has one); on failure they are left alone and the reason is kept as the last file error.
+EILSTATUS readTiff(const char *path, std::uint64_t pixelLimit, StorePtr &pixels, std::string &description);
+
+} // namespace il

@@ -1,0 +1,213 @@
+// SPDX-License-Identifier: MIT
+#include "host/vximage/CSLComposite.h"
+#include "tests/host/vximage/ImageMaker.h"
+
+#include <cmath>
+#include <QtTest>
+
+namespace {
+
+const float kNaN = std::numeric_limits<float>::quiet_NaN();
+const float kInf = std::numeric_limits<float>::infinity();
+const VXSDataTypes kTypes[] = {VXS_UINT8, VXS_MASK, VXS_UINT16, VXS_UINT32, VXS_FLOAT, VXS_DOUBLE};
+
+/// Otsu's method by trying every border of 256 classes on the pixels themselves.
+double naiveOtsu(const CILImage &image)
+{
+    const double lo = double(image.getMin()), hi = double(image.getMax());
+    std::vector<double> count(256, 0.0);
+    for (const double v : maker::values(image)) {
+        if (std::isfinite(v))
+            ++count[size_t(std::min(255, int((float(v) - float(lo)) * float(256.0 / (hi - lo)))))];
+    }
+    double best = -1.0;
+    int first = 0, last = 0;
+    for (int border = 0; border < 255; ++border) {
+        double n0 = 0, n1 = 0, s0 = 0, s1 = 0;
+        for (int c = 0; c < 256; ++c) {
+            (c <= border ? n0 : n1) += count[size_t(c)];
+            (c <= border ? s0 : s1) += c * count[size_t(c)];
+        }
+        if (n0 == 0 || n1 == 0)
+            continue;
+        const double variance = n0 * n1 * (s0 / n0 - s1 / n1) * (s0 / n0 - s1 / n1);
+        if (variance > best * (1 + 1e-12)) {
+            best = variance;
+            first = border;
+        }
+        if (variance >= best * (1 - 1e-12))
+            last = border;
+    }
+    return ((first + last) / 2.0 + 1) * 100 / 256;
+}
+
+} // namespace
+
+class tst_ThresholdAndMorphology : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void onlyWhatIsAboveBecomesOne_data()
+    {
+        QTest::addColumn<float>("t");
+        for (const float t :
+             {-1.0f, 0.0f, 0.5f, 1.0f, 100.0f, 100.5f, 239.0f, 255.0f, 65535.0f, 1e9f, kInf, -kInf, kNaN})
+            QTest::newRow(qPrintable(QString("threshold %1").arg(double(t)))) << t;
+    }
+    void onlyWhatIsAboveBecomesOne()
+    {
+        QFETCH(float, t);
+        for (const VXSDataTypes type : kTypes) {
+            const CILImage image = maker::random(type, 333, 217, type == VXS_MASK ? 1 : 239, 3);
+            CILImage mask;
+            image.Threshold(t, mask);
+            QCOMPARE(mask.getType(), VXS_MASK);
+            QCOMPARE(mask.getWidth(), 333u);
+            const auto in = maker::values(image), out = maker::values(mask);
+            for (size_t i = 0; i < in.size(); ++i)
+                QVERIFY(out[i] == (float(in[i]) > t ? 1.0 : 0.0));
+        }
+    }
+
+    void aPixelEqualToTheThresholdIsExcludedAndANaNToo()
+    {
+        const CILImage image = maker::floats(5, 1, {5, std::nextafter(5.0f, 6.0f), kNaN, kInf, -kInf});
+        CILImage mask;
+        image.Threshold(5, mask);
+        QCOMPARE(maker::values(mask), (std::vector<double>{0, 1, 0, 1, 0}));
+    }
+
+    void theTargetMayBeTheImageItselfAndAMaskCanBeThresholdedAgain()
+    {
+        CILImage image = maker::floats(3, 1, {1, 2, 3});
+        image.Threshold(1.5f, image);
+        QCOMPARE(image.getType(), VXS_MASK);
+        CILImage again;
+        image.Threshold(0.5f, again);
+        QCOMPARE(maker::values(again), (std::vector<double>{0, 1, 1}));
+        CILImage empty;
+        empty.Threshold(1, again);
+        QVERIFY(again.isEmpty());
+    }
+
+    void morphologyEqualsTheDefinition_data()
+    {
+        QTest::addColumn<uint>("width");
+        QTest::addColumn<uint>("height");
+        QTest::addColumn<int>("across");
+        QTest::addColumn<int>("down");
+        QTest::newRow("3 x 3, odd") << 37u << 23u << 3 << 3;
+        QTest::newRow("3 x 3, one pixel") << 1u << 1u << 3 << 3;
+        QTest::newRow("3 x 3, one row") << 40u << 1u << 3 << 3;
+        QTest::newRow("3 x 3, one column") << 1u << 40u << 3 << 3;
+        QTest::newRow("3 x 3, on several threads") << 1201u << 903u << 3 << 3;
+        QTest::newRow("5 x 1") << 37u << 23u << 5 << 1;
+        QTest::newRow("larger than the image") << 4u << 3u << 9 << 11;
+    }
+    void morphologyEqualsTheDefinition()
+    {
+        QFETCH(uint, width);
+        QFETCH(uint, height);
+        QFETCH(int, across);
+        QFETCH(int, down);
+        for (const VXSDataTypes type : kTypes) {
+            const CILImage source = maker::random(type, width, height, type == VXS_MASK ? 1 : 100, 4);
+            CILImage eroded = source, dilated = source;
+            QCOMPARE(eroded.Erode(across, down), EIL_SUCCESS);
+            QCOMPARE(dilated.Dilate(across, down), EIL_SUCCESS);
+            QCOMPARE(eroded.getType(), type);
+            const uint stride = width > 1000 ? 13 : 1;
+            for (uint y = 0; y < height; y += stride) {
+                for (uint x = 0; x < width; x += stride) {
+                    double lo = 1e9, hi = -1e9;
+                    for (int dy = -down / 2; dy <= down / 2; ++dy) {
+                        for (int dx = -across / 2; dx <= across / 2; ++dx) {
+                            const double v = source.pixelAt(uint(qBound(0, int(x) + dx, int(width) - 1)),
+                                                            uint(qBound(0, int(y) + dy, int(height) - 1)));
+                            lo = std::min(lo, v);
+                            hi = std::max(hi, v);
+                        }
+                    }
+                    QCOMPARE(eroded.pixelAt(x, y), lo);
+                    QCOMPARE(dilated.pixelAt(x, y), hi);
+                }
+            }
+        }
+    }
+
+    void anOpeningRemovesASpeckAndKeepsASquare()
+    {
+        std::vector<std::uint8_t> pixels(49, 0);
+        pixels[0] = 1; // a corner is no help: the edge is replicated, but only outwards
+        for (const int y : {2, 3, 4}) {
+            for (const int x : {2, 3, 4})
+                pixels[size_t(7 * y + x)] = 1;
+        }
+        pixels[size_t(7 * 6 + 3)] = 1;
+        CILImage mask = maker::image(VXS_MASK, 7, 7, pixels);
+        mask.Erode(3, 3);
+        mask.Dilate(3, 3);
+        for (uint y = 0; y < 7; ++y) {
+            for (uint x = 0; x < 7; ++x)
+                QCOMPARE(mask.pixelAt(x, y), x >= 2 && x <= 4 && y >= 2 && y <= 4 ? 1.0 : 0.0);
+        }
+    }
+
+    void evenAndNegativeSizesAreRefused()
+    {
+        CILImage image = maker::floats(2, 1, {1, 2});
+        const std::uint64_t id = image.contentId();
+        QCOMPARE(image.Erode(2, 3), EIL_BAD_SIZE);
+        QCOMPARE(image.Dilate(3, 0), EIL_BAD_SIZE);
+        QCOMPARE(image.Dilate(-3, 3), EIL_BAD_SIZE);
+        QCOMPARE(image.contentId(), id);
+    }
+
+    void otsuEqualsTheDefinition()
+    {
+        for (const VXSDataTypes type : {VXS_UINT8, VXS_UINT16, VXS_UINT32, VXS_FLOAT, VXS_DOUBLE}) {
+            for (unsigned seed = 1; seed < 5; ++seed) {
+                CILImage image = maker::random(type, 211, 173, 60 * seed, seed);
+                QVERIFY(std::abs(double(CSLComposite().AutomaticThresholdOtsu(&image)) - naiveOtsu(image)) <
+                        1e-4);
+            }
+        }
+    }
+
+    void otsuPartsTwoLevels_data()
+    {
+        QTest::addColumn<float>("dark");
+        QTest::addColumn<float>("bright");
+        QTest::newRow("0 and 1") << 0.0f << 1.0f;
+        QTest::newRow("counts") << 900.0f << 21000.0f;
+        QTest::newRow("negative") << -5.0f << -4.0f;
+        QTest::newRow("over the whole range of float") << -3e38f << 3e38f;
+        QTest::newRow("denormal") << 0.0f << 1e-40f;
+    }
+    void otsuPartsTwoLevels()
+    {
+        QFETCH(float, dark);
+        QFETCH(float, bright);
+        std::vector<float> pixels(1000, dark);
+        std::fill(pixels.begin(), pixels.begin() + 130, bright);
+        pixels[500] = kNaN;
+        pixels[501] = kInf;
+        const CILImage image = maker::floats(100, 10, pixels);
+        const float share = CSLComposite().AutomaticThresholdOtsu(&image);
+        QVERIFY2(share > 0.0f && share < 100.0f, qPrintable(QString::number(double(share))));
+        QVERIFY(std::abs(share - 50.0f) < 1.0f); // nothing between them: the middle
+    }
+
+    void otsuOfAnImageWithoutSpreadIsZero()
+    {
+        const CILImage flat = maker::floats(2, 1, {3, 3}), none = maker::floats(2, 1, {kNaN, kInf}), empty;
+        QCOMPARE(CSLComposite().AutomaticThresholdOtsu(&flat), 0.0f);
+        QCOMPARE(CSLComposite().AutomaticThresholdOtsu(&none), 0.0f);
+        QCOMPARE(CSLComposite().AutomaticThresholdOtsu(&empty), 0.0f);
+        QCOMPARE(CSLComposite().AutomaticThresholdOtsu(nullptr), 0.0f);
+    }
+};
+
+QTEST_APPLESS_MAIN(tst_ThresholdAndMorphology)
+#include "tst_ThresholdAndMorphology.moc"
