@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: MIT
+#include "host/vxapi/model/CalibrationFactors.h"
+#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/CVXSDataset_p.h"
+#include "host/vxutils/CVXSLog.h"
+
+#include <cmath>
+
+using namespace clickinfo;
+
+namespace {
+
+QString sizeOf(const CILImage &image)
+{
+    return QStringLiteral("%1 x %2").arg(image.getWidth()).arg(image.getHeight());
+}
+
+/// The image in 32-bit float on the grid of `like`.
+CILImage onGridOf(const CILImage &like, const CILImage &image)
+{
+    CILImage grid(image);
+    grid.ChangeType(VXS_FLOAT);
+    if (grid.getWidth() >= like.getWidth())
+        grid.downSample(like.getWidth(), like.getHeight(), IL_RESAMPLE_AREA);
+    else
+        grid.upSample(like.getWidth(), like.getHeight(), IL_RESAMPLE_AREA);
+    return grid;
+}
+
+bool isSameSize(const CILImage &a, const CILImage &b)
+{
+    return a.getWidth() == b.getWidth() && a.getHeight() == b.getHeight();
+}
+
+} // namespace
+
+ESTATUS CVXSDataset::getCalibratedLuminImage(tag_edisplayunit unit, CILImage *target,
+                                             const QString &caller) const
+{
+    if (!target)
+        return ESTATUS_BAD_VALUE;
+    QString reason;
+    const ESTATUS status = d->calibrated(unit, target, &reason);
+    if (status == ESTATUS_SUCCESS)
+        return status;
+    *target = CILImage();
+    const QString unitName = unitKey(unit);
+    d->lastError = tr("%1: the luminescent image cannot be given in %2: %3")
+                       .arg(d->clickNumber, unitName.isEmpty() ? tr("an unknown unit") : unitName, reason);
+    vxLog(3, d->lastError, tr("asked for by %1").arg(caller), int(status));
+    return status;
+}
+
+ESTATUS CVXSDataset::Private::calibrated(tag_edisplayunit unit, CILImage *target, QString *reason)
+{
+    SIngredients ingredients;
+    ESTATUS status = prepare(unit, &ingredients, reason);
+    if (status != ESTATUS_SUCCESS)
+        return status;
+    const SCalibration calibration = ingredients.calibration(unit);
+    const bool mayRemember = ingredients.areNamed();
+    if (const CILImage *known = mayRemember ? remembered.find(calibration) : nullptr) {
+        *target = *known;
+    } else {
+        compute(ingredients, target);
+        if (target->isEmpty()) {
+            *reason = tr("there is not enough memory");
+            return ESTATUS_FAILURE;
+        }
+        if (mayRemember)
+            remembered.remember(calibration, *target);
+    }
+    target->setBinningFactor(float(binningFactor()));
+    target->setPalette(palette());
+    return ESTATUS_SUCCESS;
+}
+
+// Finds everything that the calibrated image is made of, without touching a pixel that is loaded already.
+ESTATUS CVXSDataset::Private::prepare(tag_edisplayunit unit, SIngredients *ingredients, QString *reason)
+{
+    if (unitKey(unit).isEmpty()) {
+        *reason = tr("there is no unit of number %1").arg(int(unit));
+        return ESTATUS_BAD_VALUE;
+    }
+    ingredients->luminescent = coreImage(EIMAGE_LUMINESCENT);
+    if (!ingredients->luminescent) {
+        const bool isPresent = images.isPresent(EIMAGE_LUMINESCENT);
+        *reason = isPresent ? images.error(EIMAGE_LUMINESCENT) : tr("it holds no luminescent image");
+        return isPresent ? ESTATUS_BAD_IMAGE : ESTATUS_NO_IMAGE;
+    }
+    tag_edisplayunit storedUnit = EUNIT_COUNTS;
+    const ESTATUS status = isResult() ? unitOfResult(unit, &storedUnit, reason)
+                                      : addCompanions(unit, ingredients, reason);
+    if (status != ESTATUS_SUCCESS)
+        return status;
+    ingredients->factor = calibration::factor(clickInfo, storedUnit, unit, reason);
+    return std::isnan(ingredients->factor) ? ESTATUS_BAD_VALUE : ESTATUS_SUCCESS;
+}
+
+// The pixels of a result are in a unit already, with all corrections of its operands in them.
+ESTATUS CVXSDataset::Private::unitOfResult(tag_edisplayunit wanted, tag_edisplayunit *stored,
+                                           QString *reason) const
+{
+    const QString key = textOf(clickInfo, SECTION_GRAPH_CONTROLS, KEY_INTENSITY_CALIBRATION);
+    if (!unitOfKey(key, stored)) {
+        *reason = tr("\"%1\" in section \"%2\" is \"%3\", which is no unit")
+                      .arg(QString::fromLatin1(KEY_INTENSITY_CALIBRATION),
+                           QString::fromLatin1(SECTION_GRAPH_CONTROLS), key);
+        return ESTATUS_BAD_VALUE;
+    }
+    if (*stored != wanted && (*stored == EUNIT_EFFICIENCY || wanted == EUNIT_EFFICIENCY)) {
+        *reason = tr("it is a result in %1, and no factor leads to or from efficiency").arg(unitKey(*stored));
+        return ESTATUS_BAD_VALUE;
+    }
+    return ESTATUS_SUCCESS;
+}
+
+ESTATUS CVXSDataset::Private::addCompanions(tag_edisplayunit unit, SIngredients *ingredients, QString *reason)
+{
+    const bool isRatio = unit == EUNIT_EFFICIENCY;
+    const bool hasOffset =
+        isBackgroundOn && images.isPresent(EIMAGE_BACKGROUND) && !isStoredBackgroundSubtracted();
+    // Image and excitation reference are seen through the same lens: its shading cancels out.
+    const bool hasShading = isFlatFieldOn && !isStoredFlatFieldCorrected() && !isRatio;
+    ESTATUS status = ESTATUS_SUCCESS;
+    const auto add = [&](bool isNeeded, tag_eimagetype type, const CILImage **image) {
+        if (isNeeded && status == ESTATUS_SUCCESS)
+            status = companion(type, *ingredients->luminescent, image, reason);
+    };
+    add(hasOffset, EIMAGE_BACKGROUND, &ingredients->background);
+    add(hasShading, EIMAGE_FLATFIELD, &ingredients->flatField);
+    add(isRatio, EIMAGE_EXCITATION, &ingredients->excitation);
+    return status;
+}
+
+ESTATUS CVXSDataset::Private::companion(tag_eimagetype type, const CILImage &stored, const CILImage **image,
+                                        QString *reason)
+{
+    const QString name = tr(DatasetImages::kind(type).name);
+    *image = coreImage(type);
+    if (!*image) {
+        const bool isPresent = images.isPresent(type);
+        *reason = isPresent ? tr("the %1 cannot be read: %2").arg(name, images.error(type))
+                            : tr("there is no %1").arg(name);
+        return isPresent ? ESTATUS_BAD_IMAGE : ESTATUS_NO_IMAGE;
+    }
+    // A flat field has no scale of its own; counts of another binning mean something else.
+    if (type != EIMAGE_FLATFIELD && !isSameSize(**image, stored)) {
+        *reason = tr("%1: the %2 has %3 pixels, the luminescent image %4")
+                      .arg(folder + images.fileName(type), name, sizeOf(**image), sizeOf(stored));
+        return ESTATUS_BAD_IMAGE;
+    }
+    return ESTATUS_SUCCESS;
+}
+
+// Image arithmetic waits until a pixel is asked for, so all of this is one pass over the pixels.
+void CVXSDataset::Private::compute(const SIngredients &ingredients, CILImage *target)
+{
+    CILImage image(*ingredients.luminescent);
+    image.setDescription(std::string()); // it told of the stored pixels
+    image.ChangeType(VXS_FLOAT);
+    if (ingredients.background)
+        image -= *ingredients.background;
+    if (ingredients.excitation) {
+        CILImage reference(*ingredients.excitation);
+        reference.ChangeType(VXS_FLOAT);
+        if (ingredients.background)
+            reference -= *ingredients.background;
+        image /= reference;
+    }
+    if (ingredients.flatField)
+        image /= onGridOf(image, *ingredients.flatField);
+    if (ingredients.factor != 1.0)
+        image *= ingredients.factor;
+    *target = image;
+}

@@ -1,0 +1,138 @@
+// SPDX-License-Identifier: MIT
+#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/CVXSDataset_p.h"
+#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/DatasetFiles.h"
+#include "host/vxutils/CVXSLog.h"
+#include "host/vxutils/CVXUtilityFns.h"
+
+#include <cmath>
+#include <QDir>
+#include <QFileInfo>
+
+using namespace clickinfo;
+
+CVXSDataset *CVXSDataset::open(const QString &folder, ESTATUS *status, QString *error, QObject *parent)
+{
+    auto dataset = std::make_unique<CVXSDataset>(QString(), nullptr);
+    QString reason;
+    const ESTATUS result = dataset->d->load(datasetfiles::folderPath(folder), &reason);
+    if (status)
+        *status = result;
+    if (error)
+        *error = reason;
+    if (result != ESTATUS_SUCCESS)
+        return nullptr;
+    dataset->setParent(parent);
+    return dataset.release();
+}
+
+ESTATUS CVXSDataset::Private::load(const QString &path, QString *error)
+{
+    const QString file = path + QString::fromLatin1(FILE_CLICK_INFO);
+    const ESTATUS status = clickInfo.loadClickInfo(file, false);
+    if (status != ESTATUS_SUCCESS) {
+        *error = clickInfo.lastError();
+        return status;
+    }
+    // A record that does not say its click number is that of its folder.
+    CPLSection *section = ensureSection(&clickInfo, SECTION_CLICK_NUMBER);
+    section->getSectionName(&clickNumber, false);
+    if (clickNumber.isNull()) {
+        clickNumber = datasetfiles::folderName(path);
+        section->setSectionName(clickNumber);
+    }
+    if (!CVXUtilityFns::isSafeFileName(clickNumber)) {
+        *error = file + QStringLiteral(": ") +
+                 tr("\"%1\" is refused as a click number: it is not a plain file name").arg(clickNumber);
+        return ESTATUS_BAD_NAME;
+    }
+    folder = path;
+    isOnDisk = true;
+
+    QStringList refused;
+    images.scan(clickInfo, folder, &refused);
+    for (const QString &reason : qAsConst(refused))
+        vxLog(3, file + QStringLiteral(": ") + reason);
+    if (images.isPresent(EIMAGE_LUMINESCENT) &&
+        !(numberOf(clickInfo, SECTION_LUMINESCENT, KEY_BINNING) >= 1.0)) {
+        vxLog(2, file + QStringLiteral(": ") +
+                     tr("\"%1\" of the luminescent image is missing or not a number of 1 or more; it is taken as 1")
+                         .arg(QString::fromLatin1(KEY_BINNING)));
+    }
+    readDisplay();
+    return ESTATUS_SUCCESS;
+}
+
+ESTATUS CVXSDataset::saveDatasetAs(const QString &folder)
+{
+    const QString target = datasetfiles::folderPath(folder);
+    QString error;
+    const ESTATUS status = target.isEmpty() ? ESTATUS_BAD_NAME : d->saveTo(target, &error);
+    if (status != ESTATUS_SUCCESS) {
+        d->lastError = target.isEmpty() ? tr("%1: no folder to save it in is named").arg(d->clickNumber) : error;
+        vxLog(3, tr("%1 is not saved: %2").arg(d->clickNumber, d->lastError), QString(), int(status));
+        return status;
+    }
+    d->folder = target;
+    d->isOnDisk = true;
+    d->isModified = false;
+    d->images.markSaved();
+    return ESTATUS_SUCCESS;
+}
+
+ESTATUS CVXSDataset::Private::saveTo(const QString &target, QString *error)
+{
+    ESTATUS status = datasetfiles::makeFolder(target, error);
+    if (status != ESTATUS_SUCCESS)
+        return status;
+    status = clickInfo.saveClickInfo(target + QString::fromLatin1(FILE_CLICK_INFO));
+    if (status != ESTATUS_SUCCESS) {
+        *error = clickInfo.lastError();
+        return status;
+    }
+    status = images.save(folder, target, error);
+    if (status == ESTATUS_SUCCESS)
+        status = copyOtherFiles(target, error);
+    return status == ESTATUS_SUCCESS ? saveAnalyzed(target, error) : status;
+}
+
+// What else lies with the dataset goes along, such as a result's copies of its operands.
+ESTATUS CVXSDataset::Private::copyOtherFiles(const QString &target, QString *error) const
+{
+    if (folder.isEmpty() || datasetfiles::isSame(folder, target))
+        return ESTATUS_SUCCESS;
+    QStringList own = {QString::fromLatin1(FILE_CLICK_INFO), QString::fromLatin1(FILE_ANALYZED_CLICK_INFO)};
+    for (const SImageKind &kind : DatasetImages::kinds()) {
+        if (images.isPresent(kind.type))
+            own += images.fileName(kind.type);
+    }
+    const QStringList files = QDir(folder).entryList(QDir::Files, QDir::Name);
+    for (const QString &file : files) {
+        if (own.contains(file))
+            continue;
+        const ESTATUS status = datasetfiles::copyFile(folder + file, target + file, error);
+        if (status != ESTATUS_SUCCESS)
+            return status;
+    }
+    return ESTATUS_SUCCESS;
+}
+
+// Written last: a folder that has it is complete.
+ESTATUS CVXSDataset::Private::saveAnalyzed(const QString &target, QString *error) const
+{
+    const QString name = QString::fromLatin1(FILE_ANALYZED_CLICK_INFO);
+    if (!folder.isEmpty() && QFileInfo(folder + name).isFile()) {
+        return datasetfiles::isSame(folder, target)
+                   ? ESTATUS_SUCCESS
+                   : datasetfiles::copyFile(folder + name, target + name, error);
+    }
+    CPLClickInfo analyzed;
+    ensureSection(&analyzed, SECTION_CLICK_NUMBER)->setSectionName(clickNumber);
+    ensureSection(&analyzed, SECTION_ROIS);
+    const ESTATUS status = analyzed.saveClickInfo(target + name);
+    if (status != ESTATUS_SUCCESS)
+        *error = analyzed.lastError();
+    return status;
+}

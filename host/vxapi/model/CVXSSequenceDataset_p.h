@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/CVXSSequenceDataset.h"
+
+#include <QPointer>
+#include <QVector>
+
+class CPLClickInfo;
+
+/// The inside of a sequence.
+class CVXSSequenceDataset::Private
+{
+public:
+    struct Entry {
+        QString clickNumber;
+        QPointer<CVXSDataset> dataset; ///< null when it could not be opened
+    };
+
+    explicit Private(CVXSSequenceDataset *sequence, const QString &sequenceId) : q(sequence), id(sequenceId) {}
+
+    int indexOf(const QString &clickNumber) const;
+    QString plannedFolder(const QString &clickNumber) const;
+    void adopt(CVXSDataset *dataset);
+
+    void readInfo(const CPLClickInfo &info);
+    void writeInfo(CPLClickInfo *info) const;
+    void openClicks(const CPLClickInfo &info, QStringList *warnings);
+    CVXSDataset *openClick(const QString &clickNumber, QString *reason) const;
+
+    ESTATUS fail(ESTATUS status, const QString &error);
+    ESTATUS saveDatasets(const QString &target);
+
+    CVXSSequenceDataset *q;
+    QString id;
+    QString folder; ///< ends in "/"; empty while never saved
+    QString lastError;
+    QVector<Entry> entries;
+
+    tag_edisplayunit activeUnit = EUNIT_COUNTS;
+    bool hasActiveUnit = false; ///< it was chosen, so datasets start in it
+    tag_simageadjust adjust;
+    CVXSToolInfo toolInfo;
+    bool isTransIllumOverview = false;
+    bool is3DSceneOnly = false;
+};

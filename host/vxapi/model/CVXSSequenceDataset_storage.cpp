@@ -1,0 +1,268 @@
+// SPDX-License-Identifier: MIT
+#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/CVXSDataset_p.h"
+#include "host/vxapi/model/CVXSSequenceDataset.h"
+#include "host/vxapi/model/CVXSSequenceDataset_p.h"
+#include "host/vxapi/model/DatasetFiles.h"
+#include "host/vxutils/CVXPreference.h"
+#include "host/vxutils/CVXSLog.h"
+#include "host/vxutils/CVXUtilityFns.h"
+
+#include <QFileInfo>
+
+using namespace clickinfo;
+
+namespace {
+
+constexpr char DEFAULT_PARENT[] = "/sequences"; // under the program-data path
+
+/// Marks a sequence as being loaded for as long as it lives.
+class LoadingMark
+{
+public:
+    explicit LoadingMark(const CVXSSequenceDataset *sequence) : m_sequence(sequence)
+    {
+        CVXPreference::setSequenceLoading(m_sequence, true);
+    }
+    ~LoadingMark() { CVXPreference::setSequenceLoading(m_sequence, false); }
+    LoadingMark(const LoadingMark &) = delete;
+    LoadingMark &operator=(const LoadingMark &) = delete;
+
+private:
+    const CVXSSequenceDataset *m_sequence;
+};
+
+QString infoFile(const QString &folder)
+{
+    return folder + QString::fromLatin1(FILE_SEQUENCE_INFO);
+}
+
+/// Reads SequenceInfo.txt and the ID in it. `error` receives "file: reason".
+ESTATUS readSequenceInfo(const QString &folder, CPLClickInfo *info, QString *id, QString *error)
+{
+    const auto failed = [&](ESTATUS status, const QString &path, const QString &reason) {
+        *error = path + QStringLiteral(": ") + reason;
+        return status;
+    };
+    const QString file = infoFile(folder);
+    if (!QFileInfo(folder).isDir())
+        return failed(ESTATUS_FILE_NOT_FOUND, folder, CVXSSequenceDataset::tr("there is no such folder"));
+    if (!QFileInfo(file).exists()) {
+        return failed(ESTATUS_NOT_SEQUENCE, file,
+                      CVXSSequenceDataset::tr("there is no such file, so the folder is not a sequence"));
+    }
+    const ESTATUS status = info->loadClickInfo(file, false);
+    if (status != ESTATUS_SUCCESS) {
+        *error = info->lastError();
+        return status;
+    }
+    const CPLSection *section = (*info)[QString::fromLatin1(SECTION_SEQUENCE)];
+    if (!section) {
+        return failed(ESTATUS_NOT_SEQUENCE, file,
+                      CVXSSequenceDataset::tr("it has no section \"%1\", so the folder is not a sequence")
+                          .arg(QString::fromLatin1(SECTION_SEQUENCE)));
+    }
+    section->getSectionName(id, false);
+    if (!CVXUtilityFns::isSafeFileName(*id)) {
+        return failed(ESTATUS_BAD_NAME, file,
+                      CVXSSequenceDataset::tr("\"%1\" is refused as a sequence ID: it is not a plain file name")
+                          .arg(*id));
+    }
+    return ESTATUS_SUCCESS;
+}
+
+} // namespace
+
+CVXSSequenceDataset *CVXSSequenceDataset::open(const QString &folder, ESTATUS *status, QString *error,
+                                               QStringList *warnings)
+{
+    const QString path =
+        datasetfiles::folderPath(QFileInfo(folder).isFile() ? QFileInfo(folder).absolutePath() : folder);
+    CPLClickInfo info;
+    QString id;
+    QString reason;
+    ESTATUS result = readSequenceInfo(path, &info, &id, &reason);
+    CVXSSequenceDataset *sequence = result == ESTATUS_SUCCESS ? getSequenceDataset(id) : nullptr;
+    if (sequence && !datasetfiles::isSame(sequence->getSequenceInfoPath(), path)) {
+        const QString where = sequence->getSequenceInfoPath();
+        result = ESTATUS_FAILURE;
+        reason = infoFile(path) + QStringLiteral(": ") +
+                 (where.isEmpty() ? tr("a sequence \"%1\" that was not saved yet is open").arg(id)
+                                  : tr("the sequence \"%1\" is open already, from %2").arg(id, where));
+    }
+    if (status)
+        *status = result;
+    if (error)
+        *error = reason;
+    if (result != ESTATUS_SUCCESS)
+        return nullptr;
+    if (sequence)
+        return sequence;
+
+    sequence = new CVXSSequenceDataset(id);
+    const LoadingMark loading(sequence);
+    sequence->d->folder = path;
+    sequence->d->readInfo(info);
+    sequence->d->openClicks(info, warnings);
+    return sequence;
+}
+
+void CVXSSequenceDataset::Private::readInfo(const CPLClickInfo &info)
+{
+    hasActiveUnit = unitOfKey(textOf(info, SECTION_SEQUENCE, KEY_ACTIVE_UNIT), &activeUnit);
+    const QByteArray table = textOf(info, SECTION_SEQUENCE, KEY_COLOR_TABLE).toUtf8();
+    adjust.colorTable = CILPalette::tableOfName(table.constData(), adjust.colorTable);
+    adjust.reverse = toolInfo.reversed = flagOf(info, SECTION_SEQUENCE, KEY_REVERSED);
+    adjust.logScale = toolInfo.logarithmic = flagOf(info, SECTION_SEQUENCE, KEY_COLOR_TABLE_LOG);
+    toolInfo.brightness = textOf(info, SECTION_SEQUENCE, KEY_BRIGHTNESS).toInt();
+    const double gamma = numberOf(info, SECTION_SEQUENCE, KEY_GAMMA);
+    if (gamma > 0.0)
+        toolInfo.gamma = float(gamma);
+    isTransIllumOverview = flagOf(info, SECTION_SEQUENCE, KEY_TRANSILLUM_OVERVIEW);
+    is3DSceneOnly = flagOf(info, SECTION_SEQUENCE, KEY_3D_SCENE_ONLY);
+}
+
+void CVXSSequenceDataset::Private::openClicks(const CPLClickInfo &info, QStringList *warnings)
+{
+    const CPLSection *section = info[QString::fromLatin1(SECTION_SEQUENCE_CLICKS)];
+    if (!section)
+        return;
+    QStringList keys;
+    QStringList values;
+    section->getKeyList(&keys);
+    section->getValueList(&values);
+    for (int i = 0; i < keys.size(); ++i) {
+        if (keys.at(i) != QLatin1String(KEY_CLICK))
+            continue;
+        const QString &clickNumber = values.at(i);
+        const bool isListed = indexOf(clickNumber) >= 0;
+        QString reason;
+        CVXSDataset *dataset = nullptr;
+        if (isListed)
+            reason = infoFile(folder) + QStringLiteral(": ") + tr("it is listed twice; the second is left out");
+        else
+            dataset = openClick(clickNumber, &reason);
+        if (!dataset) {
+            const QString warning = clickNumber + QStringLiteral(": ") + reason;
+            vxLog(3, warning, id);
+            if (warnings)
+                *warnings += warning;
+        }
+        if (!isListed)
+            entries.append({clickNumber, dataset});
+        if (dataset)
+            adopt(dataset);
+    }
+}
+
+CVXSDataset *CVXSSequenceDataset::Private::openClick(const QString &clickNumber, QString *reason) const
+{
+    const QString path = plannedFolder(clickNumber);
+    if (path.isEmpty()) {
+        *reason = infoFile(folder) + QStringLiteral(": ") +
+                  tr("\"%1\" is refused as a click number: it is not a plain file name").arg(clickNumber);
+        return nullptr;
+    }
+    if (!QFileInfo(path).isDir()) {
+        *reason = path + QStringLiteral(": ") + tr("the dataset's folder is gone");
+        return nullptr;
+    }
+    ESTATUS status = ESTATUS_SUCCESS;
+    std::unique_ptr<CVXSDataset> dataset(CVXSDataset::open(path, &status, reason));
+    if (!dataset)
+        return nullptr;
+    if (dataset->getClickNumber() != clickNumber) {
+        *reason = path + QString::fromLatin1(FILE_CLICK_INFO) + QStringLiteral(": ") +
+                  tr("it is that of another click number, \"%1\"").arg(dataset->getClickNumber());
+        return nullptr;
+    }
+    if (!dataset->registerDataset()) {
+        *reason = path + QStringLiteral(": ") + tr("a dataset of this click number is open already, from %1")
+                                                    .arg(CVXSDataset::getDataset(clickNumber)->getFolderPath());
+        return nullptr;
+    }
+    return dataset.release();
+}
+
+// --- saving ---
+
+ESTATUS CVXSSequenceDataset::save(const QString &parentFolder)
+{
+    QString target = d->folder;
+    if (target.isEmpty()) {
+        const QString parent = parentFolder.isEmpty()
+                                   ? CVXPreference::getProgramDataPath() + QString::fromLatin1(DEFAULT_PARENT)
+                                   : parentFolder;
+        if (!CVXUtilityFns::isSafeFileName(d->id))
+            return d->fail(ESTATUS_BAD_NAME, tr("%1: a sequence ID has to be a plain file name").arg(d->id));
+        target = datasetfiles::folderPath(parent) + d->id + QLatin1Char('/');
+        if (QFileInfo(infoFile(target)).exists()) {
+            return d->fail(ESTATUS_FILE_NOT_WRITABLE,
+                           infoFile(target) + QStringLiteral(": ") + tr("there is another sequence already"));
+        }
+    }
+    QString error;
+    ESTATUS status = datasetfiles::makeFolder(target, &error);
+    if (status != ESTATUS_SUCCESS)
+        return d->fail(status, error);
+    status = d->saveDatasets(target);
+    if (status != ESTATUS_SUCCESS)
+        return status;
+    CPLClickInfo info;
+    d->writeInfo(&info);
+    status = info.saveClickInfo(infoFile(target));
+    if (status != ESTATUS_SUCCESS)
+        return d->fail(status, info.lastError());
+    d->folder = target;
+    return ESTATUS_SUCCESS;
+}
+
+ESTATUS CVXSSequenceDataset::Private::fail(ESTATUS status, const QString &error)
+{
+    lastError = error;
+    vxLog(3, tr("The sequence %1 is not saved: %2").arg(id, error), QString(), int(status));
+    return status;
+}
+
+// Writes the datasets that have changed or do not lie in the sequence's folder.
+ESTATUS CVXSSequenceDataset::Private::saveDatasets(const QString &target)
+{
+    for (int i = 0; i < entries.size(); ++i) {
+        CVXSDataset *dataset = entries.at(i).dataset;
+        if (!dataset)
+            continue;
+        const QString path = target + entries.at(i).clickNumber + QLatin1Char('/');
+        const bool isThere = dataset->getDatasetType() != 2 && datasetfiles::isSame(dataset->getFolderPath(), path);
+        if (isThere && !dataset->isModified())
+            continue;
+        CPLSection *section = ensureSection(dataset->getClickInfo(), SECTION_CLICK_NUMBER);
+        section->setValue(QString::fromLatin1(KEY_SEQUENCE_ID), id);
+        section->setValue(QString::fromLatin1(KEY_CLICK_INDEX), i);
+        const ESTATUS status = dataset->saveDatasetAs(path);
+        if (status != ESTATUS_SUCCESS)
+            return fail(status, dataset->lastError());
+    }
+    return ESTATUS_SUCCESS;
+}
+
+void CVXSSequenceDataset::Private::writeInfo(CPLClickInfo *info) const
+{
+    const auto text = [](const char *key) { return QString::fromLatin1(key); };
+    CPLSection *section = ensureSection(info, SECTION_SEQUENCE);
+    section->setSectionName(id);
+    section->setValue(text(KEY_VERSION), CVXPreference::getAppVersion());
+    if (hasActiveUnit)
+        section->setValue(text(KEY_ACTIVE_UNIT), unitKey(activeUnit));
+    section->setValue(text(KEY_COLOR_TABLE), text(CILPalette::tableName(adjust.colorTable)));
+    section->setValue(text(KEY_REVERSED), textOfFlag(toolInfo.reversed));
+    section->setValue(text(KEY_COLOR_TABLE_LOG), textOfFlag(toolInfo.logarithmic));
+    section->setValue(text(KEY_BRIGHTNESS), toolInfo.brightness);
+    section->setValue(text(KEY_GAMMA), QString::number(double(toolInfo.gamma), 'g', 9));
+    section->setValue(text(KEY_TRANSILLUM_OVERVIEW), textOfFlag(isTransIllumOverview));
+    section->setValue(text(KEY_3D_SCENE_ONLY), textOfFlag(is3DSceneOnly));
+
+    CPLSection *clicks = ensureSection(info, SECTION_SEQUENCE_CLICKS);
+    for (const Entry &entry : entries)
+        clicks->addKeyValue(text(KEY_CLICK), entry.clickNumber);
+}

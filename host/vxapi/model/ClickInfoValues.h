@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "host/vxapi/vxapi_global.h"
+
+#include <QString>
+
+class CPLClickInfo;
+class CPLSection;
+
+/// Typed reading and writing of ClickInfo records. Numbers are in the C locale.
+namespace clickinfo {
+
+/// The first section with that key, appended when the record has none.
+VXAPI_EXPORT CPLSection *ensureSection(CPLClickInfo *info, const char *section);
+
+/// The value of a key; a null text when section or key is missing.
+VXAPI_EXPORT QString textOf(const CPLClickInfo &info, const char *section, const char *key);
+/// True for "1" alone.
+VXAPI_EXPORT bool flagOf(const CPLClickInfo &info, const char *section, const char *key);
+/// NaN when section or key is missing or the value is no finite number.
+VXAPI_EXPORT double numberOf(const CPLClickInfo &info, const char *section, const char *key);
+
+/// The shortest text that reads back as the same number.
+VXAPI_EXPORT QString textOfNumber(double value);
+/// "1" or "0".
+VXAPI_EXPORT QString textOfFlag(bool value);
+
+} // namespace clickinfo

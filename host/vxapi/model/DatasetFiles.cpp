@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+#include "host/vxapi/model/DatasetFiles.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+namespace {
+
+constexpr qint64 CHUNK = 1 << 20;
+
+ESTATUS failed(ESTATUS status, const QString &path, const QString &reason, QString *error)
+{
+    *error = path + QStringLiteral(": ") + reason;
+    return status;
+}
+
+} // namespace
+
+QString datasetfiles::folderPath(const QString &path)
+{
+    if (path.isEmpty())
+        return QString();
+    const QString clean = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+    return clean.endsWith(QLatin1Char('/')) ? clean : clean + QLatin1Char('/');
+}
+
+QString datasetfiles::folderName(const QString &path)
+{
+    return QDir(path).dirName();
+}
+
+bool datasetfiles::isSame(const QString &a, const QString &b)
+{
+    const QString canonicalA = QFileInfo(a).canonicalFilePath();
+    return !canonicalA.isEmpty() && canonicalA == QFileInfo(b).canonicalFilePath();
+}
+
+ESTATUS datasetfiles::makeFolder(const QString &folder, QString *error)
+{
+    if (QDir().mkpath(folder))
+        return ESTATUS_SUCCESS;
+    return failed(ESTATUS_FILE_NOT_WRITABLE, folder,
+                  QCoreApplication::translate("Dataset", "the folder cannot be made"), error);
+}
+
+ESTATUS datasetfiles::copyFile(const QString &from, const QString &to, QString *error)
+{
+    QFile source(from);
+    if (!source.open(QIODevice::ReadOnly))
+        return failed(ESTATUS_FILE_NOT_READABLE, from, source.errorString(), error);
+    QSaveFile target(to);
+    if (!target.open(QIODevice::WriteOnly))
+        return failed(ESTATUS_FILE_NOT_WRITABLE, to, target.errorString(), error);
+    while (!source.atEnd()) {
+        const QByteArray bytes = source.read(CHUNK);
+        if (bytes.isEmpty())
+            return failed(ESTATUS_FILE_NOT_READABLE, from, source.errorString(), error);
+        if (target.write(bytes) != bytes.size())
+            return failed(ESTATUS_FILE_NOT_WRITABLE, to, target.errorString(), error);
+    }
+    if (!target.commit())
+        return failed(ESTATUS_FILE_NOT_WRITABLE, to, target.errorString(), error);
+    return ESTATUS_SUCCESS;
+}

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "host/vxutils/ESTATUS.h"
+
+#include <QString>
+
+/// Files and folders of datasets and sequences.
+namespace datasetfiles {
+
+/// An absolute, clean path that ends in "/"; an empty text stays empty.
+QString folderPath(const QString &path);
+/// The name of the last folder of such a path.
+QString folderName(const QString &path);
+/// Whether both name the same existing file or folder.
+bool isSame(const QString &a, const QString &b);
+/// Makes a folder with those above it. `error` receives "folder: reason".
+ESTATUS makeFolder(const QString &folder, QString *error);
+/// Copies a file byte for byte, whole or not at all. `error` receives "file: reason".
+ESTATUS copyFile(const QString &from, const QString &to, QString *error);
+
+} // namespace datasetfiles

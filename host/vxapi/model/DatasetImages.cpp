@@ -1,0 +1,157 @@
+// SPDX-License-Identifier: MIT
+#include "host/vxapi/model/DatasetImages.h"
+
+#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/DatasetFiles.h"
+#include "host/vxparser/CPLClickInfo.h"
+#include "host/vxutils/CVXUtilityFns.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+
+using namespace clickinfo;
+
+namespace {
+
+QString translated(const char *text)
+{
+    return QCoreApplication::translate("Dataset", text);
+}
+
+/// The file name that a section gives its image; the type's own when it gives none.
+QString nameOf(const CPLSection &section, const SImageKind &kind)
+{
+    QString name;
+    section.getSectionName(&name, false);
+    return name.isEmpty() ? QString::fromLatin1(kind.fileName) : name;
+}
+
+} // namespace
+
+const std::array<SImageKind, DatasetImages::COUNT> &DatasetImages::kinds()
+{
+    // In the order of tag_eimagetype.
+    static const std::array<SImageKind, COUNT> all = {{
+        {EIMAGE_PHOTOGRAPH, SECTION_PHOTOGRAPH, "photograph.tif", "photograph"},
+        {EIMAGE_LUMINESCENT, SECTION_LUMINESCENT, "luminescent.tif", "luminescent image"},
+        {EIMAGE_XRAY, SECTION_XRAY, "xray.tif", "X-ray image"},
+        {EIMAGE_FLATFIELD, SECTION_FLATFIELD, "flatfield.tif", "flat-field image"},
+        {EIMAGE_BACKGROUND, SECTION_BACKGROUND, "background.tif", "background image"},
+        {EIMAGE_EXCITATION, SECTION_EXCITATION, "excitation.tif", "excitation reference"},
+    }};
+    return all;
+}
+
+const SImageKind &DatasetImages::kind(tag_eimagetype type)
+{
+    return kinds()[std::size_t(type)];
+}
+
+void DatasetImages::scan(const CPLClickInfo &info, const QString &folder, QStringList *refused)
+{
+    for (const SImageKind &kind : kinds()) {
+        Slot &found = slot(kind.type);
+        found = Slot();
+        found.fileName = QString::fromLatin1(kind.fileName);
+        m_list.setPresent(kind.type, false);
+        const CPLSection *section = info[QString::fromLatin1(kind.section)];
+        if (!section)
+            continue;
+        const QString name = nameOf(*section, kind);
+        if (!CVXUtilityFns::isSafeFileName(name)) {
+            *refused += translated("\"%1\" is refused as the file of the %2: it is not a plain file name")
+                            .arg(name, translated(kind.name));
+            continue;
+        }
+        found.fileName = name;
+        // A folder or a pipe of that name is no image file; a pipe would even keep the reader waiting.
+        m_list.setPresent(kind.type, QFileInfo(folder + name).isFile());
+    }
+}
+
+CILImage *DatasetImages::image(tag_eimagetype type, const QString &folder)
+{
+    Slot &wanted = slot(type);
+    if (!isPresent(type) || wanted.image || !wanted.error.isEmpty())
+        return wanted.image.get();
+    const QString path = folder + wanted.fileName;
+    auto read = std::make_unique<CILImage>();
+    if (read->loadTIFF(QFile::encodeName(path).constData()) != EIL_SUCCESS) {
+        wanted.error = QString::fromStdString(CILImage::lastError());
+        return nullptr;
+    }
+    wanted.storedContent = read->contentId();
+    wanted.image = std::move(read);
+    return wanted.image.get();
+}
+
+QString DatasetImages::error(tag_eimagetype type) const
+{
+    return slot(type).error;
+}
+
+bool DatasetImages::isLoaded(tag_eimagetype type) const
+{
+    return slot(type).image || !slot(type).error.isEmpty();
+}
+
+void DatasetImages::set(tag_eimagetype type, const CILImage &image, CPLClickInfo *info)
+{
+    CPLSection *section = ensureSection(info, kind(type).section);
+    const QString name = nameOf(*section, kind(type));
+    Slot &changed = slot(type);
+    changed = Slot();
+    changed.fileName =
+        CVXUtilityFns::isSafeFileName(name) ? name : QString::fromLatin1(kind(type).fileName);
+    section->setSectionName(changed.fileName);
+    changed.image = std::make_unique<CILImage>(image);
+    m_list.setPresent(type, true);
+}
+
+QString DatasetImages::fileName(tag_eimagetype type) const
+{
+    return slot(type).fileName;
+}
+
+ESTATUS DatasetImages::save(const QString &folder, const QString &target, QString *error) const
+{
+    for (const SImageKind &kind : kinds()) {
+        if (!isPresent(kind.type))
+            continue;
+        const ESTATUS status = saveOne(slot(kind.type), folder, target, error);
+        if (status != ESTATUS_SUCCESS)
+            return status;
+    }
+    return ESTATUS_SUCCESS;
+}
+
+ESTATUS DatasetImages::saveOne(const Slot &slot, const QString &folder, const QString &target,
+                               QString *error) const
+{
+    const QString from = folder + slot.fileName;
+    const QString to = target + slot.fileName;
+    // Who holds the pointer to a stored image may have written into it.
+    const bool isChanged =
+        slot.image && (slot.storedContent == 0 || slot.image->contentId() != slot.storedContent);
+    if (!isChanged && !folder.isEmpty() && QFileInfo(from).isFile())
+        return datasetfiles::isSame(from, to) ? ESTATUS_SUCCESS : datasetfiles::copyFile(from, to, error);
+    if (!slot.image) {
+        *error = from + QStringLiteral(": ") + translated("there is no such file any more");
+        return ESTATUS_FILE_NOT_FOUND;
+    }
+    if (slot.image->saveAsTIFF(QFile::encodeName(to).constData()) != EIL_SUCCESS) {
+        *error = QString::fromStdString(CILImage::lastError());
+        return ESTATUS_FILE_NOT_WRITABLE;
+    }
+    return ESTATUS_SUCCESS;
+}
+
+void DatasetImages::markSaved()
+{
+    for (Slot &slot : m_slots) {
+        if (slot.image)
+            slot.storedContent = slot.image->contentId();
+    }
+}

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: MIT
+#include "host/vxapi/model/VXCalibration.h"
+
+#include "host/vxapi/model/CalibrationFactors.h"
+#include "host/vxapi/model/CVXSDataset.h"
+#include "host/vximage/AutoRange.h"
+#include "host/vximage/CILImage.h"
+#include "host/vxutils/CVXSLog.h"
+
+#include <cmath>
+#include <limits>
+#include <QCoreApplication>
+
+namespace {
+
+QString translated(const char *text)
+{
+    return QCoreApplication::translate("Calibration", text);
+}
+
+double noFactor(const CVXSDataset *dataset, const QString &reason)
+{
+    const QString who = dataset ? dataset->getClickNumber() : translated("no dataset");
+    vxLog(3, translated("%1 cannot be calibrated: %2").arg(who, reason));
+    return std::numeric_limits<double>::quiet_NaN();
+}
+
+} // namespace
+
+ESTATUS VX_LuminImageMinMax(CILImage *image, double *min, double *max, const QString &unitName, double factor,
+                            double ceiling, int count)
+{
+    tag_edisplayunit unit;
+    if (!image || !min || !max || !unitOfKey(unitName, &unit) || count < 1)
+        return ESTATUS_BAD_VALUE;
+    return ilAutoRange(*image, ceiling * factor, count, min, max) ? ESTATUS_SUCCESS : ESTATUS_NO_RANGE;
+}
+
+double VX_CalibrateIntensityWithFilterTrans(tag_eimagetype type, CVXSDataset *dataset,
+                                            const QString &fromUnit, const QString &toUnit)
+{
+    tag_edisplayunit from;
+    tag_edisplayunit to;
+    if (!dataset)
+        return noFactor(dataset, translated("there is none"));
+    if (type != EIMAGE_LUMINESCENT)
+        return noFactor(dataset, translated("only luminescent images have calibration constants"));
+    if (!unitOfKey(fromUnit, &from))
+        return noFactor(dataset, translated("there is no unit \"%1\"").arg(fromUnit));
+    if (!unitOfKey(toUnit, &to))
+        return noFactor(dataset, translated("there is no unit \"%1\"").arg(toUnit));
+    QString reason;
+    const double value = calibration::factor(*dataset->getClickInfo(), from, to, &reason);
+    return std::isnan(value) ? noFactor(dataset, reason) : value;
+}

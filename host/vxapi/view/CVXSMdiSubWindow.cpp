@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#include "host/vxapi/view/CVXSMdiSubWindow.h"
+
+#include <algorithm>
+#include <QMdiArea>
+
+CVXSMdiSubWindow::CVXSMdiSubWindow(QWidget *parent) : QMdiSubWindow(parent) {}
+
+void CVXSMdiSubWindow::showWindow()
+{
+    if (isMinimized() || isShaded())
+        showNormal();
+    if (widget())
+        widget()->show();
+    show();
+    raise();
+    if (QMdiArea *area = mdiArea())
+        area->setActiveSubWindow(this);
+}
+
+void CVXSMdiSubWindow::hideWindow()
+{
+    hide();
+}
+
+void CVXSMdiSubWindow::setWindowPosition(const QPoint &position)
+{
+    int right = QWIDGETSIZE_MAX;
+    int bottom = QWIDGETSIZE_MAX;
+    // Before the workspace is laid out its size says nothing.
+    if (const QMdiArea *area = mdiArea(); area && area->isVisible()) {
+        // So much stays in sight that the title bar can be taken by the mouse.
+        right = std::max(0, area->viewport()->width() - 80);
+        bottom = std::max(0, area->viewport()->height() - 30);
+    }
+    move(std::clamp(position.x(), 0, right), std::clamp(position.y(), 0, bottom));
+}

@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "host/vxapi/model/VXTypes.h"
+
+#include <QString>
+
+class CVXSDataset;
+
+/// What kind of acquisition a dataset is, for people: "Fluorescence", "Photograph", ...
+QString datasetKindText(const CVXSDataset &dataset);
+/// What was corrected in its luminescent image: "background subtracted, flat-field corrected", or empty.
+QString correctionText(const CVXSDataset &dataset);
+/// A unit for people, with its physical unit where it has one.
+QString unitText(tag_edisplayunit unit);

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "host/vxapi/view/ImagePyramid.h"
+#include "host/vximage/CILPalette.h"
+
+#include <QRect>
+#include <QRgb>
+#include <QSize>
+#include <QVector>
+
+/// One image of the picture, ready to be painted.
+struct SPictureItem
+{
+    int slot = 0;
+    const ImagePyramid *pyramid = nullptr;
+    CILPalette palette;
+    QRect target; ///< device pixels
+};
+
+/// What both painters paint under the overlay. Every device pixel of a target shows the level's pixel at its
+/// centre: pixel
+/// ((2 x + 1) * level width) / (2 * target width), in whole numbers, and so for y. Hence both paint the same.
+struct SPictureContent
+{
+    QSize size; ///< device pixels
+    QRgb background = 0;
+    QVector<SPictureItem> items;
+};

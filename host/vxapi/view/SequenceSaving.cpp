@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#include "host/vxapi/view/SequenceSaving.h"
+
+#include "host/vxapi/model/CVXSSequenceDataset.h"
+#include "host/vxutils/CVXSErrorHandler.h"
+
+#include <QCoreApplication>
+
+ESTATUS saveSequenceWithMessage(QWidget *parent, CVXSSequenceDataset *sequence)
+{
+    if (!sequence) {
+        CVXSErrorHandler::errorMessage(
+            parent, ESTATUS_NOT_SEQUENCE,
+            QCoreApplication::translate("SequenceSaving", "This window shows no sequence."));
+        return ESTATUS_NOT_SEQUENCE;
+    }
+    const ESTATUS status = sequence->save();
+    if (status != ESTATUS_SUCCESS)
+        CVXSErrorHandler::errorMessage(parent, status, sequence->lastError());
+    return status;
+}

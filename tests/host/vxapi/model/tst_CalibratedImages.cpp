@@ -1,0 +1,543 @@
+// SPDX-License-Identifier: MIT
+#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/CVXSSequenceDataset.h"
+#include "host/vxapi/model/VXCalibration.h"
+#include "host/vxparser/CPLClickInfo.h"
+#include "tests/host/vxapi/model/LogLines.h"
+#include "tests/support/TestStudy.h"
+
+#include <cmath>
+#include <limits>
+#include <set>
+#include <QSignalSpy>
+#include <QtTest>
+
+namespace {
+
+constexpr float OFFSET = 100.0f;
+
+float background(int x, int)
+{
+    return OFFSET + float(x % 3);
+}
+
+float flatField(int x, int)
+{
+    return x < 16 ? 0.5f : 1.0f;
+}
+
+float counts(int x, int y)
+{
+    return 300.0f + float(x + 2 * y);
+}
+
+void setKey(CVXSDataset *dataset, const char *section, const char *key, const QString &value)
+{
+    clickinfo::ensureSection(dataset->getClickInfo(), section)->setValue(QString::fromLatin1(key), value);
+}
+
+CILImage calibrated(const CVXSDataset *dataset, tag_edisplayunit unit)
+{
+    CILImage image;
+    dataset->getCalibratedLuminImage(unit, &image, QStringLiteral("test"));
+    return image;
+}
+
+double radianceFactor(CVXSDataset *dataset)
+{
+    return VX_CalibrateIntensityWithFilterTrans(EIMAGE_LUMINESCENT, dataset, "counts", "Radiance (Photons)");
+}
+
+} // namespace
+
+class tst_CalibratedImages : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void pixels_data();
+    void pixels();
+    void binningFactorAndPaletteComeAlong();
+    void integerPixelsBecomeFloat();
+    void aFlatFieldOfAnotherSizeIsBroughtOntoTheGrid();
+    void zeroAndNanOfTheFlatFieldFollowIeeeDivision();
+    void nanAndInfinitePixelsStay();
+    void efficiencyTakesTheOffsetFromBothImages();
+    void flatFieldCancelsOutOfEfficiency();
+    void efficiencyWithoutReferenceIsRefused();
+    void aBackgroundOfAnotherSizeIsRefused();
+
+    void correctionFlags_data();
+    void correctionFlags();
+    void storedCorrectionsAreNotMadeAgain();
+    void flatFieldNeedsAFlatField();
+    void switchingACorrectionIsAnnouncedOnce();
+
+    void resultStaysInItsUnit_data();
+    void resultStaysInItsUnit();
+    void resultInEfficiencyIsNotConverted();
+    void resultWithoutUnitIsRefused();
+
+    void askingAgainSharesThePixels();
+    void fourImagesAreRemembered();
+    void whatItDependsOnMakesItAnew_data();
+    void whatItDependsOnMakesItAnew();
+    void writingIntoTheCopyLeavesTheRememberedImage();
+    void pixelsThatSomeoneMayWriteAreNotRemembered();
+
+    void noLuminescentImage();
+    void unknownUnit();
+    void noTarget();
+
+private:
+    CVXSDataset *add(const ClickSpec &spec = ClickSpec());
+    CVXSDataset *addWithCorrections();
+
+    std::unique_ptr<TestStudy> m_study;
+    int m_next = 0;
+};
+
+void tst_CalibratedImages::init()
+{
+    m_study = std::make_unique<TestStudy>();
+}
+
+void tst_CalibratedImages::cleanup()
+{
+    m_study.reset();
+}
+
+CVXSDataset *tst_CalibratedImages::add(const ClickSpec &spec)
+{
+    ClickSpec named = spec;
+    named.clickNumber = QStringLiteral("AB%1").arg(20260102030405 + m_next++);
+    return m_study->add(named);
+}
+
+CVXSDataset *tst_CalibratedImages::addWithCorrections()
+{
+    ClickSpec spec;
+    spec.counts = counts;
+    spec.flatField = flatField;
+    CVXSDataset *dataset = add(spec);
+    dataset->setCoreImage(EIMAGE_BACKGROUND, TestStudy::image(32, 32, background));
+    return dataset;
+}
+
+void tst_CalibratedImages::pixels_data()
+{
+    QTest::addColumn<int>("unit");
+    QTest::addColumn<bool>("isFlatFieldOn");
+    QTest::addColumn<bool>("isBackgroundOn");
+    QTest::newRow("counts as stored") << int(EUNIT_COUNTS) << false << false;
+    QTest::newRow("counts less background") << int(EUNIT_COUNTS) << false << true;
+    QTest::newRow("counts over flat field") << int(EUNIT_COUNTS) << true << false;
+    QTest::newRow("background first, then flat field") << int(EUNIT_COUNTS) << true << true;
+    QTest::newRow("radiance") << int(EUNIT_RADIANCE) << false << false;
+    QTest::newRow("radiance with both corrections") << int(EUNIT_RADIANCE) << true << true;
+    QTest::newRow("radiant efficiency") << int(EUNIT_RADIANT_EFFICIENCY) << false << false;
+    QTest::newRow("radiant efficiency with both corrections") << int(EUNIT_RADIANT_EFFICIENCY) << true << true;
+}
+
+void tst_CalibratedImages::pixels()
+{
+    QFETCH(int, unit);
+    QFETCH(bool, isFlatFieldOn);
+    QFETCH(bool, isBackgroundOn);
+    CVXSDataset *dataset = addWithCorrections();
+    dataset->doFlatFieldCorrection(isFlatFieldOn);
+    dataset->doBackgroundSubtraction(isBackgroundOn);
+    const CILImage image = calibrated(dataset, tag_edisplayunit(unit));
+    QCOMPARE(image.getType(), VXS_FLOAT);
+    QCOMPARE(image.getWidth(), 32u);
+    const double perCount = unit == EUNIT_COUNTS ? 1.0 : radianceFactor(dataset) / (unit == EUNIT_RADIANCE ? 1.0 : 20.0);
+    for (int y = 0; y < 32; ++y) {
+        for (int x = 0; x < 32; ++x) {
+            double expected = double(counts(x, y));
+            if (isBackgroundOn)
+                expected -= double(background(x, y));
+            if (isFlatFieldOn)
+                expected /= double(flatField(x, y));
+            expected *= perCount;
+            const double is = image.pixelAt(unsigned(x), unsigned(y));
+            QVERIFY2(std::abs(is - expected) <= 4e-7 * expected,
+                     qPrintable(QStringLiteral("(%1, %2): %3, not %4").arg(x).arg(y).arg(is).arg(expected)));
+        }
+    }
+}
+
+void tst_CalibratedImages::binningFactorAndPaletteComeAlong()
+{
+    ClickSpec spec;
+    spec.binning = 8.0f;
+    CVXSDataset *dataset = add(spec);
+    dataset->setColorTable(VXS_CT_YELLOWHOT);
+    CVXSToolInfo info;
+    info.reversed = true;
+    info.logarithmic = true;
+    dataset->setToolInfo(info);
+    const CILImage image = calibrated(dataset, EUNIT_RADIANCE);
+    QCOMPARE(image.binningFactor(), 8.0f);
+    QCOMPARE(image.getPalette().getColorTableType(), VXS_CT_YELLOWHOT);
+    QVERIFY(image.getPalette().isReversed());
+    QVERIFY(image.getPalette().isLogScale());
+}
+
+void tst_CalibratedImages::integerPixelsBecomeFloat()
+{
+    CVXSDataset *dataset = add();
+    CILImage stored = TestStudy::image(5, 3, [](int x, int y) { return float(1000 * x + y); });
+    stored.ChangeType(VXS_UINT16);
+    stored.setBinningFactor(4.0f);
+    dataset->setCoreImage(EIMAGE_LUMINESCENT, stored);
+    const CILImage image = calibrated(dataset, EUNIT_COUNTS);
+    QCOMPARE(image.getType(), VXS_FLOAT);
+    QCOMPARE(image.pixelAt(4, 2), 4002.0);
+    QCOMPARE(dataset->getCoreImage(EIMAGE_LUMINESCENT)->getType(), VXS_UINT16);
+}
+
+void tst_CalibratedImages::aFlatFieldOfAnotherSizeIsBroughtOntoTheGrid()
+{
+    ClickSpec spec;
+    spec.counts = [](int, int) { return 200.0f; };
+    CVXSDataset *dataset = add(spec);
+    // Twice the grid, so that a pixel of the grid is the mean of 2 x 2: 0.5 and 1.5 give 1.
+    dataset->setCoreImage(EIMAGE_FLATFIELD,
+                          TestStudy::image(64, 64, [](int x, int) { return x % 2 == 0 ? 0.5f : 1.5f; }));
+    dataset->doFlatFieldCorrection(true);
+    CILImage image = calibrated(dataset, EUNIT_COUNTS);
+    QCOMPARE(image.getWidth(), 32u);
+    QCOMPARE(image.getMin(), 200.0f);
+    QCOMPARE(image.getMax(), 200.0f);
+    dataset->setCoreImage(EIMAGE_FLATFIELD, TestStudy::image(8, 8, [](int, int) { return 0.5f; }));
+    image = calibrated(dataset, EUNIT_COUNTS);
+    QCOMPARE(image.getWidth(), 32u);
+    QCOMPARE(image.getMin(), 400.0f);
+    QCOMPARE(image.getMax(), 400.0f);
+}
+
+void tst_CalibratedImages::zeroAndNanOfTheFlatFieldFollowIeeeDivision()
+{
+    ClickSpec spec;
+    spec.counts = [](int x, int) { return x == 3 ? 0.0f : 200.0f; };
+    spec.flatField = [](int x, int) {
+        return x == 0 || x == 3 ? 0.0f : x == 1 ? std::numeric_limits<float>::quiet_NaN() : x == 2 ? -1.0f : 1.0f;
+    };
+    CVXSDataset *dataset = add(spec);
+    dataset->doFlatFieldCorrection(true);
+    CILImage image = calibrated(dataset, EUNIT_COUNTS);
+    QCOMPARE(image.pixelAt(0, 5), std::numeric_limits<double>::infinity());
+    QVERIFY(std::isnan(image.pixelAt(1, 5)));
+    QCOMPARE(image.pixelAt(2, 5), -200.0);
+    QVERIFY(std::isnan(image.pixelAt(3, 5)));
+    QCOMPARE(image.getMax(), 200.0f); // statistics see finite pixels alone
+}
+
+void tst_CalibratedImages::nanAndInfinitePixelsStay()
+{
+    ClickSpec spec;
+    spec.counts = [](int x, int) {
+        return x == 0 ? std::numeric_limits<float>::quiet_NaN()
+                      : x == 1 ? std::numeric_limits<float>::infinity() : 10.0f;
+    };
+    CVXSDataset *dataset = add(spec);
+    CILImage image = calibrated(dataset, EUNIT_RADIANCE);
+    QVERIFY(std::isnan(image.pixelAt(0, 0)));
+    QVERIFY(std::isinf(image.pixelAt(1, 0)));
+    QCOMPARE(image.getMin(), image.getMax());
+    QVERIFY(image.getMin() > 0.0f);
+}
+
+void tst_CalibratedImages::efficiencyTakesTheOffsetFromBothImages()
+{
+    ClickSpec spec;
+    spec.counts = [](int, int) { return OFFSET + 30.0f; };
+    CVXSDataset *dataset = add(spec);
+    dataset->setCoreImage(EIMAGE_EXCITATION, TestStudy::image(32, 32, [](int, int) { return OFFSET + 300.0f; }));
+    QCOMPARE(float(calibrated(dataset, EUNIT_EFFICIENCY).pixelAt(7, 7)), 130.0f / 400.0f);
+    dataset->setCoreImage(EIMAGE_BACKGROUND, TestStudy::image(32, 32, [](int, int) { return OFFSET; }));
+    QCOMPARE(float(calibrated(dataset, EUNIT_EFFICIENCY).pixelAt(7, 7)), 0.1f);
+    dataset->doBackgroundSubtraction(false);
+    QCOMPARE(float(calibrated(dataset, EUNIT_EFFICIENCY).pixelAt(7, 7)), 130.0f / 400.0f);
+}
+
+void tst_CalibratedImages::flatFieldCancelsOutOfEfficiency()
+{
+    CVXSDataset *dataset = addWithCorrections();
+    dataset->doBackgroundSubtraction(false);
+    dataset->setCoreImage(EIMAGE_EXCITATION, TestStudy::image(32, 32, [](int, int) { return 1000.0f; }));
+    dataset->doFlatFieldCorrection(true);
+    QCOMPARE(float(calibrated(dataset, EUNIT_EFFICIENCY).pixelAt(2, 2)), counts(2, 2) / 1000.0f);
+}
+
+void tst_CalibratedImages::efficiencyWithoutReferenceIsRefused()
+{
+    CVXSDataset *dataset = add();
+    LogLines log;
+    CILImage target = TestStudy::image(2, 2, [](int, int) { return 1.0f; });
+    QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_EFFICIENCY, &target, "test"), ESTATUS_NO_IMAGE);
+    QVERIFY(target.isEmpty());
+    QCOMPARE(log.failures().size(), 1);
+    QVERIFY(log.failures().constFirst().contains(dataset->getClickNumber()));
+    QVERIFY(log.failures().constFirst().contains("excitation reference"));
+}
+
+void tst_CalibratedImages::aBackgroundOfAnotherSizeIsRefused()
+{
+    CVXSDataset *dataset = add();
+    dataset->setCoreImage(EIMAGE_BACKGROUND, TestStudy::image(16, 16, background));
+    LogLines log;
+    CILImage target;
+    QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_COUNTS, &target, "test"), ESTATUS_BAD_IMAGE);
+    QVERIFY(target.isEmpty());
+    QCOMPARE(log.failures().size(), 1);
+    QVERIFY(log.failures().constFirst().contains("background.tif"));
+    QVERIFY(log.failures().constFirst().contains("16 x 16"));
+}
+
+void tst_CalibratedImages::correctionFlags_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<bool>("isSet");
+    for (const char *key : {"Flat Field Corrected", "Background Corrected", "FL Background Corrected"}) {
+        QTest::addRow("%s is 1", key) << key << "1" << true;
+        QTest::addRow("%s is 0", key) << key << "0" << false;
+        QTest::addRow("%s is missing", key) << key << QString() << false;
+        QTest::addRow("%s is another text", key) << key << "yes" << false;
+    }
+}
+
+void tst_CalibratedImages::correctionFlags()
+{
+    QFETCH(QString, key);
+    QFETCH(QString, value);
+    QFETCH(bool, isSet);
+    ClickSpec spec;
+    spec.luminescentKeys = {{key, value}};
+    const CVXSDataset *dataset = add(spec);
+    QCOMPARE(dataset->isLuminFlatFieldCorrected(), isSet && key == "Flat Field Corrected");
+    QCOMPARE(dataset->isLuminBackgroundSubtracted(), isSet && key == "Background Corrected");
+    QCOMPARE(dataset->isLuminFLBkgSubtracted(), isSet && key == "FL Background Corrected");
+}
+
+void tst_CalibratedImages::storedCorrectionsAreNotMadeAgain()
+{
+    CVXSDataset *dataset = addWithCorrections();
+    setKey(dataset, clickinfo::SECTION_LUMINESCENT, clickinfo::KEY_BACKGROUND_CORRECTED, "1");
+    setKey(dataset, clickinfo::SECTION_LUMINESCENT, clickinfo::KEY_FLATFIELD_CORRECTED, "1");
+    dataset->doFlatFieldCorrection(true);
+    QCOMPARE(float(calibrated(dataset, EUNIT_COUNTS).pixelAt(3, 4)), counts(3, 4));
+    dataset->doFlatFieldCorrection(false);
+    dataset->doBackgroundSubtraction(false);
+    QVERIFY(dataset->isLuminFlatFieldCorrected()); // it is in the pixels
+    QVERIFY(dataset->isLuminBackgroundSubtracted());
+}
+
+void tst_CalibratedImages::flatFieldNeedsAFlatField()
+{
+    CVXSDataset *dataset = add();
+    QSignalSpy changed(dataset, &CVXSDataset::calibrationChanged);
+    dataset->doFlatFieldCorrection(true);
+    QVERIFY(!dataset->isLuminFlatFieldCorrected());
+    QCOMPARE(changed.count(), 0);
+}
+
+void tst_CalibratedImages::switchingACorrectionIsAnnouncedOnce()
+{
+    CVXSDataset *dataset = addWithCorrections();
+    QVERIFY(!dataset->isLuminFlatFieldCorrected());
+    QVERIFY(dataset->isLuminBackgroundSubtracted());
+    QSignalSpy changed(dataset, &CVXSDataset::calibrationChanged);
+    dataset->doFlatFieldCorrection(true);
+    dataset->doFlatFieldCorrection(true);
+    QVERIFY(dataset->isLuminFlatFieldCorrected());
+    QCOMPARE(changed.count(), 1);
+    dataset->doBackgroundSubtraction(false);
+    dataset->doBackgroundSubtraction(false);
+    QVERIFY(!dataset->isLuminBackgroundSubtracted());
+    QCOMPARE(changed.count(), 2);
+}
+
+void tst_CalibratedImages::resultStaysInItsUnit_data()
+{
+    QTest::addColumn<QString>("stored");
+    QTest::addColumn<int>("unit");
+    QTest::addColumn<double>("powerOfRadiance"); // of the radiance factor
+    QTest::addColumn<double>("powerOfIrradiance");
+    QTest::newRow("counts as they are") << "counts" << int(EUNIT_COUNTS) << 0.0 << 0.0;
+    QTest::newRow("radiance as it is") << "Radiance (Photons)" << int(EUNIT_RADIANCE) << 0.0 << 0.0;
+    QTest::newRow("radiant efficiency as it is") << "Radiant Efficiency" << int(EUNIT_RADIANT_EFFICIENCY) << 0.0 << 0.0;
+    QTest::newRow("efficiency as it is") << "efficiency" << int(EUNIT_EFFICIENCY) << 0.0 << 0.0;
+    QTest::newRow("radiance back to counts") << "Radiance (Photons)" << int(EUNIT_COUNTS) << -1.0 << 0.0;
+    QTest::newRow("counts on to radiance") << "counts" << int(EUNIT_RADIANCE) << 1.0 << 0.0;
+    QTest::newRow("radiance over irradiance") << "Radiance (Photons)" << int(EUNIT_RADIANT_EFFICIENCY) << 0.0 << -1.0;
+}
+
+void tst_CalibratedImages::resultStaysInItsUnit()
+{
+    QFETCH(QString, stored);
+    QFETCH(int, unit);
+    QFETCH(double, powerOfRadiance);
+    QFETCH(double, powerOfIrradiance);
+    // With a background and a flat field lying there, which are not for it.
+    CVXSDataset *dataset = addWithCorrections();
+    setKey(dataset, clickinfo::SECTION_LUMINESCENT, clickinfo::KEY_MATH_OPERATION, "A - B * k");
+    setKey(dataset, clickinfo::SECTION_GRAPH_CONTROLS, clickinfo::KEY_INTENSITY_CALIBRATION, stored);
+    dataset->doFlatFieldCorrection(true);
+    QVERIFY(!dataset->isLuminFlatFieldCorrected());
+    QVERIFY(!dataset->isLuminBackgroundSubtracted());
+    const double factor = std::pow(radianceFactor(dataset), powerOfRadiance) * std::pow(20.0, powerOfIrradiance);
+    const CILImage image = calibrated(dataset, tag_edisplayunit(unit));
+    for (unsigned i : {0u, 9u, 31u}) {
+        const double expected = factor * double(counts(int(i), 5));
+        QVERIFY(std::abs(image.pixelAt(i, 5) - expected) <= 2e-7 * expected);
+    }
+}
+
+void tst_CalibratedImages::resultInEfficiencyIsNotConverted()
+{
+    CVXSDataset *dataset = addWithCorrections();
+    setKey(dataset, clickinfo::SECTION_LUMINESCENT, clickinfo::KEY_MATH_OPERATION, "A - B * k");
+    setKey(dataset, clickinfo::SECTION_GRAPH_CONTROLS, clickinfo::KEY_INTENSITY_CALIBRATION, "efficiency");
+    LogLines log;
+    CILImage target;
+    QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_COUNTS, &target, "test"), ESTATUS_BAD_VALUE);
+    QVERIFY(target.isEmpty());
+    QVERIFY(log.failures().constFirst().contains("efficiency"));
+}
+
+void tst_CalibratedImages::resultWithoutUnitIsRefused()
+{
+    CVXSDataset *dataset = addWithCorrections();
+    setKey(dataset, clickinfo::SECTION_LUMINESCENT, clickinfo::KEY_MATH_OPERATION, "A - B * k");
+    LogLines log;
+    CILImage target;
+    QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_COUNTS, &target, "test"), ESTATUS_BAD_VALUE);
+    QVERIFY(log.failures().constFirst().contains("Intensity Calibration"));
+}
+
+void tst_CalibratedImages::askingAgainSharesThePixels()
+{
+    CVXSDataset *dataset = addWithCorrections();
+    dataset->doFlatFieldCorrection(true);
+    const CILImage first = calibrated(dataset, EUNIT_RADIANCE);
+    QVERIFY(first.contentId() != 0);
+    const CILImage second = calibrated(dataset, EUNIT_RADIANCE);
+    QCOMPARE(second.contentId(), first.contentId());
+    QCOMPARE(second.get_data(), first.get_data());
+    // Colours are no part of the pixels.
+    dataset->setColorTable(VXS_CT_GRAYS);
+    const CILImage third = calibrated(dataset, EUNIT_RADIANCE);
+    QCOMPARE(third.contentId(), first.contentId());
+    QCOMPARE(third.getPalette().getColorTableType(), VXS_CT_GRAYS);
+}
+
+void tst_CalibratedImages::fourImagesAreRemembered()
+{
+    CVXSDataset *dataset = addWithCorrections();
+    QVector<quint64> seen[2];
+    for (QVector<quint64> &round : seen) {
+        for (bool isFlatFieldOn : {false, true}) {
+            dataset->doFlatFieldCorrection(isFlatFieldOn);
+            round += calibrated(dataset, EUNIT_RADIANCE).contentId();
+            round += calibrated(dataset, EUNIT_COUNTS).contentId();
+        }
+    }
+    QCOMPARE(seen[0], seen[1]);
+    QCOMPARE(std::set<quint64>(seen[0].begin(), seen[0].end()).size(), std::size_t(4));
+}
+
+void tst_CalibratedImages::whatItDependsOnMakesItAnew_data()
+{
+    QTest::addColumn<QString>("change");
+    for (const char *change : {"a key of the camera", "a key of the acquisition", "the flat field's switch",
+                               "the background's switch", "new luminescent pixels", "a new flat field", "a new background",
+                               "pixels written in place"})
+        QTest::newRow(change) << change;
+}
+
+void tst_CalibratedImages::whatItDependsOnMakesItAnew()
+{
+    QFETCH(QString, change);
+    CVXSDataset *dataset = addWithCorrections();
+    dataset->doFlatFieldCorrection(true);
+    const CILImage before = calibrated(dataset, EUNIT_RADIANCE);
+    const double pixelBefore = before.pixelAt(1, 1);
+    if (change == "a key of the camera")
+        setKey(dataset, clickinfo::SECTION_CAMERA, clickinfo::KEY_GAIN, "4");
+    else if (change == "a key of the acquisition")
+        setKey(dataset, clickinfo::SECTION_LUMINESCENT, clickinfo::KEY_EXPOSURE, "30");
+    else if (change == "the flat field's switch")
+        dataset->doFlatFieldCorrection(false);
+    else if (change == "the background's switch")
+        dataset->doBackgroundSubtraction(false);
+    else if (change == "new luminescent pixels") {
+        CILImage pixels = TestStudy::image(32, 32, [](int, int) { return 999.0f; });
+        pixels.setBinningFactor(4.0f);
+        dataset->setCoreImage(EIMAGE_LUMINESCENT, pixels);
+    } else if (change == "a new flat field")
+        dataset->setCoreImage(EIMAGE_FLATFIELD, TestStudy::image(32, 32, [](int, int) { return 0.25f; }));
+    else if (change == "a new background")
+        dataset->setCoreImage(EIMAGE_BACKGROUND, TestStudy::image(32, 32, [](int, int) { return 7.0f; }));
+    else
+        *dataset->getCoreImage(EIMAGE_LUMINESCENT) *= 2.0;
+    const CILImage after = calibrated(dataset, EUNIT_RADIANCE);
+    QVERIFY(after.contentId() != before.contentId());
+    QVERIFY(after.pixelAt(1, 1) != pixelBefore);
+    QCOMPARE(before.pixelAt(1, 1), pixelBefore);
+}
+
+void tst_CalibratedImages::writingIntoTheCopyLeavesTheRememberedImage()
+{
+    CVXSDataset *dataset = add();
+    CILImage copy = calibrated(dataset, EUNIT_COUNTS);
+    static_cast<float *>(copy.get_data())[0] = -1.0f;
+    CILImage scaled = calibrated(dataset, EUNIT_COUNTS);
+    scaled *= 3.0;
+    QCOMPARE(calibrated(dataset, EUNIT_COUNTS).pixelAt(0, 0), 100.0);
+    QCOMPARE(dataset->getCoreImage(EIMAGE_LUMINESCENT)->pixelAt(0, 0), 100.0);
+}
+
+void tst_CalibratedImages::pixelsThatSomeoneMayWriteAreNotRemembered()
+{
+    CVXSDataset *dataset = add();
+    auto *pixels = static_cast<float *>(dataset->getCoreImage(EIMAGE_LUMINESCENT)->get_data());
+    for (float value : {11.0f, 22.0f}) {
+        pixels[0] = value;
+        QCOMPARE(float(calibrated(dataset, EUNIT_COUNTS).pixelAt(0, 0)), value);
+    }
+}
+
+void tst_CalibratedImages::noLuminescentImage()
+{
+    ClickSpec spec;
+    spec.counts = nullptr;
+    spec.photograph = [](int x, int) { return float(x); };
+    const CVXSDataset *dataset = add(spec);
+    LogLines log;
+    CILImage target = TestStudy::image(2, 2, [](int, int) { return 1.0f; });
+    QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_COUNTS, &target, "test"), ESTATUS_NO_IMAGE);
+    QVERIFY(target.isEmpty());
+    QCOMPARE(log.failures().size(), 1);
+    QVERIFY(log.failures().constFirst().contains(dataset->getClickNumber()));
+}
+
+void tst_CalibratedImages::unknownUnit()
+{
+    CILImage target = TestStudy::image(2, 2, [](int, int) { return 1.0f; });
+    QCOMPARE(add()->getCalibratedLuminImage(tag_edisplayunit(9), &target, "test"), ESTATUS_BAD_VALUE);
+    QVERIFY(target.isEmpty());
+}
+
+void tst_CalibratedImages::noTarget()
+{
+    QCOMPARE(add()->getCalibratedLuminImage(EUNIT_COUNTS, nullptr, "test"), ESTATUS_BAD_VALUE);
+}
+
+QTEST_GUILESS_MAIN(tst_CalibratedImages)
+#include "tst_CalibratedImages.moc"

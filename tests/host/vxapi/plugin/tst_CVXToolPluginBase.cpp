@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: MIT
+#include "host/vxapi/plugin/CVXToolPluginBase.h"
+#include "host/vxapi/view/CVXSMdiSubWindow.h"
+#include "host/vxapi/view/CVXSWorkspace.h"
+#include "host/vxutils/CVXSLog.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QIcon>
+#include <QtTest>
+
+namespace {
+
+/// A tool as small as one can be.
+class SmallTool : public CVXToolPluginBase
+{
+public:
+    int getToolKind() override { return 0; }
+    QAction *getAction() override { return m_pAction; }
+    QIcon getIcon() override { return QIcon(); }
+    QString getToolName() override { return QStringLiteral("Small"); }
+    QString getToolGroupName() override { return QStringLiteral("Tests"); }
+    void resetWindow() override {}
+    void showToolWindow() override {}
+    bool launchTool() override { return true; }
+    bool isToolWindowShown() override { return m_bToolWindowShown; }
+    void signalAddWidgetToWorkspace(QWidget *widget) override { addWidgetToWorkspace(widget); }
+    void updateValidity(QAction *action, bool enabled, bool visible) override
+    {
+        updateToolPluginValidity(action, enabled, visible);
+    }
+    void onSignalDatasetChanged(CVXSDataset *) override {}
+    void onSignalSequenceChanged(CVXSSequenceDataset *) override {}
+    void onSignalDatasetRemoved(CVXSDataset *) override {}
+    void onSignalSequenceAdded(CVXSSequenceDataset *) override {}
+    void onSignalSequenceRemoved(CVXSSequenceDataset *) override {}
+    void onSignalROIModified(QString) override {}
+    void onSignalROIDeleted() override {}
+    void onSignalupdateROIList() override {}
+    void onSignalCopyToClipboard(QString) override {}
+};
+
+/// A tool's window: the person can only hide it.
+class HidingWindow : public QWidget
+{
+protected:
+    void closeEvent(QCloseEvent *event) override
+    {
+        static_cast<CVXSMdiSubWindow *>(parentWidget())->hideWindow();
+        event->ignore();
+    }
+};
+
+} // namespace
+
+class tst_CVXToolPluginBase : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aFreshToolIsNotShownAndHasNoAction()
+    {
+        SmallTool tool;
+        QVERIFY(!tool.isToolWindowShown());
+        QCOMPARE(tool.getAction(), nullptr);
+        QVERIFY(tool.isBaseModuleAvailable());
+        QVERIFY(tool.defaultVisibilityForPluggin());
+        QVERIFY(!tool.hasPreferenceWidget());
+        QCOMPARE(tool.getPreferenceWidget(), nullptr);
+        QCOMPARE(tool.getBaseModuleName(), QString());
+    }
+
+    void validity_data()
+    {
+        QTest::addColumn<bool>("enabled");
+        QTest::addColumn<bool>("visible");
+        QTest::newRow("enabled and visible") << true << true;
+        QTest::newRow("enabled, hidden") << true << false;
+        QTest::newRow("disabled, visible") << false << true;
+        QTest::newRow("disabled and hidden") << false << false;
+    }
+    void validity()
+    {
+        QFETCH(bool, enabled);
+        QFETCH(bool, visible);
+        SmallTool tool;
+        QAction action(QStringLiteral("Small"));
+        action.setEnabled(!enabled);
+        action.setVisible(!visible);
+        tool.updateValidity(&action, enabled, visible);
+        // A hidden action is not enabled for anybody who asks, but must come back so.
+        QCOMPARE(action.isVisible(), visible);
+        action.setVisible(true);
+        QCOMPARE(action.isEnabled(), enabled);
+        tool.updateValidity(nullptr, enabled, visible); // a tool without an action
+    }
+
+    void withoutAWorkspaceAFailureIsLogged()
+    {
+        SmallTool tool;
+        QWidget window;
+        const int before = getLogObject()->entries().size();
+        tool.signalAddWidgetToWorkspace(&window);
+        QCOMPARE(getLogObject()->entries().size(), before + 1);
+        QCOMPARE(getLogObject()->entries().last().level, 3L);
+        QCOMPARE(window.parentWidget(), nullptr);
+    }
+
+    void aToolsWindowIsWrappedHiddenAndSurvivesItsClosing()
+    {
+        CVXSWorkspace workspace;
+        workspace.resize(800, 600);
+        workspace.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&workspace));
+        SmallTool tool;
+        QPointer<HidingWindow> window = new HidingWindow;
+        window->setWindowFlags(Qt::Window | Qt::WindowTitleHint);
+        tool.signalAddWidgetToWorkspace(window);
+        QPointer<CVXSMdiSubWindow> subWindow = qobject_cast<CVXSMdiSubWindow *>(window->parentWidget());
+        QVERIFY(subWindow);
+        QVERIFY(!subWindow->isVisible());
+        QVERIFY(!window->isVisible());
+        subWindow->showWindow();
+        QVERIFY(subWindow->isVisible());
+        QVERIFY(window->isVisible());
+        for (int round = 0; round < 2; ++round) {
+            QVERIFY(!subWindow->close());
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+            QCoreApplication::processEvents();
+            QVERIFY(window && subWindow);
+            QVERIFY(!subWindow->isVisible());
+            subWindow->showWindow();
+            QVERIFY(window->isVisible());
+        }
+        delete subWindow.data();
+        QVERIFY(!window);
+    }
+};
+
+QTEST_MAIN(tst_CVXToolPluginBase)
+#include "tst_CVXToolPluginBase.moc"
