@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#include "math/Formula.h"
+
+namespace imagemath {
+
+namespace {
+
+void sum(const Operands &operands, CILImage &result)
+{
+    result = operands.b;
+    result *= operands.k;
+    result += operands.a;
+}
+
+void difference(const Operands &operands, CILImage &result)
+{
+    result = operands.b;
+    result *= operands.k;
+    result = operands.a - result;
+}
+
+void product(const Operands &operands, CILImage &result)
+{
+    result = operands.b;
+    result *= operands.k;
+    result *= operands.a;
+}
+
+void quotient(const Operands &operands, CILImage &result)
+{
+    result = operands.a;
+    result /= operands.b;
+    result *= operands.k;
+}
+
+// The masks multiply, they do not select: a NaN of A stays a NaN outside of them, and a mask edge may be a fraction.
+void thresholdedRatio(const Operands &operands, CILImage &result)
+{
+    CILImage aboveThreshold;
+    operands.countsB.Threshold(operands.k, aboveThreshold);
+    result = operands.a * aboveThreshold;
+    result /= operands.b;
+    result *= operands.ratioScale;
+    if (operands.tissueMask)
+        result *= *operands.tissueMask;
+}
+
+} // namespace
+
+const std::array<Formula, 5> &formulas()
+{
+    static const std::array<Formula, 5> table{{
+        {"A + B * k", false, sum},
+        {"A - B * k", false, difference},
+        {"A * B * k", false, product},
+        {"(A / B) * k", false, quotient},
+        {"A/B if Counts(B)>k", true, thresholdedRatio},
+    }};
+    return table;
+}
+
+const Formula *formulaAt(int index)
+{
+    const auto &table = formulas();
+    return index >= 0 && index < int(table.size()) ? &table[std::size_t(index)] : nullptr;
+}
+
+} // namespace imagemath

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "host/vximage/CILImage.h"
+
+#include <array>
+
+/// The five formulas of image math, pixel by pixel on images of equal size.
+///
+/// Every step is a 32-bit float operation rounded on its own. Division is IEEE: a zero pixel in B gives an infinity
+/// or a NaN, nothing is clamped. The result carries A's or B's binning factor, which are equal by then.
+namespace imagemath {
+
+/// What a formula is evaluated on. Images of one size, 32-bit float (masks may stay masks).
+struct Operands
+{
+    const CILImage &a;       ///< image A in the display unit
+    const CILImage &b;       ///< image B in the display unit
+    const CILImage &countsB; ///< B in camera counts, on the same grid; only the thresholded ratio reads it
+    float k;                 ///< factor, or the threshold in counts of the thresholded ratio
+
+    double ratioScale = 10.0;             ///< thresholded ratio: factor of B's fluorescence level
+    const CILImage *tissueMask = nullptr; ///< thresholded ratio: opened photograph mask, or null for none
+};
+
+/// One formula: the text that the person chooses, what it reads, and how it is evaluated.
+struct Formula
+{
+    const char *text;
+    bool readsSceneOfB; ///< whether ratioScale and tissueMask matter to it
+    void (*evaluate)(const Operands &operands, CILImage &result);
+};
+
+/// The formulas in the order in which they are offered; the index selects, not the text.
+const std::array<Formula, 5> &formulas();
+
+/// The formula of that index, or null for an index that is none.
+const Formula *formulaAt(int index);
+
+} // namespace imagemath

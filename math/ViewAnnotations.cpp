@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+#include "math/ViewAnnotations.h"
+
+namespace imagemath {
+
+QString displayLabel(tag_edisplayunit unit)
+{
+    switch (unit) {
+    case EUNIT_COUNTS:
+        return QStringLiteral("Counts");
+    case EUNIT_RADIANCE:
+        return QStringLiteral("Radiance (Photons)");
+    case EUNIT_RADIANT_EFFICIENCY:
+        return QStringLiteral("Radiant Efficiency");
+    case EUNIT_EFFICIENCY:
+        return QStringLiteral("Efficiency");
+    case EUNIT_COUNT:
+        break;
+    }
+    return {};
+}
+
+QString operandLabel(bool isTransFluorescent, tag_edisplayunit ownUnit, tag_edisplayunit labelUnit)
+{
+    if (ownUnit == EUNIT_EFFICIENCY && isTransFluorescent)
+        return QStringLiteral("NTF Efficiency");
+    return displayLabel(labelUnit);
+}
+
+QString noImageLabel()
+{
+    return QStringLiteral("(No luminescent image)");
+}
+
+int ColumnLayout::borderFor(float height)
+{
+    return int(double(height) * 0.1);
+}
+
+double ColumnLayout::tagLeft(double tagWidth) const
+{
+    return double(left) + ((double(width) + 2.0 * border) - tagWidth) / 2.0;
+}
+
+float ColumnLayout::belowFirst() const
+{
+    return top + height + float(border) + 1.0f;
+}
+
+float ColumnLayout::belowSecond() const
+{
+    return top + 2.0f * height + 3.0f * float(border) + 1.0f;
+}
+
+double ColumnLayout::centredOnThird(double tagHeight) const
+{
+    const float thirdTop = top + 2.0f * height + 5.0f * float(border);
+    return double(thirdTop) + (double(height) - tagHeight) / 2.0;
+}
+
+} // namespace imagemath

@@ -1,0 +1,619 @@
+// SPDX-License-Identifier: MIT
+#include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/CVXSSequenceDataset.h"
+#include "host/vxapi/view/CVXSMultiImageView.h"
+#include "host/vxapi/view/CVXSSequenceWindow.h"
+#include "host/vxapi/view/CVXSTextTag.h"
+#include "host/vxapi/view/CVXSWorkspace.h"
+#include "host/vxutils/CVXUtilityFns.h"
+#include "host/vxutils/deleteFolderTree.h"
+#include "tests/support/BoxAnswerer.h"
+#include "tests/window/BoundWindow.h"
+
+#include <cmath>
+#include <QtTest>
+#include <QVBoxLayout>
+
+namespace {
+
+// Saves as it is told, and counts how often it was asked.
+class SavingWindow : public CVXSSequenceWindow
+{
+public:
+    SavingWindow(CVXSSequenceDataset *sequence, ESTATUS status)
+        : CVXSSequenceWindow(sequence), m_status(status)
+    {
+    }
+    ESTATUS saveSequence() override
+    {
+        ++asked;
+        return m_status;
+    }
+    int asked = 0;
+
+private:
+    ESTATUS m_status;
+};
+
+const QString SAVE_QUESTION = QStringLiteral("This sequence need to be saved to the disk before using 'Image "
+                                             "Math Tool' on it.\nDo you want to save and continue?");
+
+bool near(float a, float b, float scale)
+{
+    return std::fabs(a - b) <= 1e-4f * scale;
+}
+
+} // namespace
+
+/// What the window is like right after it was bound to a sequence.
+class tst_Binding : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+
+    void title();
+    void sequenceID();
+    void aSavedSequenceIsNotAskedAbout();
+    void anUnsavedSequence_data();
+    void anUnsavedSequence();
+    void changesOfTheSequenceReachTheWindow();
+    void aSequenceWithoutAWindowIsWatchedToo();
+    void storedK_data();
+    void storedK();
+    void listFilter_data();
+    void listFilter();
+    void clicksWithoutADatasetAreLeftOut();
+    void theListsKeepTheSequencesOrder();
+    void selectionAndOperation();
+    void theFirstComputationRunsWithoutAView();
+    void oneListedClickComputesNothing();
+    void noListedClickComputesNothing();
+    void photographChoiceAtBinding_data();
+    void photographChoiceAtBinding();
+    void photographChoiceNeedsBothRows();
+    void theView();
+    void theViewsLayout();
+    void colorbarPlaces_data();
+    void colorbarPlaces();
+    void colorbarPalette_data();
+    void colorbarPalette();
+    void theColorbarKeepsTheLimitsOfTheFirstComputation();
+    void colorbarsAreInTheView_data();
+    void colorbarsAreInTheView();
+    void tagsAreInTheView_data();
+    void tagsAreInTheView();
+    void imagesReachTheViewWithTheLaunch();
+};
+
+void tst_Binding::init()
+{
+    CVXUtilityFns::setkValue(QStringLiteral("1.00"));
+}
+
+void tst_Binding::title()
+{
+    BoundWindow bound(QStringLiteral("ZZ20270809101112_SEQ"));
+    bound.addClick(QStringLiteral("ZZ1"));
+    QVERIFY(bound.saveAndBind());
+    QCOMPARE(bound.window()->m_pSeqTitle->text(), QStringLiteral("<b>Sequence: ZZ20270809101112_SEQ</b>"));
+    QCOMPARE(bound.window()->m_pSeqTitle->alignment(), Qt::AlignLeft | Qt::AlignVCenter);
+}
+
+void tst_Binding::sequenceID()
+{
+    BoundWindow bound(QStringLiteral("ZZ20270809101112_SEQ"));
+    bound.addClick(QStringLiteral("ZZ1"));
+    QVERIFY(bound.saveAndBind());
+    QCOMPARE(bound.window()->getSequenceID(), QStringLiteral("ZZ20270809101112_SEQ"));
+}
+
+void tst_Binding::aSavedSequenceIsNotAskedAbout()
+{
+    BoxAnswerer boxes;
+    BoundWindow bound;
+    bound.addClick(QStringLiteral("A1"));
+    bound.addClick(QStringLiteral("A2"));
+    QVERIFY(bound.saveAndBind());
+    QCOMPARE(boxes.count(), 0);
+    QVERIFY(!bound.window()->m_bSavedForImageMath);
+}
+
+void tst_Binding::anUnsavedSequence_data()
+{
+    QTest::addColumn<int>("answer");
+    QTest::addColumn<bool>("hasWindow");
+    QTest::addColumn<int>("saveStatus");
+    QTest::addColumn<bool>("bound");
+    QTest::addColumn<bool>("savedFlag");
+    const int yes = QMessageBox::Yes;
+    const int no = QMessageBox::No;
+    QTest::newRow("No fails the binding") << no << true << 0 << false << false;
+    QTest::newRow("No fails without a sequence window as well") << no << false << 0 << false << false;
+    QTest::newRow("Escape is No") << BoxAnswerer::ESCAPE_KEY << true << 0 << false << false;
+    QTest::newRow("Yes and a good save") << yes << true << int(ESTATUS_SUCCESS) << true << true;
+    QTest::newRow("Yes and a save that fails") << yes << true << int(ESTATUS_FAILURE) << false << false;
+    QTest::newRow("Yes and a folder that cannot be written")
+        << yes << true << int(ESTATUS_FILE_NOT_WRITABLE) << false << false;
+    QTest::newRow("Yes without a sequence window goes on unsaved") << yes << false << 0 << true << false;
+}
+
+void tst_Binding::anUnsavedSequence()
+{
+    QFETCH(int, answer);
+    QFETCH(bool, hasWindow);
+    QFETCH(int, saveStatus);
+    QFETCH(bool, bound);
+    QFETCH(bool, savedFlag);
+    BoundWindow fixture;
+    fixture.addClick(QStringLiteral("A1"));
+    fixture.addClick(QStringLiteral("A2"));
+    SavingWindow *saving = nullptr;
+    if (hasWindow) {
+        saving = new SavingWindow(fixture.sequence(), ESTATUS(saveStatus));
+        fixture.workspace()->addChildWindow(saving);
+    }
+    BoxAnswerer boxes({answer});
+    QCOMPARE(fixture.bind(), bound);
+    QCOMPARE(boxes.count(), 1);
+    const BoxAnswerer::Shown box = boxes.shown().first();
+    QCOMPARE(box.title, CVXUtilityFns::getAppName());
+    QCOMPARE(box.text, SAVE_QUESTION);
+    QCOMPARE(box.icon, QMessageBox::Warning);
+    QVERIFY(!box.hasParent);
+    QList<int> buttons = box.standardButtons;
+    std::sort(buttons.begin(), buttons.end());
+    QCOMPARE(buttons, (QList<int>{0x4000, 0x10000}));
+    if (saving)
+        QCOMPARE(saving->asked, answer == int(QMessageBox::Yes) ? 1 : 0);
+    QCOMPARE(fixture.window()->m_bSavedForImageMath, savedFlag);
+    QCOMPARE(bool(fixture.window()->m_pView), bound);
+    QCOMPARE(fixture.listA().size(), bound ? 2 : 0);
+    QCOMPARE(fixture.window()->computations, bound ? 1 : 0);
+}
+
+void tst_Binding::changesOfTheSequenceReachTheWindow()
+{
+    BoundWindow bound;
+    bound.addClick(QStringLiteral("A1"));
+    bound.addClick(QStringLiteral("A2"));
+    QVERIFY(bound.study().save());
+    CVXSSequenceWindow *shown = bound.workspace()->showSequence(bound.sequence());
+    QVERIFY(bound.bind());
+    bound.window()->forgetCalls();
+    {
+        // The sequence window tells of the change in its turn: only the sequence is heard here.
+        const QSignalBlocker silent(shown);
+        emit bound.sequence()->updateOnChangeSequence();
+    }
+    QCOMPARE(bound.window()->calls.value("updateImageMathWindow"), 1);
+    emit shown->signalUpdateMeasurmentsCombobox(QStringLiteral("A1"));
+    QCOMPARE(bound.window()->calls.value("updateImageMathWindow"), 2);
+}
+
+void tst_Binding::aSequenceWithoutAWindowIsWatchedToo()
+{
+    BoundWindow bound;
+    bound.addClick(QStringLiteral("A1"));
+    bound.addClick(QStringLiteral("A2"));
+    QVERIFY(bound.saveAndBind());
+    bound.window()->forgetCalls();
+    emit bound.sequence()->updateOnChangeSequence();
+    QCOMPARE(bound.window()->calls.value("updateImageMathWindow"), 1);
+}
+
+void tst_Binding::storedK_data()
+{
+    QTest::addColumn<QString>("stored");
+    QTest::addColumn<float>("k");
+    QTest::newRow("the text of a fresh profile") << "1.00" << 1.0f;
+    QTest::newRow("a small number") << "5.00e-1" << 0.5f;
+    QTest::newRow("a large number") << "1.23e5" << 1.23e5f;
+    QTest::newRow("a negative number") << "-2.50" << -2.5f;
+    QTest::newRow("a number in another form is shown as it is stored") << "2.5000" << 2.5f;
+    QTest::newRow("a number beyond the bounds is not clamped here") << "2e15" << 2e15f;
+    QTest::newRow("a decimal comma reads as 0") << "1,5" << 0.0f;
+    QTest::newRow("a word reads as 0") << "many" << 0.0f;
+}
+
+void tst_Binding::storedK()
+{
+    QFETCH(QString, stored);
+    QFETCH(float, k);
+    CVXUtilityFns::setkValue(stored);
+    BoundWindow bound;
+    bound.addClick(QStringLiteral("A1"));
+    bound.addClick(QStringLiteral("A2"));
+    QVERIFY(bound.saveAndBind());
+    QCOMPARE(bound.window()->m_pKLineEdit->text(), stored);
+    QVERIFY(bound.window()->m_kValue == k);
+    QCOMPARE(CVXUtilityFns::getkValue(), stored);
+    // The first computation used it: A and B hold the same pixels, the largest of them 100 + 31 + 62.
+    const float a = 193.0f;
+    const float b = 100.0f;
+    const float atA = a - k * a;
+    const float atB = b - k * b;
+    QCOMPARE(bound.window()->m_resultImage.getMax(), std::max(atA, atB));
+}
+
+void tst_Binding::listFilter_data()
+{
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<bool>("listed");
+    QTest::newRow("luminescence is listed") << QString::fromLatin1(clickinfo::KIND_LUMINESCENT) << true;
+    QTest::newRow("fluorescence is listed") << QString::fromLatin1(clickinfo::KIND_FLUORESCENT) << true;
+    QTest::newRow("transfluorescence is listed")
+        << QString::fromLatin1(clickinfo::KIND_TRANSFLUORESCENT) << true;
+    QTest::newRow("transillumination is listed")
+        << QString::fromLatin1(clickinfo::KIND_TRANSILLUMINATION) << true;
+    QTest::newRow("a photograph alone is not") << "photograph" << false;
+    QTest::newRow("an X-ray image alone is not") << "xray" << false;
+}
+
+void tst_Binding::listFilter()
+{
+    QFETCH(QString, kind);
+    QFETCH(bool, listed);
+    BoundWindow bound;
+    bound.addClick(QStringLiteral("A1"));
+    if (kind == QLatin1String("photograph")) {
+        bound.addPhotographOnly(QStringLiteral("A2"));
+    } else if (kind == QLatin1String("xray")) {
+        ClickSpec spec;
+        spec.clickNumber = QStringLiteral("A2");
+        spec.counts = nullptr;
+        CVXSDataset *dataset = bound.study().add(spec);
+        dataset->setCoreImage(EIMAGE_XRAY,
+                              TestStudy::image(16, 16, [](int x, int y) { return float(x * y); }));
+    } else {
+        ClickSpec spec;
+        spec.clickNumber = QStringLiteral("A2");
+        spec.kind = kind;
+        bound.study().add(spec);
+    }
+    bound.addClick(QStringLiteral("A3"));
+    QVERIFY(bound.saveAndBind());
+    const QStringList expected = listed ? QStringList{"A1", "A2", "A3"} : QStringList{"A1", "A3"};
+    QCOMPARE(bound.listA(), expected);
+    QCOMPARE(bound.listB(), expected);
+}
+
+void tst_Binding::clicksWithoutADatasetAreLeftOut()
+{
+    TestStudy study(QStringLiteral("LO20260102030405_SEQ"));
+    for (const QString &number : {QStringLiteral("L1"), QStringLiteral("L2"), QStringLiteral("L3")}) {
+        ClickSpec spec;
+        spec.clickNumber = number;
+        QVERIFY(study.add(spec));
+    }
+    QVERIFY(study.save());
+    const QString folder = study.sequence()->getSequenceInfoPath();
+    const QString lost = study.sequence()->getDatasetFolderPath(QStringLiteral("L2"));
+    study.close();
+    QVERIFY(deleteFolderTree(QDir(lost)));
+    ESTATUS status = ESTATUS_FAILURE;
+    QString error;
+    const std::unique_ptr<CVXSSequenceDataset> sequence(CVXSSequenceDataset::open(folder, &status, &error));
+    QVERIFY2(sequence, qPrintable(error));
+    WatchedWnd window;
+    QVERIFY(window.bindToSequence(sequence->getSequenceID()));
+    QCOMPARE(BoundWindow::textsOf(window.m_pListBoxA), (QStringList{"L1", "L3"}));
+    QCOMPARE(BoundWindow::textsOf(window.m_pListBoxB), (QStringList{"L1", "L3"}));
+}
+
+void tst_Binding::theListsKeepTheSequencesOrder()
+{
+    BoundWindow bound;
+    for (const QString &number : {QStringLiteral("Z9"), QStringLiteral("A1"), QStringLiteral("M5")})
+        bound.addClick(number);
+    QVERIFY(bound.saveAndBind());
+    QCOMPARE(bound.listA(), (QStringList{"Z9", "A1", "M5"}));
+    QCOMPARE(bound.listB(), (QStringList{"Z9", "A1", "M5"}));
+}
+
+void tst_Binding::selectionAndOperation()
+{
+    BoundWindow bound;
+    bound.addClick(QStringLiteral("A1"));
+    bound.addClick(QStringLiteral("A2"));
+    bound.addClick(QStringLiteral("A3"));
+    bound.window()->m_pOperationCB->setCurrentIndex(4);
+    bound.window()->m_pWithPhotoChkBox->setChecked(false);
+    QVERIFY(bound.saveAndBind());
+    QCOMPARE(bound.window()->m_pListBoxA->currentRow(), 0);
+    QCOMPARE(bound.window()->m_pListBoxB->currentRow(), 1);
+    QVERIFY(bound.window()->m_pListBoxA->item(0)->isSelected());
+    QVERIFY(bound.window()->m_pListBoxB->item(1)->isSelected());
+    QCOMPARE(bound.window()->m_pOperationCB->currentIndex(), 1);
+    QVERIFY(bound.window()->m_pWithPhotoChkBox->isChecked());
+    QCOMPARE(bound.window()->m_pDatasetA, bound.sequence()->getDataset(QStringLiteral("A1")));
+    QCOMPARE(bound.window()->m_pDatasetB, bound.sequence()->getDataset(QStringLiteral("A2")));
+    QVERIFY(bound.window()->m_pDisplayBtn->isEnabled());
+}
+
+void tst_Binding::theFirstComputationRunsWithoutAView()
+{
+    BoundWindow bound;
+    bound.addClick(QStringLiteral("A1"), false, 100.0f);
+    bound.addClick(QStringLiteral("A2"), false, 40.0f);
+    QVERIFY(bound.saveAndBind());
+    QCOMPARE(bound.window()->computations, 1);
+    QCOMPARE(bound.window()->computationsWithoutView, 1);
+    // A - 1.00 * B
+    QCOMPARE(bound.window()->m_resultImage.getMin(), 60.0f);
+    QCOMPARE(bound.window()->m_resultImage.getMax(), 60.0f);
+    for (int slot = 0; slot < 3; ++slot)
+        QVERIFY(bound.window()->viewImage(slot));
+}
+
+void tst_Binding::oneListedClickComputesNothing()
+{
+    BoundWindow bound;
+    bound.addClick(QStringLiteral("A1"));
+    bound.addPhotographOnly(QStringLiteral("A2"));
+    const LogWatcher log;
+    QVERIFY(bound.saveAndBind());
+    QCOMPARE(bound.listA(), QStringList{"A1"});
+    QCOMPARE(bound.listB(), QStringList{"A1"});
+    QCOMPARE(bound.window()->m_pListBoxA->currentRow(), 0);
+    QCOMPARE(bound.window()->m_pListBoxB->currentRow(), -1);
+    QCOMPARE(bound.window()->computations, 0);
+    QVERIFY(log.toolEntries().isEmpty());
+    QVERIFY(bound.window()->m_pView);
+    QVERIFY(!bound.window()->m_pDatasetA);
+}
+
+void tst_Binding::noListedClickComputesNothing()
+{
+    BoundWindow bound;
+    bound.addPhotographOnly(QStringLiteral("A1"));
+    bound.addPhotographOnly(QStringLiteral("A2"));
+    QVERIFY(bound.saveAndBind());
+    QCOMPARE(bound.listA(), QStringList{});
+    QCOMPARE(bound.listB(), QStringList{});
+    QCOMPARE(bound.window()->computations, 0);
+    QVERIFY(bound.window()->m_pView);
+    bound.show();
+    QVERIFY(bound.window()->isVisible());
+}
+
+void tst_Binding::photographChoiceAtBinding_data()
+{
+    QTest::addColumn<bool>("photographA");
+    QTest::addColumn<bool>("photographB");
+    QTest::addColumn<bool>("enabled");
+    QTest::addColumn<QStringList>("items");
+    QTest::newRow("both have a photograph") << true << true << true << QStringList{"A", "B"};
+    QTest::newRow("only A has one") << true << false << true << QStringList{"A"};
+    QTest::newRow("only B has one") << false << true << true << QStringList{"B"};
+    QTest::newRow("neither has one") << false << false << false << QStringList{};
+}
+
+void tst_Binding::photographChoiceAtBinding()
+{
+    QFETCH(bool, photographA);
+    QFETCH(bool, photographB);
+    QFETCH(bool, enabled);
+    QFETCH(QStringList, items);
+    BoundWindow bound;
+    bound.addClick(QStringLiteral("A1"), photographA);
+    bound.addClick(QStringLiteral("A2"), photographB);
+    bound.window()->m_pPhotoFromCB->setEnabled(!enabled);
+    bound.window()->m_pWithPhotoChkBox->setEnabled(!enabled);
+    QVERIFY(bound.saveAndBind());
+    QCOMPARE(bound.window()->m_pWithPhotoChkBox->isEnabled(), enabled);
+    QCOMPARE(bound.window()->m_pPhotoFromCB->isEnabled(), enabled);
+    if (enabled)
+        QCOMPARE(BoundWindow::itemsOf(bound.window()->m_pPhotoFromCB), items);
+    QVERIFY(bound.window()->photographChoices >= 1);
+}
+
+void tst_Binding::photographChoiceNeedsBothRows()
+{
+    BoundWindow bound;
+    bound.addClick(QStringLiteral("A1"), true);
+    bound.addClick(QStringLiteral("A2"), true);
+    QVERIFY(bound.saveAndBind());
+    bound.window()->m_pPhotoFromCB->clear();
+    bound.window()->m_pPhotoFromCB->setEnabled(false);
+    bound.window()->m_pListBoxB->setCurrentRow(-1);
+    bound.window()->updatePhotographChoice();
+    QCOMPARE(bound.window()->m_pPhotoFromCB->count(), 0);
+    QVERIFY(!bound.window()->m_pPhotoFromCB->isEnabled());
+}
+
+void tst_Binding::theView()
+{
+    BoundWindow bound;
+    bound.addClick(QStringLiteral("A1"));
+    bound.addClick(QStringLiteral("A2"));
+    QVERIFY(bound.saveAndBind());
+    CVXSMultiImageView *view = bound.window()->m_pView;
+    QVERIFY(view);
+    QCOMPARE(view->objectName(), QStringLiteral("Image Math View"));
+    QCOMPARE(view->parentWidget(), static_cast<QWidget *>(bound.window()->m_pGLFrame));
+    QCOMPARE(view->getImageBorder(), 10);
+    QCOMPARE(int(view->imageLayout()), 4);
+    QCOMPARE(view->slotCount(), 3);
+    for (int slot = 0; slot < 3; ++slot)
+        QVERIFY2(!view->imageAt(slot), "the slots are empty until the tags are laid out");
+}
+
+void tst_Binding::theViewsLayout()
+{
+    BoundWindow bound;
+    bound.addClick(QStringLiteral("A1"));
+    bound.addClick(QStringLiteral("A2"));
+    QVERIFY(bound.saveAndBind());
+    auto *layout = qobject_cast<QVBoxLayout *>(bound.window()->m_pGLFrame->layout());
+    QVERIFY(layout);
+    QCOMPARE(layout->objectName(), QStringLiteral("ImageLayout"));
+    QCOMPARE(layout->contentsMargins(), QMargins(2, 2, 2, 2));
+    QCOMPARE(layout->spacing(), 2);
+    QCOMPARE(layout->count(), 1);
+    QCOMPARE(layout->itemAt(0)->widget(), static_cast<QWidget *>(bound.window()->m_pView));
+    QCOMPARE(layout->stretch(0), 1);
+}
+
+void tst_Binding::colorbarPlaces_data()
+{
+    QTest::addColumn<bool>("result");
+    QTest::addColumn<float>("top");
+    QTest::addColumn<float>("height");
+    QTest::newRow("of A and B") << false << 0.05f << 0.567f;
+    QTest::newRow("of the result") << true << 0.717f << 0.233f;
+}
+
+void tst_Binding::colorbarPlaces()
+{
+    QFETCH(bool, result);
+    QFETCH(float, top);
+    QFETCH(float, height);
+    BoundWindow bound;
+    bound.addClick(QStringLiteral("A1"));
+    bound.addClick(QStringLiteral("A2"));
+    QVERIFY(bound.saveAndBind());
+    const VXSRECT strip = bound.window()->m_pView->getColorBarRect();
+    QVERIFY(strip.height() > 0.0f);
+    const SColorbar &bar = result ? *bound.window()->m_pColorbarResult : *bound.window()->m_pColorbarAB;
+    const VXSRECT before = bar.rect;
+    QVERIFY(near(before.left, strip.left, strip.height()));
+    QVERIFY(near(before.top, strip.top + top * strip.height(), strip.height()));
+    QVERIFY(near(before.height(), height * strip.height(), strip.height()));
+    QVERIFY(before.right > before.left && before.right <= strip.right * 1.0001f);
+    // Placed once, before the view was ever shown: showing and resizing change nothing.
+    bound.show();
+    const VXSRECT shown = bound.window()->m_pView->getColorBarRect();
+    QVERIFY(near(shown.top, strip.top, strip.height()) &&
+            near(shown.height(), strip.height(), strip.height()));
+    QVERIFY(near(bar.rect.top, shown.top + top * shown.height(), shown.height()));
+}
+
+void tst_Binding::colorbarPalette_data()
+{
+    QTest::addColumn<int>("table");
+    QTest::addColumn<bool>("reverse");
+    QTest::addColumn<bool>("logScale");
+    QTest::newRow("rainbow") << int(VXS_CT_RAINBOW) << false << false;
+    QTest::newRow("grays, reversed") << int(VXS_CT_GRAYS) << true << false;
+    QTest::newRow("yellow hot on a log scale") << int(VXS_CT_YELLOWHOT) << false << true;
+    QTest::newRow("blue hot, reversed on a log scale") << int(VXS_CT_BLUEHOT) << true << true;
+}
+
+void tst_Binding::colorbarPalette()
+{
+    QFETCH(int, table);
+    QFETCH(bool, reverse);
+    QFETCH(bool, logScale);
+    tag_simageadjust adjust;
+    adjust.colorTable = VXS_COLORTABLE_TYPES(table);
+    adjust.reverse = reverse;
+    adjust.logScale = logScale;
+    // A single click computes nothing, so that the bars are as the binding makes them.
+    BoundWindow bound;
+    bound.addClick(QStringLiteral("A1"));
+    bound.sequence()->setImageAdjust(adjust);
+    QVERIFY(bound.saveAndBind());
+    const CILPalette both = bound.window()->m_pColorbarAB->palette;
+    QCOMPARE(int(both.getColorTableType()), table);
+    QCOMPARE(both.getImageMin(), 0.0);
+    QCOMPARE(both.getImageMax(), 1.0);
+    QCOMPARE(both.isReversed(), reverse);
+    QCOMPARE(both.isLogScale(), logScale);
+    // Of the sequence's settings only the direction reaches the result's bar.
+    const CILPalette result = bound.window()->m_pColorbarResult->palette;
+    QCOMPARE(result.isReversed(), reverse);
+    QCOMPARE(result.isLogScale(), CILPalette().isLogScale());
+    QCOMPARE(int(result.getColorTableType()), int(CILPalette().getColorTableType()));
+}
+
+void tst_Binding::theColorbarKeepsTheLimitsOfTheFirstComputation()
+{
+    tag_simageadjust adjust;
+    adjust.colorTable = VXS_CT_BLUEREDGREEN;
+    adjust.reverse = true;
+    adjust.logScale = true;
+    BoundWindow bound;
+    bound.addClick(QStringLiteral("A1"), false, 100.0f);
+    bound.addClick(QStringLiteral("A2"), false, 40.0f);
+    bound.sequence()->setImageAdjust(adjust);
+    QVERIFY(bound.saveAndBind());
+    const CILPalette both = bound.window()->m_pColorbarAB->palette;
+    QCOMPARE(both.getImageMin(), 40.0);
+    QCOMPARE(both.getImageMax(), 193.0);
+    QCOMPARE(int(both.getColorTableType()), int(VXS_CT_BLUEREDGREEN));
+    QVERIFY(both.isReversed());
+    QVERIFY(both.isLogScale());
+    QVERIFY(bound.window()->m_pColorbarResult->palette.isReversed());
+}
+
+void tst_Binding::colorbarsAreInTheView_data()
+{
+    QTest::addColumn<bool>("result");
+    QTest::newRow("of A and B") << false;
+    QTest::newRow("of the result") << true;
+}
+
+void tst_Binding::colorbarsAreInTheView()
+{
+    QFETCH(bool, result);
+    BoundWindow bound;
+    bound.addClick(QStringLiteral("A1"));
+    bound.addClick(QStringLiteral("A2"), false, 50.0f);
+    QVERIFY(bound.saveAndBind());
+    bound.show();
+    const QImage with = bound.window()->m_pView->rasterImage();
+    SColorbar *bar = result ? bound.window()->m_pColorbarResult.get() : bound.window()->m_pColorbarAB.get();
+    bound.window()->m_pView->removeColorbar(bar);
+    QVERIFY(with != bound.window()->m_pView->rasterImage());
+}
+
+void tst_Binding::tagsAreInTheView_data()
+{
+    QTest::addColumn<int>("tag");
+    QTest::newRow("of the result") << 0;
+    QTest::newRow("of A") << 1;
+    QTest::newRow("of B") << 2;
+}
+
+void tst_Binding::tagsAreInTheView()
+{
+    QFETCH(int, tag);
+    BoundWindow bound;
+    bound.addClick(QStringLiteral("A1"));
+    bound.addClick(QStringLiteral("A2"));
+    QVERIFY(bound.saveAndBind());
+    bound.show();
+    CVXSTextTag *found = tag == 0   ? bound.window()->m_pResultTag.get()
+                         : tag == 1 ? bound.window()->m_pTagA.get()
+                                    : bound.window()->m_pTagB.get();
+    QCOMPARE(found->isShown(), tag != 0);
+    found->show(false);
+    const QImage without = bound.window()->m_pView->rasterImage();
+    const VXSRECT column = bound.window()->m_pView->getImageLayoutRect();
+    found->setStringList({QStringLiteral("TAG TAG TAG")});
+    found->setPosition(double(column.left), double(column.top));
+    found->show(true);
+    QVERIFY(without != bound.window()->m_pView->rasterImage());
+}
+
+void tst_Binding::imagesReachTheViewWithTheLaunch()
+{
+    BoundWindow bound;
+    bound.addClick(QStringLiteral("A1"), false, 100.0f);
+    bound.addClick(QStringLiteral("A2"), false, 40.0f);
+    QVERIFY(bound.saveAndBind());
+    bound.show();
+    CVXSMultiImageView *view = bound.window()->m_pView;
+    QVERIFY(view->imageAt(0) && view->imageAt(1) && view->imageAt(2));
+    QCOMPARE(view->imageAt(0)->getMin(), 100.0f);
+    QCOMPARE(view->imageAt(1)->getMin(), 40.0f);
+    QCOMPARE(view->imageAt(2)->getMin(), 60.0f);
+    QCOMPARE(bound.window()->m_pTagA->getStringList(), QStringList{"Counts"});
+    QCOMPARE(bound.window()->m_pTagB->getStringList(), QStringList{"Counts"});
+    QVERIFY(!bound.window()->m_pResultTag->isShown());
+}
+
+QTEST_MAIN(tst_Binding)
+#include "tst_Binding.moc"

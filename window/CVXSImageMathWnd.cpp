@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+#include "window/CVXSImageMathWnd.h"
+
+#include "display/KText.h"
+#include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/CVXSSequenceDataset.h"
+#include "host/vxapi/view/CVXSMdiSubWindow.h"
+#include "host/vxapi/view/CVXSMultiImageView.h"
+#include "host/vxapi/view/CVXSTextTag.h"
+#include "host/vxutils/CVXUtilityFns.h"
+
+#include <QCloseEvent>
+#include <QDoubleValidator>
+#include <QMenu>
+
+CVXSImageMathWnd::CVXSImageMathWnd(QWidget *parent, const char *, Qt::WindowFlags flags)
+    : QWidget(parent, flags), m_kMinimum(ktext::MINIMUM), m_kMaximum(ktext::MAXIMUM)
+{
+    setupUi(this);
+    m_pFullABRadioBtn->setChecked(true);
+    m_pFullResultRadioBtn->setChecked(true);
+    m_pMinChkBox->setChecked(false);
+
+    m_pResultTag = std::make_unique<CVXSTextTag>();
+    m_pTagA = std::make_unique<CVXSTextTag>();
+    m_pTagB = std::make_unique<CVXSTextTag>();
+    m_pColorbarAB = std::make_unique<SColorbar>();
+    m_pColorbarResult = std::make_unique<SColorbar>();
+
+    m_pROIMenu = std::make_unique<QMenu>();
+    m_pROIListButton->setMenu(m_pROIMenu.get());
+    connect(m_pROIMenu.get(), SIGNAL(aboutToShow()), this, SLOT(onShowROIListPopupMenu()));
+
+    // The wide range is the one in force: a k beyond its bounds may be typed, and is then clamped.
+    auto *validator = new QDoubleValidator(m_pKLineEdit);
+    validator->setLocale(QLocale::c());
+    validator->setTop(double(m_kMaximum));
+    validator->setBottom(double(m_kMinimum));
+    validator->setRange(-1e37, 1e37, 15);
+    m_pKLineEdit->setValidator(validator);
+
+    setWindowIcon(CVXUtilityFns::appIcon());
+}
+
+CVXSImageMathWnd::~CVXSImageMathWnd() = default;
+
+QString CVXSImageMathWnd::getSequenceID()
+{
+    return m_sequenceID;
+}
+
+void CVXSImageMathWnd::setHandleClose(bool bDontHandleClose)
+{
+    m_bHandleClose = bDontHandleClose;
+}
+
+// The person never closes the window, only hides it.
+void CVXSImageMathWnd::closeEvent(QCloseEvent *e)
+{
+    if (auto *subWindow = qobject_cast<CVXSMdiSubWindow *>(parentWidget()))
+        subWindow->hideWindow();
+    e->ignore();
+}
+
+void CVXSImageMathWnd::resizeEvent(QResizeEvent *e)
+{
+    QWidget::resizeEvent(e);
+}
+
+void CVXSImageMathWnd::refreshImages()
+{
+    if (m_pView && parentWidget() && parentWidget()->isVisible())
+        m_pView->update();
+}
+
+void CVXSImageMathWnd::showWhatIsSet()
+{
+    doSettings();
+    refreshImages();
+}
+
+void CVXSImageMathWnd::onChangeStatusOfWithPhotoFrom(int nState)
+{
+    m_pPhotoFromCB->setEnabled(nState != 0);
+}
+
+void CVXSImageMathWnd::onChangeMathOperation(int)
+{
+    calculateResultImage();
+}
+
+// Title, k and the photograph choice of a bound window are not texts of the form any more: they are put back.
+void CVXSImageMathWnd::languageChange()
+{
+    const bool bound = !m_sequenceID.isEmpty();
+    const QString title = m_pSeqTitle->text();
+    const QString k = m_pKLineEdit->text();
+    QStringList photographs;
+    for (int i = 0; i < m_pPhotoFromCB->count(); ++i)
+        photographs.append(m_pPhotoFromCB->itemText(i));
+
+    retranslateUi(this);
+
+    if (bound) {
+        m_pSeqTitle->setText(title);
+        m_pKLineEdit->setText(k);
+        for (int i = 0; i < photographs.size(); ++i)
+            m_pPhotoFromCB->setItemText(i, photographs.at(i));
+    }
+}

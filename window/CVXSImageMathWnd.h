@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "host/vximage/CILImage.h"
+#include "host/vxutils/ESTATUS.h"
+#include "math/TissueMask.h"
+#include "ui_cvxsimagemathwnd.h"
+
+#include <array>
+#include <memory>
+#include <QPointer>
+#include <QString>
+#include <QStringList>
+#include <QWidget>
+
+class CVXSDataset;
+class CVXSMultiImageView;
+class CVXSSequenceDataset;
+class CVXSTextTag;
+class QAction;
+class QCloseEvent;
+class QMenu;
+class QResizeEvent;
+struct downloaded_save_data;
+struct SColorbar;
+
+/// The Image Math Window: two clicks of a sequence, a formula and a constant k on the left, image A, image B and
+/// the result in the view on the right.
+///
+/// The members read the widgets, call the free functions of math/, display/ and result/, and show the outcome; their bodies
+/// stand in the folder of their subject. Everything runs on the user-interface thread, in slot calls made directly.
+class CVXSImageMathWnd : public QWidget, public Ui_CVXSImageMathWnd
+{
+    Q_OBJECT
+
+public:
+    /// Slots of the view.
+    enum ViewSlot { SLOT_A = 0, SLOT_B = 1, SLOT_RESULT = 2, SLOT_COUNT = 3 };
+
+    /// The name is not used: whoever creates the window sets the object name afterwards.
+    explicit CVXSImageMathWnd(QWidget *parent = nullptr, const char *name = nullptr,
+                              Qt::WindowFlags flags = Qt::WindowFlags());
+    ~CVXSImageMathWnd() override;
+
+    // --- binding (window/) ---
+
+    /// Binds the window to an open sequence: title, lists, stored k, view, first computation. False when the sequence was never
+    /// saved and the person does not want it saved, or saving it failed.
+    virtual bool bindToSequence(const QString &sequenceID);
+    /// Offers the photographs that the selected clicks have.
+    virtual void updatePhotographChoice();
+    /// Whether the dataset of that click holds an image of that type; a missing dataset holds none.
+    virtual bool clickHasImage(const QString &clickNumber, tag_eimagetype type) const;
+
+    // --- computation and view (math/) ---
+
+    /// Computes the result of the selected clicks with the chosen formula and k, and shows it.
+    virtual void calculateResultImage();
+    /// Puts an image (null: none) into a slot of the view list, and reads a slot back.
+    virtual void setViewImage(int slot, CILImage *image);
+    virtual CILImage *viewImage(int slot) const;
+    /// Puts the view's picture on the clipboard.
+    virtual void copyToClipboard();
+
+    // --- constant k and imaging angle (display/) ---
+
+    virtual void computeKFromROI(const QString &datasetText, const QString &roiName);
+    virtual ESTATUS checkImagingAngles(const QString &pathA, const QString &pathB);
+
+    // --- result dataset (result/); the order of these declarations is part of the interface ---
+
+    virtual void compactExponent(QString &text);
+    virtual void appendNoteEntry(QString &note, const QString &key, const QString &value);
+    virtual void removeNoteEntry(QString &note, const QString &key);
+    virtual void replaceNoteEntry(QString &note, const QString &key, const QString &value);
+    virtual QString makeResultClickNumber(QString clickNumber);
+    virtual QString clickNumberStem(const QString &name);
+    virtual QString userInitials(const QString &name);
+    virtual int letterSuffixValue(const QString &name);
+    virtual QString letterSuffixFromValue(int n);
+    virtual ESTATUS prepareResultFolder();
+    virtual ESTATUS writeResultClickInfo(const QString &pathA, const QString &pathB);
+    virtual ESTATUS writeAnalyzedClickInfo(const QString &analyzedPathA, const QString &analyzedPathB);
+
+Q_SIGNALS:
+    void colorRangeABChanged();
+    void colorRangeResultChanged();
+    /// Asks the host to load a result; the receiver writes the status before the emission returns.
+    void signalLoadImageMathReuslt(QString, bool, ESTATUS *, downloaded_save_data *pDownloadData = nullptr);
+
+public Q_SLOTS:
+    virtual void onClickDisplayResultForMeasuring();
+    virtual void onChangeStatusOfWithPhotoFrom(int nState);
+    virtual void onChangeMathOperation(int nIndex);
+    virtual void onSelectClickNumberFromList();
+    virtual void onChangeValueK();
+    virtual void refreshImages();
+    virtual QString getSequenceID();
+    void closeEvent(QCloseEvent *e) override;
+    void resizeEvent(QResizeEvent *e) override;
+    virtual void setHandleClose(bool bDontHandleClose);
+    virtual void onChangeColorRangeAB();
+    virtual void onChangeColorRangeResult();
+    virtual void onChangeMinZeroStatus(bool bMinStatus);
+    virtual void doSettings();
+    virtual void updateImageMathWindow();
+    virtual void onShowROIListPopupMenu();
+    virtual void onSelectROIFromMenu(QAction *pAction);
+
+protected Q_SLOTS:
+    virtual void languageChange();
+
+protected:
+    // Steps of the operations above.
+    QString currentClickA() const;
+    QString currentClickB() const;
+    bool bothAssociated(const QString &clickA, const QString &clickB) const;
+    void showInvalidSelection();
+    void fetchOperandA(const QString &clickA, CILImage &calibratedA);
+    void fetchOperandB(const QString &clickB, CILImage &calibratedB, CILImage &countsB);
+    void prepareOperands(const QString &clickA, const QString &clickB, CILImage &calibratedA, CILImage &calibratedB,
+                         CILImage &countsB);
+    void evaluateFormula(const QString &clickB, CILImage &countsB);
+    void announceColorRange(void (CVXSImageMathWnd::*signal)());
+    void restoreFlatField(CVXSDataset *dataset, bool remembered);
+    void showWhatIsSet();
+    bool askToSaveSequence();
+    void fillListsAtBinding();
+    void createView();
+    void placeColorbars();
+
+    QString m_sequenceID;
+    QPointer<CVXSSequenceDataset> m_pSequence;
+    QPointer<CVXSDataset> m_pDatasetA; ///< of the click selected in list A; null until a valid selection
+    QPointer<CVXSDataset> m_pDatasetB;
+
+    float m_kValue = 0.0f; ///< the constant of every formula
+    float m_kMinimum;      ///< bounds of a typed k
+    float m_kMaximum;
+    bool m_bPastedROI = false; ///< an ROI copied into the other dataset for measuring is still there
+
+    CVXSMultiImageView *m_pView = nullptr; ///< created at binding, child of m_pGLFrame
+    std::unique_ptr<QMenu> m_pROIMenu;
+    std::unique_ptr<SColorbar> m_pColorbarAB;
+    std::unique_ptr<SColorbar> m_pColorbarResult;
+    std::unique_ptr<CVXSTextTag> m_pResultTag; ///< the first tag of the view; carries the status text
+    std::unique_ptr<CVXSTextTag> m_pTagA;
+    std::unique_ptr<CVXSTextTag> m_pTagB;
+
+    CILImage m_imageA;
+    CILImage m_imageB;
+    CILImage m_resultImage;                               ///< kept between computations
+    std::array<CILImage *, SLOT_COUNT> m_viewImages{};    ///< what the view shows; an image is present when its slot is not null
+    imagemath::TissueMaskMemo m_tissueMask;
+    bool m_bCannotCombine = false;
+    QStringList m_messages;          ///< lines of the result tag while there is no result to show
+    bool m_bRefreshEnabled = true;   ///< false exactly while the computation emits a colour-range signal
+    bool m_bHandleClose = false;
+    bool m_bSavedForImageMath = false; ///< the person agreed to save the sequence at binding
+};
