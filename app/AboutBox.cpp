@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#include "app/AboutBox.h"
+
+#include "host/vxutils/CVXPreference.h"
+#include "host/vxutils/CVXUtilityFns.h"
+
+#include <QCoreApplication>
+#include <QMessageBox>
+
+#include <opencv2/core/version.hpp>
+#include <tiffvers.h>
+
+QString aboutText()
+{
+    // The header's text is "LIBTIFF, Version 4.5.0" and a copyright line.
+    const QString tiff = QString::fromLatin1(TIFFLIB_VERSION_STR)
+                             .section(QLatin1Char('\n'), 0, 0)
+                             .section(QLatin1Char(' '), -1);
+    return QCoreApplication::translate(
+               "AboutBox",
+               "<h3>%1 %2</h3>"
+               "<p>A workspace for optical in-vivo images: it opens sequences, shows and measures "
+               "their images, and computes with them through its tools.</p>"
+               "<p>Licence: MIT</p>"
+               "<p>Qt %3 (built with %4), LibTIFF %5, OpenCV %6</p>")
+        .arg(CVXUtilityFns::getAppName(), CVXPreference::getAppVersion(), QString::fromLatin1(qVersion()),
+             QStringLiteral(QT_VERSION_STR), tiff, QStringLiteral(CV_VERSION));
+}
+
+void showAboutBox(QWidget *parent)
+{
+    QMessageBox box(parent);
+    box.setWindowTitle(QCoreApplication::translate("AboutBox", "About %1").arg(CVXUtilityFns::getAppName()));
+    box.setIconPixmap(CVXUtilityFns::appIcon().pixmap(64, 64));
+    box.setTextFormat(Qt::RichText);
+    box.setText(aboutText());
+    box.exec();
+}

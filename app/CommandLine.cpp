@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#include "app/CommandLine.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+
+SCommandLine readCommandLine(const QStringList &arguments)
+{
+    const auto tr = [](const char *text) { return QCoreApplication::translate("CommandLine", text); };
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        tr("Opens sequences of optical in-vivo images, shows them, and computes with them."));
+    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption version = parser.addVersionOption();
+    const QCommandLineOption plugins(
+        QStringLiteral("plugins"), tr("Load tool plug-ins from this folder instead of ../lib/vexa/plugins."),
+        QStringLiteral("DIR"));
+    const QCommandLineOption log(QStringLiteral("log"), tr("Append the log to this file."),
+                                 QStringLiteral("FILE"));
+    parser.addOption(plugins);
+    parser.addOption(log);
+    parser.addPositionalArgument(QStringLiteral("SEQUENCE_FOLDER"),
+                                 tr("Folders of sequences (or their SequenceInfo.txt) to open."),
+                                 QStringLiteral("[SEQUENCE_FOLDER...]"));
+
+    SCommandLine result;
+    if (!parser.parse(arguments)) {
+        result.outcome = SCommandLine::MISTAKE;
+        result.text = parser.errorText() + QLatin1Char('\n');
+    } else if (parser.isSet(version)) {
+        result.outcome = SCommandLine::TELL;
+        result.text = QCoreApplication::applicationName() + QLatin1Char(' ') +
+                      QCoreApplication::applicationVersion() + QLatin1Char('\n');
+    } else if (parser.isSet(help)) {
+        result.outcome = SCommandLine::TELL;
+        result.text = parser.helpText();
+    }
+    result.pluginFolder = parser.value(plugins);
+    result.logFile = parser.value(log);
+    result.sequences = parser.positionalArguments();
+    return result;
+}

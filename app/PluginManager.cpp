@@ -1,0 +1,189 @@
+// SPDX-License-Identifier: MIT
+#include "app/PluginManager.h"
+
+#include "app/DatasetLoader.h"
+#include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/CVXSSequenceDataset.h"
+#include "host/vxapi/plugin/CVXToolPluginBase.h"
+#include "host/vxapi/view/CVXSChildWindow.h"
+#include "host/vxapi/view/CVXSWorkspace.h"
+#include "host/vxutils/CVXSLog.h"
+
+#include <QAction>
+#include <QCoreApplication>
+#include <QDir>
+#include <QLibrary>
+#include <QMdiSubWindow>
+#include <QPluginLoader>
+
+#include <algorithm>
+
+PluginManager::PluginManager(CVXSWorkspace *workspace, DatasetLoader *loader, QObject *parent)
+    : QObject(parent), m_workspace(workspace), m_loader(loader)
+{
+    connect(workspace, &CVXSWorkspace::activeChildChanged, this, &PluginManager::activeChildChanged);
+}
+
+PluginManager::~PluginManager()
+{
+    for (const STool &tool : m_tools)
+        delete tool.object;
+}
+
+QString PluginManager::defaultFolder()
+{
+    return QDir::cleanPath(QCoreApplication::applicationDirPath() + QStringLiteral("/../lib/vexa/plugins"));
+}
+
+void PluginManager::loadFolder(const QString &folder)
+{
+    const QDir dir(folder);
+    if (!dir.exists()) {
+        vxLog(3, tr("No tools were loaded. %1: there is no such folder").arg(folder));
+        return;
+    }
+    const QStringList names = dir.entryList(QDir::Files, QDir::Name);
+    for (const QString &name : names) {
+        if (QLibrary::isLibrary(name))
+            load(dir.absoluteFilePath(name));
+    }
+}
+
+bool PluginManager::load(const QString &file)
+{
+    QPluginLoader loader(file);
+    // A symbol that is missing has to be told here, not to end the program when it is first called.
+    loader.setLoadHints(QLibrary::ResolveAllSymbolsHint);
+    QObject *object = loader.instance();
+    if (!object) {
+        vxLog(3, tr("A tool could not be loaded. %1: %2").arg(file, loader.errorString()));
+        return false;
+    }
+    auto *plugin = qobject_cast<CVXToolPluginBase *>(object);
+    if (!plugin) {
+        vxLog(3, tr("A tool could not be loaded. %1: it is a plug-in, but not a tool for this workspace")
+                     .arg(file));
+        loader.unload();
+        return false;
+    }
+    if (plugins().contains(plugin))
+        return true;
+
+    STool tool;
+    tool.object = object;
+    tool.plugin = plugin;
+    m_tools.append(tool);
+    // By signature, because the record behind the last argument is opaque; direct, because the tool reads the
+    // status next.
+    connect(plugin, SIGNAL(signalLoadFile(QString, bool, ESTATUS *, downloaded_save_data *)), m_loader,
+            SLOT(onLoadFile(QString, bool, ESTATUS *, downloaded_save_data *)), Qt::DirectConnection);
+    if (QAction *action = plugin->getAction())
+        connect(action, &QAction::triggered, this, [this, plugin] { launch(plugin); });
+    activeChildChanged(CVXSChildWindow::getActiveChildWnd());
+    vxLog(1, tr("Tool loaded: %1").arg(plugin->getToolName()), file);
+    Q_EMIT pluginsChanged();
+    return true;
+}
+
+QList<CVXToolPluginBase *> PluginManager::plugins() const
+{
+    QList<CVXToolPluginBase *> list;
+    for (const STool &tool : m_tools) {
+        if (tool.object)
+            list.append(tool.plugin);
+    }
+    return list;
+}
+
+QList<QAction *> PluginManager::menuActions() const
+{
+    QList<CVXToolPluginBase *> sorted = plugins();
+    std::stable_sort(sorted.begin(), sorted.end(), [](CVXToolPluginBase *one, CVXToolPluginBase *other) {
+        return one->getToolGroupName() < other->getToolGroupName();
+    });
+    QList<QAction *> actions;
+    QString group;
+    for (CVXToolPluginBase *plugin : sorted) {
+        QAction *action = plugin->getAction();
+        if (!action)
+            continue;
+        if (!actions.isEmpty() && plugin->getToolGroupName() != group)
+            actions.append(nullptr);
+        group = plugin->getToolGroupName();
+        actions.append(action);
+    }
+    return actions;
+}
+
+void PluginManager::activeChildChanged(CVXSChildWindow *window)
+{
+    const QList<CVXToolPluginBase *> all = plugins();
+    for (CVXToolPluginBase *plugin : all) {
+        if (window && window->isSequenceWindow())
+            plugin->onSignalSequenceChanged(window->getSequenceDataset());
+        else
+            plugin->onSignalDatasetChanged(window ? window->getDataset() : nullptr);
+    }
+}
+
+void PluginManager::sequenceAdded(CVXSSequenceDataset *sequence)
+{
+    const QList<CVXToolPluginBase *> all = plugins();
+    for (CVXToolPluginBase *plugin : all)
+        plugin->onSignalSequenceAdded(sequence);
+}
+
+void PluginManager::sequenceRemoved(CVXSSequenceDataset *sequence)
+{
+    const QList<CVXSDataset *> datasets = sequence->getDatasets();
+    for (STool &tool : m_tools) {
+        if (!tool.object)
+            continue;
+        for (CVXSDataset *dataset : datasets)
+            tool.plugin->onSignalDatasetRemoved(dataset);
+        tool.plugin->onSignalSequenceRemoved(sequence);
+        discardHiddenWindows(&tool);
+    }
+}
+
+void PluginManager::copyToClipboard(const QString &objectName)
+{
+    const QList<CVXToolPluginBase *> all = plugins();
+    for (CVXToolPluginBase *plugin : all)
+        plugin->onSignalCopyToClipboard(objectName);
+}
+
+void PluginManager::launch(CVXToolPluginBase *plugin)
+{
+    const QList<QMdiSubWindow *> before = m_workspace->subWindowList();
+    const bool launched = plugin->launchTool();
+    for (STool &tool : m_tools) {
+        if (tool.plugin != plugin)
+            continue;
+        const QList<QMdiSubWindow *> after = m_workspace->subWindowList();
+        for (QMdiSubWindow *window : after) {
+            if (!before.contains(window) && !qobject_cast<CVXSChildWindow *>(window->widget()))
+                tool.windows.append(window);
+        }
+        tool.windows.removeAll(QPointer<QMdiSubWindow>());
+    }
+    if (launched && plugin->isToolWindowShown())
+        plugin->showToolWindow();
+}
+
+/// A tool's window that is hidden may still point to a sequence that is about to go: the tool hides its
+/// window for a removed sequence and keeps it, and the person may have closed it before. It is made anew at
+/// the next launch.
+void PluginManager::discardHiddenWindows(STool *tool)
+{
+    bool discarded = false;
+    for (const QPointer<QMdiSubWindow> &window : tool->windows) {
+        if (window && !window->isVisible()) {
+            delete window;
+            discarded = true;
+        }
+    }
+    tool->windows.removeAll(QPointer<QMdiSubWindow>());
+    if (discarded)
+        tool->plugin->resetWindow();
+}

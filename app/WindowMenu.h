@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QObject>
+
+class QMdiArea;
+class QMenu;
+
+/// Arranges the windows of an area and lists them, for the menu that it fills.
+class WindowMenu : public QObject
+{
+    Q_OBJECT
+
+public:
+    WindowMenu(QMenu *menu, QMdiArea *area, QObject *parent = nullptr);
+
+private:
+    void fill();
+
+    QMenu *m_menu;
+    QMdiArea *m_area;
+};

@@ -1,0 +1,330 @@
+// SPDX-License-Identifier: MIT
+#include "samples/SampleStudy.h"
+
+#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/CVXSSequenceDataset.h"
+#include "host/vxparser/CPLClickInfo.h"
+#include "samples/Camera.h"
+#include "samples/Phantom.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <cmath>
+#include <memory>
+#include <QVector>
+
+namespace samplestudy {
+
+namespace {
+
+using namespace clickinfo;
+
+struct Pair
+{
+    const char *key;
+    QString value;
+};
+
+QString number(double value)
+{
+    return QString::number(value, 'g', 15);
+}
+
+CPLSection *section(CPLClickInfo *info, const char *key, const QString &name = QString())
+{
+    CPLSection *found = (*info)[QString::fromLatin1(key)];
+    if (!found) {
+        found = new CPLSection;
+        found->setSectionKey(QString::fromLatin1(key));
+        info->addSection(found);
+    }
+    if (!name.isNull())
+        found->setSectionName(name);
+    return found;
+}
+
+void set(CPLSection *target, const QVector<Pair> &pairs)
+{
+    for (const Pair &pair : pairs)
+        target->setValue(QString::fromLatin1(pair.key), pair.value);
+}
+
+QString dateOf(const QString &click)
+{
+    const QString stamp = click.mid(2);
+    return QStringLiteral("%1-%2-%3T%4:%5:%6")
+        .arg(stamp.mid(0, 4), stamp.mid(4, 2), stamp.mid(6, 2), stamp.mid(8, 2), stamp.mid(10, 2), stamp.mid(12, 2));
+}
+
+class Study
+{
+public:
+    explicit Study(std::uint64_t seed)
+        : m_random(seed), m_sequence(std::make_unique<CVXSSequenceDataset>(QString::fromLatin1(SEQUENCE_ID)))
+    {
+    }
+
+    CVXSSequenceDataset &sequence() { return *m_sequence; }
+
+    /// A click with what every click has.
+    CVXSDataset *click(const char *number, const QString &label)
+    {
+        auto *dataset = new CVXSDataset(QString::fromLatin1(number), m_sequence.get());
+        CPLClickInfo *info = dataset->getClickInfo();
+        set(section(info, SECTION_CLICK_NUMBER, dataset->getClickNumber()),
+            {{KEY_SEQUENCE_ID, QString::fromLatin1(SEQUENCE_ID)},
+             {KEY_CLICK_INDEX, QString::number(m_sequence->getClickNumbers().size())}});
+        set(section(info, SECTION_USER_INPUT), {{"User", QStringLiteral("AB")},
+                                                {"Group", QStringLiteral("Sample study")},
+                                                {"Experiment", label}});
+        set(section(info, SECTION_ANALYSIS_USER_INPUT), {{"Analysis Comment", QString::fromLatin1("")}});
+        return dataset;
+    }
+
+    void luminescent(CVXSDataset *dataset, const Camera &camera, const CILImage &expected, const char *kind,
+                     double exposure, const QVector<Pair> &more)
+    {
+        dataset->setCoreImage(EIMAGE_LUMINESCENT, camera.exposure(expected, m_random));
+        dataset->setCoreImage(EIMAGE_FLATFIELD, camera.flatField());
+        dataset->setCoreImage(EIMAGE_BACKGROUND, camera.background());
+        CPLClickInfo *info = dataset->getClickInfo();
+        CPLSection *lumin = section(info, SECTION_LUMINESCENT);
+        set(lumin, {{KEY_ACQUISITION_DATE, dateOf(dataset->getClickNumber())},
+                    {KEY_KIND, QString::fromLatin1(kind)},
+                    {KEY_BINNING, number(camera.binning)},
+                    {KEY_FOV, number(camera.fieldOfView)},
+                    {KEY_EXPOSURE, number(exposure)},
+                    {KEY_FNUMBER, QStringLiteral("1.2")},
+                    {KEY_TRANSMISSION, QStringLiteral("0.7")},
+                    {KEY_IMAGING_ANGLE, QStringLiteral("0")}});
+        set(lumin, more);
+        set(section(info, SECTION_CAMERA),
+            {{KEY_CAMERA_NAME, QStringLiteral("Simulated CCD")},
+             {KEY_GAIN, number(Camera::GAIN)},
+             {KEY_QUANTUM_EFFICIENCY, number(Camera::QUANTUM_EFFICIENCY)},
+             {KEY_PIXEL_PITCH, number(Camera::PIXEL_PITCH)},
+             {KEY_MAGNIFICATION, number(Camera::SENSOR * Camera::PIXEL_PITCH * 1e-4 / camera.fieldOfView)}});
+        note(lumin, dataset, number(camera.binning));
+    }
+
+    void photograph(CVXSDataset *dataset, const Camera &camera)
+    {
+        Camera fine = camera;
+        fine.width *= 2;
+        fine.height *= 2;
+        fine.binning /= 2.0;
+        CILImage expected = fine.expectedCounts(
+            [&fine](double x, double y) { return 36000.0 * phantom::photograph(x, y) / (fine.binning * fine.binning); });
+        dataset->setCoreImage(EIMAGE_PHOTOGRAPH, fine.exposure(expected, m_random));
+        CPLSection *photo = section(dataset->getClickInfo(), SECTION_PHOTOGRAPH);
+        set(photo, {{KEY_ACQUISITION_DATE, dateOf(dataset->getClickNumber())},
+                    {KEY_BINNING, number(fine.binning)},
+                    {KEY_FOV, number(fine.fieldOfView)}});
+        note(photo, dataset, number(fine.binning));
+    }
+
+    void add(CVXSDataset *dataset) { m_sequence->addDataset(dataset); }
+
+    Random m_random;
+
+private:
+    // The note stays the last pair of its section: what a tool adds is found before it.
+    static void note(CPLSection *target, const CVXSDataset *dataset, const QString &binning)
+    {
+        QString index;
+        if (const CPLSection *click = (*dataset->getClickInfo())[QString::fromLatin1(SECTION_CLICK_NUMBER)])
+            click->getValue(QString::fromLatin1(KEY_CLICK_INDEX), &index);
+        target->addKeyValue(QString::fromLatin1(KEY_NOTE),
+                            QStringLiteral("Sequence ID=%1;ClickNumber Index=%2;Binning Factor=%3;")
+                                .arg(QString::fromLatin1(SEQUENCE_ID), index, binning));
+    }
+
+    std::unique_ptr<CVXSSequenceDataset> m_sequence;
+};
+
+QVector<Pair> fluorescence(const char *excitation, const char *emission, const char *level)
+{
+    return {{KEY_EXCITATION_FILTER, QString::fromLatin1(excitation)},
+            {KEY_EMISSION_FILTER, QString::fromLatin1(emission)},
+            {KEY_EXCITATION_IRRADIANCE, QStringLiteral("18.5")},
+            {KEY_FLUORESCENCE_LEVEL, QString::fromLatin1(level)}};
+}
+
+// Electrons in an unbinned pixel at the brightest place.
+constexpr double AUTOFLUORESCENCE = 520.0;
+constexpr double REPORTER = 700.0;
+
+struct Truth
+{
+    CILImage a, b, reporter;
+};
+
+Truth fluorescencePair(Study &study)
+{
+    const Camera camera;
+    const auto background = [](double x, double y) { return AUTOFLUORESCENCE * phantom::autofluorescence(x, y); };
+    Truth truth;
+    truth.reporter = camera.expectedCounts([](double x, double y) { return REPORTER * phantom::reporter(x, y); });
+    truth.b = camera.expectedCounts(background);
+    truth.a = camera.expectedCounts([&background](double x, double y) {
+        return REPORTER * phantom::reporter(x, y) + TRUE_K * background(x, y);
+    });
+
+    CVXSDataset *a = study.click(FLUORESCENCE_A, QStringLiteral("Reporter and autofluorescence"));
+    study.luminescent(a, camera, truth.a, KIND_FLUORESCENT, 2.0, fluorescence("640", "690", "High"));
+    study.photograph(a, camera);
+    study.add(a);
+    CVXSDataset *b = study.click(FLUORESCENCE_B, QStringLiteral("Autofluorescence alone"));
+    study.luminescent(b, camera, truth.b, KIND_FLUORESCENT, 2.0, fluorescence("605", "690", "High"));
+    study.photograph(b, camera);
+    study.add(b);
+    return truth;
+}
+
+void luminescence(Study &study)
+{
+    struct Row
+    {
+        const char *click;
+        const char *label;
+        Camera camera;
+    };
+    const Row rows[] = {
+        {LUMINESCENCE_BIN4, "Luminescence, binning 4", {512, 512, 4.0, 12.5}},
+        {LUMINESCENCE_BIN8, "Luminescence, binning 8", {256, 256, 8.0, 12.5}},
+        {LUMINESCENCE_FIELD, "Luminescence, smaller field of view", {512, 512, 4.0, 6.6}},
+        {LUMINESCENCE_SIZE, "Luminescence, cut to the animal", {512, 384, 4.0, 12.5}},
+    };
+    for (const Row &row : rows) {
+        CVXSDataset *dataset = study.click(row.click, QString::fromLatin1(row.label));
+        const CILImage expected =
+            row.camera.expectedCounts([](double x, double y) { return 300.0 * phantom::luminescence(x, y); });
+        study.luminescent(dataset, row.camera, expected, KIND_LUMINESCENT, 60.0, {});
+        study.photograph(dataset, row.camera);
+        study.add(dataset);
+    }
+}
+
+void ratios(Study &study)
+{
+    struct Row
+    {
+        const char *click;
+        const char *label;
+        const char *level;
+        bool photograph;
+        bool numerator;
+    };
+    const Row rows[] = {
+        {RATIO_A, "Ratio: band 1", "High", true, true},
+        {RATIO_B_HIGH, "Ratio: band 2, level High", "High", true, false},
+        {RATIO_B_LOW, "Ratio: band 2, level Low", "Low", true, false},
+        {RATIO_B_NO_PHOTO, "Ratio: band 2, no photograph", "Low", false, false},
+    };
+    const Camera camera;
+    for (const Row &row : rows) {
+        CVXSDataset *dataset = study.click(row.click, QString::fromLatin1(row.label));
+        const CILImage expected = camera.expectedCounts([&row](double x, double y) {
+            const double dye = 600.0 * phantom::body(x, y);
+            return row.numerator ? dye * phantom::bandRatio(x, y) : dye;
+        });
+        study.luminescent(dataset, camera, expected, KIND_FLUORESCENT, 1.0,
+                          fluorescence("570", row.numerator ? "620" : "660", row.level));
+        if (row.photograph)
+            study.photograph(dataset, camera);
+        study.add(dataset);
+    }
+}
+
+void others(Study &study)
+{
+    const Camera camera;
+    CVXSDataset *photograph = study.click(PHOTOGRAPH_ONLY, QStringLiteral("Photograph only"));
+    study.photograph(photograph, camera);
+    study.add(photograph);
+
+    CVXSDataset *through = study.click(TRANSILLUMINATION, QStringLiteral("Transillumination"));
+    const Camera::Scene lamp = [](double x, double y) { return 900.0 * std::exp(-(x * x + y * y) / 50.0); };
+    study.luminescent(through, camera, camera.expectedCounts([&lamp](double x, double y) {
+        return lamp(x, y) * phantom::transmission(x, y);
+    }),
+                      KIND_TRANSILLUMINATION, 0.5, fluorescence("745", "Open", "Low"));
+    set(section(through->getClickInfo(), SECTION_LUMINESCENT), {{KEY_BOTTOM_POWER, QStringLiteral("4.2")}});
+    through->setCoreImage(EIMAGE_EXCITATION, camera.exposure(camera.expectedCounts(lamp), study.m_random));
+    set(section(through->getClickInfo(), SECTION_GRAPH_CONTROLS), {{KEY_INTENSITY_CALIBRATION, unitKey(EUNIT_EFFICIENCY)}});
+    study.photograph(through, camera);
+    study.add(through);
+
+    CVXSDataset *side = study.click(OTHER_ANGLE, QStringLiteral("Reporter and autofluorescence, from the side"));
+    const CILImage expected = camera.expectedCounts([](double x, double y) {
+        // Seen from the side the animal is half as wide.
+        return REPORTER * phantom::reporter(2.0 * x, y) + TRUE_K * AUTOFLUORESCENCE * phantom::autofluorescence(2.0 * x, y);
+    });
+    study.luminescent(side, camera, expected, KIND_FLUORESCENT, 2.0, fluorescence("640", "690", "High"));
+    set(section(side->getClickInfo(), SECTION_LUMINESCENT), {{KEY_IMAGING_ANGLE, QStringLiteral("90")}});
+    study.photograph(side, camera);
+    study.add(side);
+}
+
+double meanVariance(const Truth &truth)
+{
+    const float *a = truth.a.pixels<float>();
+    const float *b = truth.b.pixels<float>();
+    double sum = 0.0;
+    for (std::size_t i = 0; i < truth.a.pixelCount(); ++i)
+        sum += Camera::variance(double(a[i])) + TRUE_K * TRUE_K * Camera::variance(double(b[i]));
+    return sum / double(truth.a.pixelCount());
+}
+
+ESTATUS saveTruth(const QString &folder, const Truth &truth, QString *error)
+{
+    const struct
+    {
+        const char *file;
+        const CILImage &image;
+    } images[] = {{TRUTH_REPORTER, truth.reporter}, {TRUTH_A, truth.a}, {TRUTH_B, truth.b}};
+    for (const auto &row : images) {
+        const QString path = folder + QLatin1Char('/') + QString::fromLatin1(row.file);
+        if (row.image.saveAsTIFF(QFile::encodeName(path).constData()) != EIL_SUCCESS) {
+            *error = QString::fromStdString(CILImage::lastError());
+            return ESTATUS_FILE_NOT_WRITABLE;
+        }
+    }
+    CPLClickInfo info;
+    set(section(&info, SECTION_MAIN_JOB), {{"A", QString::fromLatin1(FLUORESCENCE_A)},
+                                           {"B", QString::fromLatin1(FLUORESCENCE_B)},
+                                           {"Unit", unitKey(EUNIT_COUNTS)},
+                                           {KEY_TRUE_K, number(TRUE_K)},
+                                           {KEY_MEAN_VARIANCE, number(meanVariance(truth))}});
+    const QString path = folder + QLatin1Char('/') + QString::fromLatin1(TRUTH_FILE);
+    const ESTATUS status = info.saveClickInfo(path);
+    if (status != ESTATUS_SUCCESS)
+        *error = path + QStringLiteral(": ") + statusText(status);
+    return status;
+}
+
+} // namespace
+
+ESTATUS make(const QString &folder, std::uint64_t seed, QString *error)
+{
+    if (!QDir().mkpath(folder)) {
+        *error = folder + QStringLiteral(": the folder cannot be created");
+        return ESTATUS_FILE_NOT_WRITABLE;
+    }
+    Study study(seed);
+    const Truth truth = fluorescencePair(study);
+    luminescence(study);
+    ratios(study);
+    others(study);
+    study.sequence().setActiveUnit(EUNIT_COUNTS);
+    const ESTATUS status = study.sequence().save(folder);
+    if (status != ESTATUS_SUCCESS) {
+        *error = study.sequence().lastError();
+        return status;
+    }
+    return saveTruth(folder, truth, error);
+}
+
+} // namespace samplestudy

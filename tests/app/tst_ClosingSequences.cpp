@@ -1,0 +1,176 @@
+// SPDX-License-Identifier: MIT
+#include "app/SequenceManager.h"
+#include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/view/CVXSImageWindow.h"
+#include "host/vxapi/view/CVXSMdiSubWindow.h"
+#include "host/vxapi/view/CVXSSequenceWindow.h"
+#include "host/vxapi/view/CVXSWorkspace.h"
+#include "host/vxutils/CVXPreference.h"
+#include "tests/app/WorkspaceFixture.h"
+#include "tests/host/vxutils/MessageBoxAnswer.h"
+
+#include <QAction>
+#include <QDir>
+#include <QPointer>
+
+namespace {
+
+const QString ID = QStringLiteral("AB20260102030405_SEQ");
+
+/// A sequence in memory of one click.
+CVXSSequenceDataset *newSequence(const QString &id = ID)
+{
+    auto *sequence = new CVXSSequenceDataset(id);
+    auto *dataset = new CVXSDataset(id.left(2) + QStringLiteral("20260102030406"));
+    dataset->setCoreImage(EIMAGE_LUMINESCENT, TestStudy::image(8, 8, [](int x, int) { return float(x); }));
+    sequence->addDataset(dataset);
+    return sequence;
+}
+
+} // namespace
+
+class tst_ClosingSequences : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void savedOneClosesWithoutAsking_data();
+    void savedOneClosesWithoutAsking();
+    void closingAnImageWindowKeepsTheSequence();
+    void neverSavedOneAsks_data();
+    void neverSavedOneAsks();
+    void changedOneAsks();
+    void closingTheMainWindowAsksForAllFirst();
+    void quittingDiscardsNothingUnasked();
+};
+
+void tst_ClosingSequences::savedOneClosesWithoutAsking_data()
+{
+    QTest::addColumn<QString>("way");
+    QTest::newRow("by the sub-window's own button") << "sub-window";
+    QTest::newRow("by File > Close") << "action";
+    QTest::newRow("by the manager") << "manager";
+}
+
+void tst_ClosingSequences::savedOneClosesWithoutAsking()
+{
+    QFETCH(QString, way);
+    QTemporaryDir dir;
+    const QString folder = writeSequence(dir.path(), ID, "AB");
+    WorkspaceFixture fixture;
+    QPointer<CVXSSequenceDataset> sequence = fixture.window->openSequence(folder);
+    QVERIFY(sequence);
+    QPointer<CVXSDataset> dataset = sequence->getDatasets().first();
+    QPointer<CVXSImageWindow> image = fixture.window->workspace()->showDataset(dataset);
+    QPointer<CVXSSequenceWindow> window = fixture.window->workspace()->showSequence(sequence);
+    if (way == "sub-window")
+        window->subWindow()->close();
+    else if (way == "action")
+        fixture.window->findChild<QAction *>("actionClose")->trigger();
+    else
+        QVERIFY(fixture.window->sequences()->close(sequence));
+    QTRY_VERIFY(sequence.isNull());
+    QVERIFY(dataset.isNull());
+    QVERIFY(image.isNull());
+    QVERIFY(window.isNull());
+    QVERIFY(fixture.window->workspace()->subWindowList().isEmpty());
+    QVERIFY(fixture.window->sequences()->sequences().isEmpty());
+    QVERIFY(!CVXSSequenceDataset::getSequenceDataset(ID));
+    QVERIFY(!CVXSChildWindow::getActiveChildWnd());
+    // It opens again like new.
+    QVERIFY(fixture.window->openSequence(folder));
+}
+
+void tst_ClosingSequences::closingAnImageWindowKeepsTheSequence()
+{
+    QTemporaryDir dir;
+    WorkspaceFixture fixture;
+    CVXSSequenceDataset *sequence = fixture.window->openSequence(writeSequence(dir.path(), ID, "AB"));
+    QVERIFY(sequence);
+    QPointer<CVXSImageWindow> image =
+        fixture.window->workspace()->showDataset(sequence->getDatasets().first());
+    image->subWindow()->close();
+    QTRY_VERIFY(image.isNull());
+    QCOMPARE(fixture.window->sequences()->sequences().size(), 1);
+    QCOMPARE(CVXSChildWindow::getActiveChildWnd(), CVXSSequenceWindow::getSequenceWindow(sequence));
+}
+
+void tst_ClosingSequences::neverSavedOneAsks_data()
+{
+    QTest::addColumn<QString>("answer");
+    QTest::addColumn<int>("key");
+    QTest::addColumn<bool>("closed");
+    QTest::addColumn<bool>("saved");
+    QTest::newRow("Save writes it and closes") << "&Save" << 0 << true << true;
+    QTest::newRow("Discard closes") << "&Discard" << 0 << true << false;
+    QTest::newRow("Cancel keeps it") << "Cancel" << 0 << false << false;
+    QTest::newRow("Escape keeps it") << "" << int(Qt::Key_Escape) << false << false;
+}
+
+void tst_ClosingSequences::neverSavedOneAsks()
+{
+    QFETCH(QString, answer);
+    QFETCH(int, key);
+    QFETCH(bool, closed);
+    QFETCH(bool, saved);
+    WorkspaceFixture fixture;
+    QPointer<CVXSSequenceDataset> sequence = newSequence();
+    fixture.window->sequences()->add(sequence);
+    {
+        const CAnswer person(answer, key);
+        QCOMPARE(fixture.window->sequences()->close(sequence), closed);
+        QVERIFY(person.seen().closed);
+        QVERIFY2(person.seen().text.contains(ID), qPrintable(person.seen().text));
+    }
+    QCOMPARE(sequence.isNull(), closed);
+    QCOMPARE(QFile::exists(CVXPreference::getProgramDataPath() + "/sequences/" + ID + "/SequenceInfo.txt"),
+             saved);
+}
+
+void tst_ClosingSequences::changedOneAsks()
+{
+    QTemporaryDir dir;
+    WorkspaceFixture fixture;
+    CVXSSequenceDataset *sequence = fixture.window->openSequence(writeSequence(dir.path(), ID, "AB"));
+    QVERIFY(sequence);
+    sequence->getDatasets().last()->setModified(true);
+    const CAnswer person("&Discard");
+    QVERIFY(fixture.window->sequences()->close(sequence));
+    QVERIFY(person.seen().closed);
+}
+
+void tst_ClosingSequences::closingTheMainWindowAsksForAllFirst()
+{
+    WorkspaceFixture fixture;
+    QPointer<CVXSSequenceDataset> one = newSequence();
+    QPointer<CVXSSequenceDataset> other = newSequence("CD20260102030405_SEQ");
+    fixture.window->sequences()->add(one);
+    fixture.window->sequences()->add(other);
+    int asked = 0;
+    QTimer person;
+    connect(&person, &QTimer::timeout, [&asked] {
+        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        if (box)
+            box->buttons().at(++asked == 1 ? 1 : 2)->click(); // Discard the first, then Cancel
+    });
+    person.start(10);
+    QVERIFY(!fixture.window->close());
+    QCOMPARE(asked, 2);
+    QVERIFY(fixture.window->isVisible());
+    QVERIFY(one);
+    QVERIFY(other);
+}
+
+void tst_ClosingSequences::quittingDiscardsNothingUnasked()
+{
+    WorkspaceFixture fixture;
+    fixture.window->sequences()->add(newSequence());
+    const CAnswer person("&Save");
+    fixture.window->findChild<QAction *>("actionQuit")->trigger();
+    QVERIFY(person.seen().closed);
+    QVERIFY(!fixture.window->isVisible());
+    QVERIFY(QFile::exists(CVXPreference::getProgramDataPath() + "/sequences/" + ID + "/SequenceInfo.txt"));
+}
+
+QTEST_MAIN(tst_ClosingSequences)
+#include "tst_ClosingSequences.moc"

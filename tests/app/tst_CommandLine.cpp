@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+#include "app/AboutBox.h"
+#include "app/ApplicationSetup.h"
+#include "app/CommandLine.h"
+
+#include <QDoubleValidator>
+#include <QTest>
+
+class tst_CommandLine : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { ApplicationSetup::afterApplication(); }
+    void reads_data();
+    void reads();
+    void helpNamesEveryOption();
+    void versionIsTheProgramsOwn();
+    void mistakesAreNamed();
+    void aboutTellsVersionsAndLicence();
+    void numbersAreInTheCLocale();
+};
+
+void tst_CommandLine::reads_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("plugins");
+    QTest::addColumn<QString>("log");
+    QTest::addColumn<QStringList>("sequences");
+    QTest::newRow("nothing") << QStringList() << ""
+                             << "" << QStringList();
+    QTest::newRow("one sequence") << QStringList{"a_SEQ"} << ""
+                                  << "" << QStringList{"a_SEQ"};
+    QTest::newRow("several sequences") << QStringList{"a", "b"} << ""
+                                       << "" << QStringList{"a", "b"};
+    QTest::newRow("options with values") << QStringList{"--plugins", "p", "--log", "l", "a"} << "p"
+                                         << "l" << QStringList{"a"};
+    QTest::newRow("values after equals signs") << QStringList{"--plugins=p", "a", "--log=l"} << "p"
+                                               << "l" << QStringList{"a"};
+    QTest::newRow("a folder that looks like an option") << QStringList{"--", "--plugins"} << ""
+                                                        << "" << QStringList{"--plugins"};
+}
+
+void tst_CommandLine::reads()
+{
+    QFETCH(QStringList, arguments);
+    const SCommandLine line = readCommandLine(QStringList{"vexa"} + arguments);
+    QCOMPARE(line.outcome, SCommandLine::RUN);
+    QTEST(line.pluginFolder, "plugins");
+    QTEST(line.logFile, "log");
+    QTEST(line.sequences, "sequences");
+}
+
+void tst_CommandLine::helpNamesEveryOption()
+{
+    for (const char *option : {"--help", "-h"}) {
+        const SCommandLine line = readCommandLine({"vexa", option});
+        QCOMPARE(line.outcome, SCommandLine::TELL);
+        for (const char *word :
+             {"--plugins <DIR>", "--log <FILE>", "--help", "--version", "[SEQUENCE_FOLDER...]"})
+            QVERIFY2(line.text.contains(word), qPrintable(line.text));
+    }
+}
+
+void tst_CommandLine::versionIsTheProgramsOwn()
+{
+    const SCommandLine line = readCommandLine({"vexa", "--version"});
+    QCOMPARE(line.outcome, SCommandLine::TELL);
+    QCOMPARE(line.text, QString("Vexa 1.0.0\n"));
+}
+
+void tst_CommandLine::mistakesAreNamed()
+{
+    const SCommandLine unknown = readCommandLine({"vexa", "--frobnicate"});
+    QCOMPARE(unknown.outcome, SCommandLine::MISTAKE);
+    QVERIFY2(unknown.text.contains("frobnicate"), qPrintable(unknown.text));
+    const SCommandLine missing = readCommandLine({"vexa", "--log"});
+    QCOMPARE(missing.outcome, SCommandLine::MISTAKE);
+    QVERIFY2(missing.text.contains("log"), qPrintable(missing.text));
+}
+
+void tst_CommandLine::aboutTellsVersionsAndLicence()
+{
+    const QString text = aboutText();
+    for (const QString &word : {QString("Vexa 1.0.0"), QString("MIT"), QString("Qt ") + qVersion(),
+                                QString("LibTIFF "), QString("OpenCV ")})
+        QVERIFY2(text.contains(word), qPrintable(text));
+    QVERIFY2(!text.contains("%"), qPrintable(text));
+}
+
+void tst_CommandLine::numbersAreInTheCLocale()
+{
+    QDoubleValidator validator;
+    QString number("1.5");
+    int position = 0;
+    QCOMPARE(validator.validate(number, position), QValidator::Acceptable);
+    QCOMPARE(QString::asprintf("%.2e", 1.5), QString("1.50e+00"));
+    QCOMPARE(QLocale().toDouble("1.5"), 1.5);
+}
+
+QTEST_MAIN(tst_CommandLine)
+#include "tst_CommandLine.moc"

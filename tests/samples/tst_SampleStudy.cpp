@@ -1,0 +1,244 @@
+// SPDX-License-Identifier: MIT
+#include "samples/SampleStudy.h"
+
+#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/CVXSSequenceDataset.h"
+#include "host/vxparser/CPLClickInfo.h"
+#include "math/Formula.h"
+#include "math/OperandPreparation.h"
+#include "math/TissueMask.h"
+#include "samples/Camera.h"
+
+#include <QCryptographicHash>
+#include <QDirIterator>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <cmath>
+
+using namespace samplestudy;
+
+/// The study holds what it promises, byte for byte and by numbers.
+class tst_SampleStudy : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void aSeedGivesTheSameBytes();
+    void everyClickIsThere_data();
+    void everyClickIsThere();
+    void pairsAreWhatTheyAreFor_data();
+    void pairsAreWhatTheyAreFor();
+    void theMainJobLeavesNoiseAlone_data();
+    void theMainJobLeavesNoiseAlone();
+    void aFolderThatCannotBeMadeIsTold();
+
+private:
+    QByteArray hashOf(const QString &folder) const;
+    CVXSDataset *dataset(const char *click) const { return m_sequence->getDataset(QString::fromLatin1(click)); }
+    CILImage calibrated(const char *click, tag_edisplayunit unit) const;
+
+    QTemporaryDir m_folder;
+    std::unique_ptr<CVXSSequenceDataset> m_sequence;
+};
+
+void tst_SampleStudy::initTestCase()
+{
+    QString error;
+    QCOMPARE(make(m_folder.path(), 1, &error), ESTATUS_SUCCESS);
+    ESTATUS status = ESTATUS_FAILURE;
+    QStringList warnings;
+    m_sequence.reset(CVXSSequenceDataset::open(m_folder.filePath(SEQUENCE_ID), &status, &error, &warnings));
+    QVERIFY2(m_sequence, qPrintable(error));
+    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join('\n')));
+}
+
+QByteArray tst_SampleStudy::hashOf(const QString &folder) const
+{
+    QStringList files;
+    QDirIterator it(folder, QDir::Files, QDirIterator::Subdirectories);
+    while (it.hasNext())
+        files.append(it.next().mid(folder.size()));
+    files.sort();
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    for (const QString &name : files) {
+        QFile file(folder + name);
+        if (!file.open(QIODevice::ReadOnly))
+            return {};
+        hash.addData(name.toUtf8());
+        hash.addData(file.readAll());
+    }
+    return files.size() > 30 ? hash.result() : QByteArray();
+}
+
+CILImage tst_SampleStudy::calibrated(const char *click, tag_edisplayunit unit) const
+{
+    CILImage image;
+    dataset(click)->getCalibratedLuminImage(unit, &image, QStringLiteral("tst_SampleStudy"));
+    return image;
+}
+
+void tst_SampleStudy::aSeedGivesTheSameBytes()
+{
+    QTemporaryDir again;
+    QTemporaryDir other;
+    // A click number is open once only, so the first study is closed while others are made.
+    m_sequence.reset();
+    QString error;
+    QCOMPARE(make(again.path(), 1, &error), ESTATUS_SUCCESS);
+    QCOMPARE(make(other.path(), 2, &error), ESTATUS_SUCCESS);
+    QVERIFY(!hashOf(m_folder.path()).isEmpty());
+    QCOMPARE(hashOf(again.path()), hashOf(m_folder.path()));
+    QVERIFY(hashOf(other.path()) != hashOf(m_folder.path()));
+    ESTATUS status = ESTATUS_FAILURE;
+    m_sequence.reset(CVXSSequenceDataset::open(m_folder.filePath(SEQUENCE_ID), &status, &error));
+    QVERIFY2(m_sequence, qPrintable(error));
+}
+
+void tst_SampleStudy::everyClickIsThere_data()
+{
+    QTest::addColumn<int>("position");
+    QTest::addColumn<bool>("luminescent");
+    QTest::addColumn<bool>("fluorescent");
+    QTest::addColumn<bool>("photograph");
+    QTest::newRow(FLUORESCENCE_A) << 0 << false << true << true;
+    QTest::newRow(FLUORESCENCE_B) << 1 << false << true << true;
+    QTest::newRow(LUMINESCENCE_BIN4) << 2 << true << false << true;
+    QTest::newRow(LUMINESCENCE_BIN8) << 3 << true << false << true;
+    QTest::newRow(LUMINESCENCE_FIELD) << 4 << true << false << true;
+    QTest::newRow(LUMINESCENCE_SIZE) << 5 << true << false << true;
+    QTest::newRow(RATIO_A) << 6 << false << true << true;
+    QTest::newRow(RATIO_B_HIGH) << 7 << false << true << true;
+    QTest::newRow(RATIO_B_LOW) << 8 << false << true << true;
+    QTest::newRow(RATIO_B_NO_PHOTO) << 9 << false << true << false;
+    QTest::newRow(PHOTOGRAPH_ONLY) << 10 << false << false << true;
+    QTest::newRow(TRANSILLUMINATION) << 11 << false << true << true;
+    QTest::newRow(OTHER_ANGLE) << 12 << false << true << true;
+}
+
+void tst_SampleStudy::everyClickIsThere()
+{
+    QFETCH(int, position);
+    QFETCH(bool, luminescent);
+    QFETCH(bool, fluorescent);
+    QFETCH(bool, photograph);
+    const QString click = QString::fromLatin1(QTest::currentDataTag());
+    QCOMPARE(m_sequence->getClickNumbers().value(position), click);
+    const CVXSDataset *found = (*m_sequence)[unsigned(position)];
+    QVERIFY(found);
+    QCOMPARE(found->isLuminescentDataset(), luminescent);
+    QCOMPARE(found->isFluorescentDataset(), fluorescent);
+    QCOMPARE(found->getImageList()->isPresent(EIMAGE_PHOTOGRAPH), photograph);
+    QCOMPARE(found->getImageList()->isPresent(EIMAGE_LUMINESCENT), luminescent || fluorescent);
+    if (photograph)
+        QVERIFY(found->getCoreImage(EIMAGE_PHOTOGRAPH));
+    if (luminescent || fluorescent) {
+        const CILImage *core = found->getCoreImage(EIMAGE_LUMINESCENT);
+        QVERIFY(core);
+        QCOMPARE(int(core->getType()), int(VXS_UINT16));
+        if (photograph)
+            QCOMPARE(found->getCoreImage(EIMAGE_PHOTOGRAPH)->getWidth(), 2 * core->getWidth());
+    }
+}
+
+void tst_SampleStudy::pairsAreWhatTheyAreFor_data()
+{
+    using imagemath::Combination;
+    QTest::addColumn<QByteArray>("a");
+    QTest::addColumn<QByteArray>("b");
+    QTest::addColumn<int>("combination");
+    QTest::newRow("the fluorescence pair lies on one grid")
+        << QByteArray(FLUORESCENCE_A) << QByteArray(FLUORESCENCE_B) << int(Combination::Possible);
+    QTest::newRow("binning 4 and 8 can be combined")
+        << QByteArray(LUMINESCENCE_BIN4) << QByteArray(LUMINESCENCE_BIN8) << int(Combination::Possible);
+    QTest::newRow("the other field of view cannot be combined")
+        << QByteArray(LUMINESCENCE_BIN4) << QByteArray(LUMINESCENCE_FIELD) << int(Combination::DifferentFieldOfView);
+    QTest::newRow("the other size cannot be combined")
+        << QByteArray(LUMINESCENCE_BIN4) << QByteArray(LUMINESCENCE_SIZE) << int(Combination::DifferentSize);
+}
+
+void tst_SampleStudy::pairsAreWhatTheyAreFor()
+{
+    QFETCH(QByteArray, a);
+    QFETCH(QByteArray, b);
+    QFETCH(int, combination);
+    const CILImage imageA = calibrated(a.constData(), EUNIT_COUNTS);
+    const CILImage imageB = calibrated(b.constData(), EUNIT_COUNTS);
+    QVERIFY(!imageA.isEmpty() && !imageB.isEmpty());
+    QCOMPARE(int(imagemath::compareOperands(dataset(a.constData())->getFOVForImage(EIMAGE_LUMINESCENT), imageA,
+                                            dataset(b.constData())->getFOVForImage(EIMAGE_LUMINESCENT), imageB)),
+             combination);
+}
+
+void tst_SampleStudy::theMainJobLeavesNoiseAlone_data()
+{
+    QTest::addColumn<double>("k");
+    QTest::addColumn<bool>("noiseAlone");
+    QTest::newRow("the true k leaves the reporter and noise") << TRUE_K << true;
+    QTest::newRow("a k that is 1 % off is found out") << TRUE_K * 1.01 << false;
+}
+
+// Residual = A - k B - reporter. With the true k its mean over N pixels is within 5 standard errors of zero, and the mean
+// of its squares, each divided by that pixel's variance, within 5 standard errors of 1 (a normal variable's square has variance 2).
+void tst_SampleStudy::theMainJobLeavesNoiseAlone()
+{
+    QFETCH(double, k);
+    QFETCH(bool, noiseAlone);
+    const CILImage a = calibrated(FLUORESCENCE_A, EUNIT_COUNTS);
+    const CILImage b = calibrated(FLUORESCENCE_B, EUNIT_COUNTS);
+    CILImage result;
+    imagemath::formulaAt(1)->evaluate({a, b, b, float(k)}, result);
+    CILImage truthA;
+    CILImage truthB;
+    CILImage reporter;
+    QCOMPARE(truthA.loadTIFF(QFile::encodeName(m_folder.filePath(TRUTH_A)).constData()), EIL_SUCCESS);
+    QCOMPARE(truthB.loadTIFF(QFile::encodeName(m_folder.filePath(TRUTH_B)).constData()), EIL_SUCCESS);
+    QCOMPARE(reporter.loadTIFF(QFile::encodeName(m_folder.filePath(TRUTH_REPORTER)).constData()), EIL_SUCCESS);
+    QCOMPARE(result.pixelCount(), reporter.pixelCount());
+
+    const CILImage &found = result;
+    double sum = 0.0;
+    double variances = 0.0;
+    double squares = 0.0;
+    const std::size_t count = found.pixelCount();
+    for (std::size_t i = 0; i < count; ++i) {
+        const double residual = double(found.pixels<float>()[i]) -
+                                double(static_cast<const CILImage &>(reporter).pixels<float>()[i]);
+        const double variance = Camera::variance(double(static_cast<const CILImage &>(truthA).pixels<float>()[i])) +
+                                k * k * Camera::variance(double(static_cast<const CILImage &>(truthB).pixels<float>()[i]));
+        sum += residual;
+        variances += variance;
+        squares += residual * residual / variance;
+    }
+    const double mean = sum / double(count);
+    const double meanBound = 5.0 * std::sqrt(variances) / double(count);
+    const double spread = squares / double(count);
+    const double spreadBound = 5.0 * std::sqrt(2.0 / double(count));
+    qInfo("mean residual %.4f counts (bound %.4f), mean square over variance %.5f (bound 1 +- %.5f)", mean, meanBound,
+          spread, spreadBound);
+    QCOMPARE(std::fabs(mean) < meanBound && std::fabs(spread - 1.0) < spreadBound, noiseAlone);
+
+    if (noiseAlone) {
+        CPLClickInfo truth;
+        QCOMPARE(truth.loadClickInfo(m_folder.filePath(TRUTH_FILE), false), ESTATUS_SUCCESS);
+        QString recorded;
+        QVERIFY(truth[SECTION_MAIN_JOB]);
+        QCOMPARE(truth[SECTION_MAIN_JOB]->getValue(KEY_TRUE_K, &recorded), ESTATUS_SUCCESS);
+        QCOMPARE(recorded.toDouble(), TRUE_K);
+        QCOMPARE(truth[SECTION_MAIN_JOB]->getValue(KEY_MEAN_VARIANCE, &recorded), ESTATUS_SUCCESS);
+        QVERIFY(std::fabs(recorded.toDouble() / (variances / double(count)) - 1.0) < 1e-6);
+    }
+}
+
+void tst_SampleStudy::aFolderThatCannotBeMadeIsTold()
+{
+    const QString file = m_folder.filePath(TRUTH_FILE);
+    QString error;
+    QVERIFY(make(file + QStringLiteral("/inside"), 1, &error) != ESTATUS_SUCCESS);
+    QVERIFY2(error.contains(file), qPrintable(error));
+}
+
+QTEST_GUILESS_MAIN(tst_SampleStudy)
+#include "tst_SampleStudy.moc"
