@@ -31,7 +31,8 @@ CILImage Camera::made(VXSDataTypes type, const std::function<double(int, int)> &
             const std::size_t at = std::size_t(row) * std::size_t(width) + std::size_t(column);
             const double v = value(column, row);
             if (type == VXS_UINT16)
-                static_cast<std::uint16_t *>(data)[at] = std::uint16_t(std::clamp(std::floor(v + 0.5), 0.0, 65535.0));
+                static_cast<std::uint16_t *>(data)[at] =
+                    std::uint16_t(std::clamp(std::floor(v + 0.5), 0.0, 65535.0));
             else
                 static_cast<float *>(data)[at] = float(v);
         }

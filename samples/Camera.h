@@ -9,12 +9,12 @@
 /// A cooled 16-bit camera above the stage, and what it makes of a scene.
 struct Camera
 {
-    static constexpr double GAIN = 2.0;          ///< g [electrons a count]
-    static constexpr double READ_NOISE = 4.0;    ///< standard deviation [electrons]
-    static constexpr double OFFSET = 300.0;      ///< [counts]
-    static constexpr double PIXEL_PITCH = 13.5;  ///< of the unbinned sensor [um]
+    static constexpr double GAIN = 2.0;         ///< g [electrons a count]
+    static constexpr double READ_NOISE = 4.0;   ///< standard deviation [electrons]
+    static constexpr double OFFSET = 300.0;     ///< [counts]
+    static constexpr double PIXEL_PITCH = 13.5; ///< of the unbinned sensor [um]
     static constexpr double QUANTUM_EFFICIENCY = 0.85;
-    static constexpr int SENSOR = 2048;          ///< pixels an edge, unbinned
+    static constexpr int SENSOR = 2048; ///< pixels an edge, unbinned
 
     int width = 512;
     int height = 512;

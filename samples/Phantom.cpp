@@ -45,7 +45,7 @@ double body(double x, double y)
 {
     double inside = std::max(smooth(trunk(x, y), 0.03), smooth(head(x, y), 0.05));
     for (int side : {-1, 1}) {
-        inside = std::max(inside, smooth(ellipse(x, y, side * 0.75, -3.1, 0.38, 0.38), 0.08));  // ears
+        inside = std::max(inside, smooth(ellipse(x, y, side * 0.75, -3.1, 0.38, 0.38), 0.08)); // ears
         inside = std::max(inside, smooth(ellipse(x, y, side * 1.45, -1.3, 0.55, 0.28), 0.08)); // fore paws
         inside = std::max(inside, smooth(ellipse(x, y, side * 1.55, 2.6, 0.35, 0.75), 0.08));  // hind paws
     }
@@ -76,7 +76,8 @@ double reporter(double x, double y)
 
 double luminescence(double x, double y)
 {
-    return body(x, y) * (spot(x, y, 0.5, -0.2, 0.25) + 0.5 * spot(x, y, -0.6, 1.4, 0.45) + 0.25 * spot(x, y, 0.1, -2.8, 0.2));
+    return body(x, y) * (spot(x, y, 0.5, -0.2, 0.25) + 0.5 * spot(x, y, -0.6, 1.4, 0.45) +
+                         0.25 * spot(x, y, 0.1, -2.8, 0.2));
 }
 
 double transmission(double x, double y)

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-/// A small animal lying on its belly, seen from above: x to the right, y to the tail, both in cm, (0, 0) in its middle.
+/// A small animal lying on its belly, seen from above: x to the right, y to the tail, both in cm, (0, 0) in
+/// its middle.
 namespace phantom {
 
 /// 1 inside the animal, 0 outside, with an edge about a millimetre wide.

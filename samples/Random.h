@@ -4,7 +4,8 @@
 #include <array>
 #include <cstdint>
 
-/// Random numbers that are the same on every machine for a seed; the standard library's distributions are not.
+/// Random numbers that are the same on every machine for a seed; the standard library's distributions are
+/// not.
 class Random
 {
 public:
@@ -14,8 +15,8 @@ public:
     double uniform();
     /// Standard normal (G. Marsaglia's polar method).
     double normal();
-    /// Poisson of that mean, 0 or more: products of uniforms up to 10, above it the transformed rejection PTRS
-    /// (W. Hoermann, Insurance: Mathematics and Economics 12, 39-45, 1993).
+    /// Poisson of that mean, 0 or more: products of uniforms up to 10, above it the transformed rejection
+    /// PTRS (W. Hoermann, Insurance: Mathematics and Economics 12, 39-45, 1993).
     double poisson(double mean);
 
 private:

@@ -55,7 +55,8 @@ QString dateOf(const QString &click)
 {
     const QString stamp = click.mid(2);
     return QStringLiteral("%1-%2-%3T%4:%5:%6")
-        .arg(stamp.mid(0, 4), stamp.mid(4, 2), stamp.mid(6, 2), stamp.mid(8, 2), stamp.mid(10, 2), stamp.mid(12, 2));
+        .arg(stamp.mid(0, 4), stamp.mid(4, 2), stamp.mid(6, 2), stamp.mid(8, 2), stamp.mid(10, 2),
+             stamp.mid(12, 2));
 }
 
 class Study
@@ -115,8 +116,9 @@ public:
         fine.width *= 2;
         fine.height *= 2;
         fine.binning /= 2.0;
-        CILImage expected = fine.expectedCounts(
-            [&fine](double x, double y) { return 36000.0 * phantom::photograph(x, y) / (fine.binning * fine.binning); });
+        CILImage expected = fine.expectedCounts([&fine](double x, double y) {
+            return 36000.0 * phantom::photograph(x, y) / (fine.binning * fine.binning);
+        });
         dataset->setCoreImage(EIMAGE_PHOTOGRAPH, fine.exposure(expected, m_random));
         CPLSection *photo = section(dataset->getClickInfo(), SECTION_PHOTOGRAPH);
         set(photo, {{KEY_ACQUISITION_DATE, dateOf(dataset->getClickNumber())},
@@ -164,9 +166,12 @@ struct Truth
 Truth fluorescencePair(Study &study)
 {
     const Camera camera;
-    const auto background = [](double x, double y) { return AUTOFLUORESCENCE * phantom::autofluorescence(x, y); };
+    const auto background = [](double x, double y) {
+        return AUTOFLUORESCENCE * phantom::autofluorescence(x, y);
+    };
     Truth truth;
-    truth.reporter = camera.expectedCounts([](double x, double y) { return REPORTER * phantom::reporter(x, y); });
+    truth.reporter =
+        camera.expectedCounts([](double x, double y) { return REPORTER * phantom::reporter(x, y); });
     truth.b = camera.expectedCounts(background);
     truth.a = camera.expectedCounts([&background](double x, double y) {
         return REPORTER * phantom::reporter(x, y) + TRUE_K * background(x, y);
@@ -247,20 +252,23 @@ void others(Study &study)
 
     CVXSDataset *through = study.click(TRANSILLUMINATION, QStringLiteral("Transillumination"));
     const Camera::Scene lamp = [](double x, double y) { return 900.0 * std::exp(-(x * x + y * y) / 50.0); };
-    study.luminescent(through, camera, camera.expectedCounts([&lamp](double x, double y) {
-        return lamp(x, y) * phantom::transmission(x, y);
-    }),
-                      KIND_TRANSILLUMINATION, 0.5, fluorescence("745", "Open", "Low"));
-    set(section(through->getClickInfo(), SECTION_LUMINESCENT), {{KEY_BOTTOM_POWER, QStringLiteral("4.2")}});
+    const CILImage seen = camera.expectedCounts(
+        [&lamp](double x, double y) { return lamp(x, y) * phantom::transmission(x, y); });
+    QVector<Pair> lampKeys = fluorescence("745", "Open", "Low");
+    lampKeys.append({KEY_BOTTOM_POWER, QStringLiteral("4.2")});
+    study.luminescent(through, camera, seen, KIND_TRANSILLUMINATION, 0.5, lampKeys);
     through->setCoreImage(EIMAGE_EXCITATION, camera.exposure(camera.expectedCounts(lamp), study.m_random));
-    set(section(through->getClickInfo(), SECTION_GRAPH_CONTROLS), {{KEY_INTENSITY_CALIBRATION, unitKey(EUNIT_EFFICIENCY)}});
+    set(section(through->getClickInfo(), SECTION_GRAPH_CONTROLS),
+        {{KEY_INTENSITY_CALIBRATION, unitKey(EUNIT_EFFICIENCY)}});
     study.photograph(through, camera);
     study.add(through);
 
-    CVXSDataset *side = study.click(OTHER_ANGLE, QStringLiteral("Reporter and autofluorescence, from the side"));
+    CVXSDataset *side =
+        study.click(OTHER_ANGLE, QStringLiteral("Reporter and autofluorescence, from the side"));
     const CILImage expected = camera.expectedCounts([](double x, double y) {
         // Seen from the side the animal is half as wide.
-        return REPORTER * phantom::reporter(2.0 * x, y) + TRUE_K * AUTOFLUORESCENCE * phantom::autofluorescence(2.0 * x, y);
+        return REPORTER * phantom::reporter(2.0 * x, y) +
+               TRUE_K * AUTOFLUORESCENCE * phantom::autofluorescence(2.0 * x, y);
     });
     study.luminescent(side, camera, expected, KIND_FLUORESCENT, 2.0, fluorescence("640", "690", "High"));
     set(section(side->getClickInfo(), SECTION_LUMINESCENT), {{KEY_IMAGING_ANGLE, QStringLiteral("90")}});

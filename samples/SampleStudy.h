@@ -14,22 +14,22 @@ constexpr char SEQUENCE_ID[] = "AB20240511101000_SEQ";
 constexpr double TRUE_K = 1.25;
 
 // The clicks, in the sequence's order.
-constexpr char FLUORESCENCE_A[] = "AB20240511101500";     ///< reporter and autofluorescence
-constexpr char FLUORESCENCE_B[] = "AB20240511101730";     ///< autofluorescence alone, other excitation
+constexpr char FLUORESCENCE_A[] = "AB20240511101500"; ///< reporter and autofluorescence
+constexpr char FLUORESCENCE_B[] = "AB20240511101730"; ///< autofluorescence alone, other excitation
 constexpr char LUMINESCENCE_BIN4[] = "AB20240511102000";
 constexpr char LUMINESCENCE_BIN8[] = "AB20240511102400";  ///< same field, coarser
 constexpr char LUMINESCENCE_FIELD[] = "AB20240511102900"; ///< another field of view
 constexpr char LUMINESCENCE_SIZE[] = "AB20240511103300";  ///< same field of view, cut to another height
 constexpr char RATIO_A[] = "AB20240511103800";
-constexpr char RATIO_B_HIGH[] = "AB20240511104000";       ///< fluorescence level "High"
-constexpr char RATIO_B_LOW[] = "AB20240511104200";        ///< fluorescence level "Low"
-constexpr char RATIO_B_NO_PHOTO[] = "AB20240511104400";   ///< no photograph
+constexpr char RATIO_B_HIGH[] = "AB20240511104000";     ///< fluorescence level "High"
+constexpr char RATIO_B_LOW[] = "AB20240511104200";      ///< fluorescence level "Low"
+constexpr char RATIO_B_NO_PHOTO[] = "AB20240511104400"; ///< no photograph
 constexpr char PHOTOGRAPH_ONLY[] = "AB20240511104600";
-constexpr char TRANSILLUMINATION[] = "AB20240511104900";  ///< in efficiency, with excitation reference
-constexpr char OTHER_ANGLE[] = "AB20240511105200";        ///< imaging angle 90
+constexpr char TRANSILLUMINATION[] = "AB20240511104900"; ///< in efficiency, with excitation reference
+constexpr char OTHER_ANGLE[] = "AB20240511105200";       ///< imaging angle 90
 
 // Beside the sequence's folder.
-constexpr char TRUTH_FILE[] = "ground-truth.txt"; ///< ClickInfo syntax
+constexpr char TRUTH_FILE[] = "ground-truth.txt";       ///< ClickInfo syntax
 constexpr char TRUTH_REPORTER[] = "truth-reporter.tif"; ///< expected counts of the reporter alone in A
 constexpr char TRUTH_A[] = "truth-a.tif";               ///< expected counts of A above the offset
 constexpr char TRUTH_B[] = "truth-b.tif";
@@ -39,8 +39,9 @@ constexpr char SECTION_MAIN_JOB[] = "Main Job";
 constexpr char KEY_TRUE_K[] = "True k";
 constexpr char KEY_MEAN_VARIANCE[] = "Mean Variance of A - B * k"; ///< [counts^2], from the camera's noise
 
-/// Makes the study in `folder` (created when missing): the sequence's folder, saved by the host's own writers, and the truth
-/// beside it. Every byte follows from the seed. On failure a status, and `error` names file and reason.
+/// Makes the study in `folder` (created when missing): the sequence's folder, saved by the host's own
+/// writers, and the truth beside it. Every byte follows from the seed. On failure a status, and `error` names
+/// file and reason.
 ESTATUS make(const QString &folder, std::uint64_t seed, QString *error);
 
 } // namespace samplestudy

@@ -11,10 +11,12 @@ int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral("Makes the sample study: one sequence of simulated acquisitions."));
+    parser.setApplicationDescription(
+        QStringLiteral("Makes the sample study: one sequence of simulated acquisitions."));
     parser.addHelpOption();
-    const QCommandLineOption seed(QStringLiteral("seed"), QStringLiteral("Seed of the noise (1 unless given)."),
-                                  QStringLiteral("N"), QStringLiteral("1"));
+    const QCommandLineOption seed(QStringLiteral("seed"),
+                                  QStringLiteral("Seed of the noise (1 unless given)."), QStringLiteral("N"),
+                                  QStringLiteral("1"));
     parser.addOption(seed);
     parser.addPositionalArgument(QStringLiteral("folder"), QStringLiteral("Where to make it."));
     parser.process(application);

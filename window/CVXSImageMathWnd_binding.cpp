@@ -133,8 +133,6 @@ void CVXSImageMathWnd::placeColorbars()
         bar.rect.bottom = bar.rect.top + height * strip.height();
     };
     const tag_simageadjust adjust = m_pSequence ? m_pSequence->getImageAdjust() : tag_simageadjust();
-    // The limits that the first computation found must not be lost with the table that is set here.
-    const CILPalette found = m_pColorbarAB->palette;
 
     place(*m_pColorbarAB, 0.05f, 0.567f);
     m_pColorbarAB->palette.setColorTableType(adjust.colorTable, 0.0f, 1.0f);
@@ -147,9 +145,6 @@ void CVXSImageMathWnd::placeColorbars()
     m_pColorbarAB->palette.setColorTableType(adjust.colorTable, 0.0f, 1.0f);
     m_pColorbarResult->palette.setReversed(adjust.reverse ? 1 : 0);
     m_pView->addColorbar(m_pColorbarResult.get());
-
-    if (viewImage(SLOT_A) || viewImage(SLOT_B))
-        m_pColorbarAB->palette.SetImageMinMax(found.getImageMin(), found.getImageMax());
 }
 
 bool CVXSImageMathWnd::clickHasImage(const QString &clickNumber, tag_eimagetype type) const

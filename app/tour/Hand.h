@@ -19,7 +19,7 @@ namespace hand {
 void chooseFromMenu(QMainWindow *window, const QString &menu, const QString &entry);
 /// Clicks the item with that text.
 void chooseFromList(QListWidget *list, const QString &text);
-/// Opens a combo box and clicks the item of that index.
+/// Goes to the item of that index with the keyboard.
 void chooseFromCombo(QComboBox *combo, int index);
 /// Clicks a button, radio button or check box.
 void click(QAbstractButton *button);

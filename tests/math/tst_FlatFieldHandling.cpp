@@ -52,6 +52,8 @@ private Q_SLOTS:
     void theInvalidExitSwitchesNothing();
     void withoutAFlatFieldNothingIsSwitched();
     void handedBackAfterTheColourRange();
+    void aChangeMadeMeanwhile_data();
+    void aChangeMadeMeanwhile();
 
 private:
     CVXSDataset *dataset(const QString &number) const { return m_study->sequence()->getDataset(number); }
@@ -248,6 +250,37 @@ void tst_FlatFieldHandling::handedBackAfterTheColourRange()
     window.calculateResultImage();
     QVERIFY(correctedAtRangeAB);
     QVERIFY(!correctedAtRangeResult);
+}
+
+void tst_FlatFieldHandling::aChangeMadeMeanwhile_data()
+{
+    QTest::addColumn<int>("unit");
+    QTest::addColumn<bool>("before");
+    QTest::addColumn<QVector<bool>>("switched");
+    QTest::newRow("in radiance a correction switched off is switched on again")
+        << 1 << true << QVector<bool>{true};
+    QTest::newRow("in counts a correction switched on is left on") << 0 << false << QVector<bool>();
+    QTest::newRow("in counts a correction switched off is left off") << 0 << true << QVector<bool>();
+}
+
+void tst_FlatFieldHandling::aChangeMadeMeanwhile()
+{
+    QFETCH(int, unit);
+    QFETCH(bool, before);
+    QFETCH(QVector<bool>, switched);
+    m_study->sequence()->setActiveUnit(tag_edisplayunit(unit));
+    for (const QString &number : {A, B})
+        dataset(number)->doFlatFieldCorrection(before);
+    WatchedImageWindow windowA(dataset(A)), windowB(dataset(B));
+    ImageMathProbe window;
+    window.select(m_study->sequence(), A, B);
+    connect(&window, &CVXSImageMathWnd::colorRangeABChanged, &window, [&] {
+        for (const QString &number : {A, B})
+            dataset(number)->doFlatFieldCorrection(!before);
+    });
+    window.calculateResultImage();
+    QCOMPARE(windowA.switched, switched);
+    QCOMPARE(windowB.switched, switched);
 }
 
 QTEST_MAIN(tst_FlatFieldHandling)

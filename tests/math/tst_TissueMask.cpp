@@ -59,7 +59,8 @@ Bits openedMask(const CILImage &photograph)
     const float scaled = percentage * step;
     const float threshold = scaled + photograph.getMin();
     Bits bits{int(photograph.getWidth()), int(photograph.getHeight()), {}};
-    for (float v : pixelsOf(photograph))
+    const Pixels pixels = pixelsOf(photograph);
+    for (float v : pixels)
         bits.set.push_back(v > threshold ? 1 : 0);
     return swept(swept(bits, true), false);
 }
@@ -322,8 +323,9 @@ void tst_TissueMask::memoFollowsTheGrid_data()
 {
     QTest::addColumn<QSize>("grid");
     QTest::newRow("other width") << QSize(16, 32);
-    QTest::newRow("other height") << QSize(32, 16);
+    QTest::newRow("other height") << QSize(24, 16);
     QTest::newRow("width and height exchanged") << QSize(32, 24);
+    QTest::newRow("both others") << QSize(40, 50);
 }
 
 void tst_TissueMask::memoFollowsTheGrid()

@@ -90,7 +90,8 @@ void tst_Random::poissonHasItsMoments()
     QFETCH(double, mean);
     Random random(3);
     const Moments found = moments([&random, mean] { return random.poisson(mean); });
-    QVERIFY2(std::fabs(found.mean - mean) <= 5.0 * std::sqrt(mean / COUNT), qPrintable(QString::number(found.mean)));
+    QVERIFY2(std::fabs(found.mean - mean) <= 5.0 * std::sqrt(mean / COUNT),
+             qPrintable(QString::number(found.mean)));
     // The variance of a Poisson sample's variance is (mean + 2 mean^2) / n.
     QVERIFY2(std::fabs(found.variance - mean) <= 5.0 * std::sqrt((mean + 2.0 * mean * mean) / COUNT),
              qPrintable(QString::number(found.variance)));

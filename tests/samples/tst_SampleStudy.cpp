@@ -29,6 +29,11 @@ private Q_SLOTS:
     void aSeedGivesTheSameBytes();
     void everyClickIsThere_data();
     void everyClickIsThere();
+    void theNoteIsTheLastPairOfItsSection();
+    void keysThatTellClicksApart_data();
+    void keysThatTellClicksApart();
+    void everyUnitIsThere_data();
+    void everyUnitIsThere();
     void pairsAreWhatTheyAreFor_data();
     void pairsAreWhatTheyAreFor();
     void theMainJobLeavesNoiseAlone_data();
@@ -37,7 +42,10 @@ private Q_SLOTS:
 
 private:
     QByteArray hashOf(const QString &folder) const;
-    CVXSDataset *dataset(const char *click) const { return m_sequence->getDataset(QString::fromLatin1(click)); }
+    CVXSDataset *dataset(const char *click) const
+    {
+        return m_sequence->getDataset(QString::fromLatin1(click));
+    }
     CILImage calibrated(const char *click, tag_edisplayunit unit) const;
 
     QTemporaryDir m_folder;
@@ -143,6 +151,74 @@ void tst_SampleStudy::everyClickIsThere()
     }
 }
 
+// What a tool puts before the note is what a reader of the section finds.
+void tst_SampleStudy::theNoteIsTheLastPairOfItsSection()
+{
+    int notes = 0;
+    for (const CVXSDataset *found : m_sequence->getDatasets()) {
+        for (const char *key : {clickinfo::SECTION_LUMINESCENT, clickinfo::SECTION_PHOTOGRAPH}) {
+            const CPLSection *section = (*found->getClickInfo())[QString::fromLatin1(key)];
+            if (!section)
+                continue;
+            QStringList keys;
+            section->getKeyList(&keys);
+            QVERIFY2(keys.last() == QLatin1String(clickinfo::KEY_NOTE), qPrintable(found->getClickNumber()));
+            QCOMPARE(keys.count(QString::fromLatin1(clickinfo::KEY_NOTE)), 1);
+            ++notes;
+        }
+    }
+    QCOMPARE(notes, 12 + 12); // all clicks but one have each of the two images
+}
+
+void tst_SampleStudy::keysThatTellClicksApart_data()
+{
+    QTest::addColumn<QByteArray>("click");
+    QTest::addColumn<QByteArray>("key");
+    QTest::addColumn<QString>("value");
+    const QByteArray level = clickinfo::KEY_FLUORESCENCE_LEVEL;
+    const QByteArray angle = clickinfo::KEY_IMAGING_ANGLE;
+    QTest::newRow("a ratio's B of high level") << QByteArray(RATIO_B_HIGH) << level << "High";
+    QTest::newRow("the same of low level") << QByteArray(RATIO_B_LOW) << level << "Low";
+    QTest::newRow("the fluorescence pair from above") << QByteArray(FLUORESCENCE_A) << angle << "0";
+    QTest::newRow("the other angle") << QByteArray(OTHER_ANGLE) << angle << "90";
+}
+
+void tst_SampleStudy::keysThatTellClicksApart()
+{
+    QFETCH(QByteArray, click);
+    QFETCH(QByteArray, key);
+    QString found;
+    const CPLClickInfo &info = *dataset(click.constData())->getClickInfo();
+    info[QString::fromLatin1(clickinfo::SECTION_LUMINESCENT)]->getValue(QString::fromLatin1(key), &found);
+    QTEST(found, "value");
+}
+
+void tst_SampleStudy::everyUnitIsThere_data()
+{
+    QTest::addColumn<QByteArray>("click");
+    QTest::addColumn<int>("unit");
+    QTest::addColumn<bool>("canBeGiven");
+    QTest::newRow("luminescence in radiance") << QByteArray(LUMINESCENCE_BIN4) << int(EUNIT_RADIANCE) << true;
+    QTest::newRow("fluorescence in radiant efficiency")
+        << QByteArray(FLUORESCENCE_A) << int(EUNIT_RADIANT_EFFICIENCY) << true;
+    QTest::newRow("transillumination in efficiency")
+        << QByteArray(TRANSILLUMINATION) << int(EUNIT_EFFICIENCY) << true;
+    QTest::newRow("luminescence has no irradiance")
+        << QByteArray(LUMINESCENCE_BIN4) << int(EUNIT_RADIANT_EFFICIENCY) << false;
+    QTest::newRow("fluorescence has no excitation reference")
+        << QByteArray(FLUORESCENCE_A) << int(EUNIT_EFFICIENCY) << false;
+}
+
+void tst_SampleStudy::everyUnitIsThere()
+{
+    QFETCH(QByteArray, click);
+    QFETCH(int, unit);
+    QFETCH(bool, canBeGiven);
+    const CILImage image = calibrated(click.constData(), tag_edisplayunit(unit));
+    QCOMPARE(!image.isEmpty(), canBeGiven);
+    QCOMPARE(image.getMax() > 0.0f, canBeGiven);
+}
+
 void tst_SampleStudy::pairsAreWhatTheyAreFor_data()
 {
     using imagemath::Combination;
@@ -154,7 +230,8 @@ void tst_SampleStudy::pairsAreWhatTheyAreFor_data()
     QTest::newRow("binning 4 and 8 can be combined")
         << QByteArray(LUMINESCENCE_BIN4) << QByteArray(LUMINESCENCE_BIN8) << int(Combination::Possible);
     QTest::newRow("the other field of view cannot be combined")
-        << QByteArray(LUMINESCENCE_BIN4) << QByteArray(LUMINESCENCE_FIELD) << int(Combination::DifferentFieldOfView);
+        << QByteArray(LUMINESCENCE_BIN4) << QByteArray(LUMINESCENCE_FIELD)
+        << int(Combination::DifferentFieldOfView);
     QTest::newRow("the other size cannot be combined")
         << QByteArray(LUMINESCENCE_BIN4) << QByteArray(LUMINESCENCE_SIZE) << int(Combination::DifferentSize);
 }
@@ -167,9 +244,10 @@ void tst_SampleStudy::pairsAreWhatTheyAreFor()
     const CILImage imageA = calibrated(a.constData(), EUNIT_COUNTS);
     const CILImage imageB = calibrated(b.constData(), EUNIT_COUNTS);
     QVERIFY(!imageA.isEmpty() && !imageB.isEmpty());
-    QCOMPARE(int(imagemath::compareOperands(dataset(a.constData())->getFOVForImage(EIMAGE_LUMINESCENT), imageA,
-                                            dataset(b.constData())->getFOVForImage(EIMAGE_LUMINESCENT), imageB)),
-             combination);
+    QCOMPARE(
+        int(imagemath::compareOperands(dataset(a.constData())->getFOVForImage(EIMAGE_LUMINESCENT), imageA,
+                                       dataset(b.constData())->getFOVForImage(EIMAGE_LUMINESCENT), imageB)),
+        combination);
 }
 
 void tst_SampleStudy::theMainJobLeavesNoiseAlone_data()
@@ -180,8 +258,9 @@ void tst_SampleStudy::theMainJobLeavesNoiseAlone_data()
     QTest::newRow("a k that is 1 % off is found out") << TRUE_K * 1.01 << false;
 }
 
-// Residual = A - k B - reporter. With the true k its mean over N pixels is within 5 standard errors of zero, and the mean
-// of its squares, each divided by that pixel's variance, within 5 standard errors of 1 (a normal variable's square has variance 2).
+// Residual = A - k B - reporter. With the true k its mean over N pixels is within 5 standard errors of zero,
+// and the mean of its squares, each divided by that pixel's variance, within 5 standard errors of 1 (a normal
+// variable's square has variance 2).
 void tst_SampleStudy::theMainJobLeavesNoiseAlone()
 {
     QFETCH(double, k);
@@ -195,7 +274,8 @@ void tst_SampleStudy::theMainJobLeavesNoiseAlone()
     CILImage reporter;
     QCOMPARE(truthA.loadTIFF(QFile::encodeName(m_folder.filePath(TRUTH_A)).constData()), EIL_SUCCESS);
     QCOMPARE(truthB.loadTIFF(QFile::encodeName(m_folder.filePath(TRUTH_B)).constData()), EIL_SUCCESS);
-    QCOMPARE(reporter.loadTIFF(QFile::encodeName(m_folder.filePath(TRUTH_REPORTER)).constData()), EIL_SUCCESS);
+    QCOMPARE(reporter.loadTIFF(QFile::encodeName(m_folder.filePath(TRUTH_REPORTER)).constData()),
+             EIL_SUCCESS);
     QCOMPARE(result.pixelCount(), reporter.pixelCount());
 
     const CILImage &found = result;
@@ -206,8 +286,9 @@ void tst_SampleStudy::theMainJobLeavesNoiseAlone()
     for (std::size_t i = 0; i < count; ++i) {
         const double residual = double(found.pixels<float>()[i]) -
                                 double(static_cast<const CILImage &>(reporter).pixels<float>()[i]);
-        const double variance = Camera::variance(double(static_cast<const CILImage &>(truthA).pixels<float>()[i])) +
-                                k * k * Camera::variance(double(static_cast<const CILImage &>(truthB).pixels<float>()[i]));
+        const double variance =
+            Camera::variance(double(static_cast<const CILImage &>(truthA).pixels<float>()[i])) +
+            k * k * Camera::variance(double(static_cast<const CILImage &>(truthB).pixels<float>()[i]));
         sum += residual;
         variances += variance;
         squares += residual * residual / variance;
@@ -216,8 +297,8 @@ void tst_SampleStudy::theMainJobLeavesNoiseAlone()
     const double meanBound = 5.0 * std::sqrt(variances) / double(count);
     const double spread = squares / double(count);
     const double spreadBound = 5.0 * std::sqrt(2.0 / double(count));
-    qInfo("mean residual %.4f counts (bound %.4f), mean square over variance %.5f (bound 1 +- %.5f)", mean, meanBound,
-          spread, spreadBound);
+    qInfo("mean residual %.4f counts (bound %.4f), mean square over variance %.5f (bound 1 +- %.5f)", mean,
+          meanBound, spread, spreadBound);
     QCOMPARE(std::fabs(mean) < meanBound && std::fabs(spread - 1.0) < spreadBound, noiseAlone);
 
     if (noiseAlone) {

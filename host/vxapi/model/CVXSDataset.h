@@ -12,8 +12,8 @@ class CPLClickInfo;
 class CVXSSequenceDataset;
 
 /// One acquisition ("click"): a folder with ClickInfo.txt, AnalyzedClickInfo.txt and its images, or the same
-/// in memory. Pixels are read when first asked for, calibrated images are remembered until something that they
-/// depend on (unit, flat field, background, the pixels) changes. User-interface thread only.
+/// in memory. Pixels are read when first asked for, calibrated images are remembered until something that
+/// they depend on (unit, flat field, background, the pixels) changes. User-interface thread only.
 class VXAPI_EXPORT CVXSDataset : public QObject
 {
     Q_OBJECT
@@ -27,9 +27,12 @@ public:
 
     /// The dataset of that click number that is open in this process, or null.
     static CVXSDataset *getDataset(const QString &clickNumber);
-    /// Reads the ClickInfo of a dataset folder; pixels come later. Null on failure, with status and "file: reason".
-    static CVXSDataset *open(const QString &folder, ESTATUS *status, QString *error, QObject *parent = nullptr);
-    /// Makes getDataset() answer with this dataset. False when another one of that click number is registered.
+    /// Reads the ClickInfo of a dataset folder; pixels come later. Null on failure, with status and "file:
+    /// reason" (either may be null); the caller tells the person. The dataset is not registered yet.
+    static CVXSDataset *open(const QString &folder, ESTATUS *status, QString *error,
+                             QObject *parent = nullptr);
+    /// Makes getDataset() answer with this dataset. False when another one of that click number is
+    /// registered.
     bool registerDataset();
 
     // --- identity and storage ---
@@ -37,6 +40,7 @@ public:
     QString getClickNumber() const;
     /// Ends in "/"; empty for a dataset that has no folder yet.
     QString getFolderPath() const;
+    /// A folder that holds no ClickInfo.txt, or an empty path, makes the dataset one in memory (type 2).
     void setFolderPath(const QString &path);
     /// 0 acquired or imported and on disk, 1 a result of image math, 2 only in memory (no files yet).
     int getDatasetType() const;
@@ -48,8 +52,11 @@ public:
     /// Marks a result of image math that has not been saved by the person yet.
     void setImageMathToBeSaved(bool toBeSaved);
     bool isImageMathToBeSaved() const;
-    /// Writes ClickInfo.txt, the images and last AnalyzedClickInfo.txt into that folder (created when missing), each file
-    /// whole or not at all. Takes the folder as its own, and a dataset of type 2 becomes one of type 0.
+    /// Writes ClickInfo.txt, the images and last AnalyzedClickInfo.txt into that folder (created when
+    /// missing), each file whole or not at all. Images that were never changed, and other files that lie with
+    /// the dataset, are copied byte for byte. Takes the folder as its own, and a dataset of type 2 becomes
+    /// one of type 0. A failure (status, lastError(), log line of level 3) leaves every file as it was or
+    /// whole, and the dataset where it was.
     ESTATUS saveDatasetAs(const QString &folder);
     /// "file: reason" of the last operation of this dataset that failed.
     QString lastError() const;
@@ -65,14 +72,29 @@ public:
     // --- images ---
 
     const CVXSImageList *getImageList() const;
-    /// The stored image of that type, read from its file on first use; null when there is none or it cannot be read (then a
-    /// log line of level 3 names file and reason).
+    /// The stored image of that type, read from its file on first use; null when there is none or it cannot
+    /// be read (then a log line of level 3 names file and reason, once; the file is not read again, and
+    /// lastError() tells it each time). Pixels may be changed in place; saveDatasetAs() then writes them.
     CILImage *getCoreImage(tag_eimagetype type) const;
-    /// Gives a dataset in memory an image. The luminescent one's binning factor is written to ClickInfo.
+    /// Gives the dataset an image. The luminescent one's binning factor is written to ClickInfo. An empty
+    /// image is refused with a log line. Emits calibrationChanged().
     void setCoreImage(tag_eimagetype type, const CILImage &image);
-    /// The luminescent image in that unit, 32-bit float, background and flat field applied as the flags say, into `target`
-    /// (binning factor and palette included). On failure `target` becomes empty (0 x 0) and a log line of level 3 names
-    /// dataset and reason; `caller` names who asked.
+    /// The luminescent image in that unit, 32-bit float, background and flat field applied as the flags say,
+    /// into `target` (binning factor and palette included). On failure `target` becomes empty (0 x 0) and a
+    /// log line of level 3 names dataset and reason; `caller` names who asked.
+    ///
+    /// counts = stored pixels - background; corrected = counts / flat field (brought onto the grid by area
+    /// average; division is IEEE, so a flat-field pixel of 0 gives an infinity or NaN); times the factor of
+    /// VXCalibration.h. Efficiency = counts / (excitation reference - background), without flat field, whose
+    /// shading is in both. Background and excitation reference must have the luminescent image's size. The
+    /// palette gets colour table, direction and log scale of the dataset; its limits are the caller's to set.
+    /// A result of image math is converted from the unit of its pixels
+    /// ("Intensity Calibration"), with no correction; no factor leads to or from efficiency.
+    ///
+    /// Status: ESTATUS_NO_IMAGE without luminescent image or excitation reference, ESTATUS_BAD_IMAGE when a
+    /// file cannot be read or sizes differ, ESTATUS_BAD_VALUE for a calibration constant that is not usable.
+    /// Asking again for something that did not change answers with the same pixels (CILImage::contentId()) at
+    /// no cost.
     ESTATUS getCalibratedLuminImage(tag_edisplayunit unit, CILImage *target, const QString &caller) const;
     /// Width of the imaged field of that image [cm]; NaN when it is not recorded.
     double getFOVForImage(tag_eimagetype type) const;
@@ -80,15 +102,20 @@ public:
     // --- corrections ---
 
     bool isLuminFlatFieldCorrected() const;
-    /// Switches the flat-field correction of calibrated images on or off. Without a flat-field image it cannot be
-    /// switched on; pixels stored corrected stay so. Emits calibrationChanged() when the state changed.
+    /// Switches the flat-field correction of calibrated images on or off; it is off at first. Without a
+    /// flat-field image that can be read, or for a result of image math, it cannot be switched on; pixels
+    /// stored corrected stay so. Emits calibrationChanged() when the state changed.
     void doFlatFieldCorrection(bool on);
+    /// Background subtraction is on from the start when there is a background image; pixels stored subtracted
+    /// stay so.
     bool isLuminBackgroundSubtracted() const;
     void doBackgroundSubtraction(bool on);
     bool isLuminFLBkgSubtracted() const;
 
     // --- display ---
 
+    /// At first "Intensity Calibration" of "Graph Controls", else counts; in a sequence, the sequence's unit
+    /// if one was chosen.
     tag_edisplayunit getUnit() const;
     void setUnit(tag_edisplayunit unit);
     /// [mW]; 0 when not recorded.

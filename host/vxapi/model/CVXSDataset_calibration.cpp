@@ -91,8 +91,8 @@ ESTATUS CVXSDataset::Private::prepare(tag_edisplayunit unit, SIngredients *ingre
         return isPresent ? ESTATUS_BAD_IMAGE : ESTATUS_NO_IMAGE;
     }
     tag_edisplayunit storedUnit = EUNIT_COUNTS;
-    const ESTATUS status = isResult() ? unitOfResult(unit, &storedUnit, reason)
-                                      : addCompanions(unit, ingredients, reason);
+    const ESTATUS status =
+        isResult() ? unitOfResult(unit, &storedUnit, reason) : addCompanions(unit, ingredients, reason);
     if (status != ESTATUS_SUCCESS)
         return status;
     ingredients->factor = calibration::factor(clickInfo, storedUnit, unit, reason);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/ClickInfoValues.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSDataset_p.h"
-#include "host/vxapi/model/ClickInfoValues.h"
 #include "host/vxapi/model/DatasetFiles.h"
 #include "host/vxutils/CVXSLog.h"
 #include "host/vxutils/CVXUtilityFns.h"
@@ -58,7 +58,8 @@ ESTATUS CVXSDataset::Private::load(const QString &path, QString *error)
     if (images.isPresent(EIMAGE_LUMINESCENT) &&
         !(numberOf(clickInfo, SECTION_LUMINESCENT, KEY_BINNING) >= 1.0)) {
         vxLog(2, file + QStringLiteral(": ") +
-                     tr("\"%1\" of the luminescent image is missing or not a number of 1 or more; it is taken as 1")
+                     tr("\"%1\" of the luminescent image is missing or not a number of 1 or more; it is "
+                        "taken as 1")
                          .arg(QString::fromLatin1(KEY_BINNING)));
     }
     readDisplay();
@@ -71,7 +72,8 @@ ESTATUS CVXSDataset::saveDatasetAs(const QString &folder)
     QString error;
     const ESTATUS status = target.isEmpty() ? ESTATUS_BAD_NAME : d->saveTo(target, &error);
     if (status != ESTATUS_SUCCESS) {
-        d->lastError = target.isEmpty() ? tr("%1: no folder to save it in is named").arg(d->clickNumber) : error;
+        d->lastError =
+            target.isEmpty() ? tr("%1: no folder to save it in is named").arg(d->clickNumber) : error;
         vxLog(3, tr("%1 is not saved: %2").arg(d->clickNumber, d->lastError), QString(), int(status));
         return status;
     }

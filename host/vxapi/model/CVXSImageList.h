@@ -10,7 +10,11 @@ class VXAPI_EXPORT CVXSImageList
 {
 public:
     /// Whether there is an image of that type. The flag is not used and kept for the interface.
-    bool isPresent(tag_eimagetype type, bool unused = false) const { Q_UNUSED(unused) return m_types.contains(type); }
+    bool isPresent(tag_eimagetype type, bool unused = false) const
+    {
+        Q_UNUSED(unused)
+        return m_types.contains(type);
+    }
     void setPresent(tag_eimagetype type, bool present)
     {
         if (present)

@@ -13,12 +13,15 @@ class CPLClickInfo;
 class CVXSSequenceDataset::Private
 {
 public:
-    struct Entry {
+    struct Entry
+    {
         QString clickNumber;
         QPointer<CVXSDataset> dataset; ///< null when it could not be opened
     };
 
-    explicit Private(CVXSSequenceDataset *sequence, const QString &sequenceId) : q(sequence), id(sequenceId) {}
+    explicit Private(CVXSSequenceDataset *sequence, const QString &sequenceId) : q(sequence), id(sequenceId)
+    {
+    }
 
     int indexOf(const QString &clickNumber) const;
     QString plannedFolder(const QString &clickNumber) const;

@@ -65,9 +65,10 @@ ESTATUS readSequenceInfo(const QString &folder, CPLClickInfo *info, QString *id,
     }
     section->getSectionName(id, false);
     if (!CVXUtilityFns::isSafeFileName(*id)) {
-        return failed(ESTATUS_BAD_NAME, file,
-                      CVXSSequenceDataset::tr("\"%1\" is refused as a sequence ID: it is not a plain file name")
-                          .arg(*id));
+        return failed(
+            ESTATUS_BAD_NAME, file,
+            CVXSSequenceDataset::tr("\"%1\" is refused as a sequence ID: it is not a plain file name")
+                .arg(*id));
     }
     return ESTATUS_SUCCESS;
 }
@@ -140,7 +141,8 @@ void CVXSSequenceDataset::Private::openClicks(const CPLClickInfo &info, QStringL
         QString reason;
         CVXSDataset *dataset = nullptr;
         if (isListed)
-            reason = infoFile(folder) + QStringLiteral(": ") + tr("it is listed twice; the second is left out");
+            reason =
+                infoFile(folder) + QStringLiteral(": ") + tr("it is listed twice; the second is left out");
         else
             dataset = openClick(clickNumber, &reason);
         if (!dataset) {
@@ -178,8 +180,9 @@ CVXSDataset *CVXSSequenceDataset::Private::openClick(const QString &clickNumber,
         return nullptr;
     }
     if (!dataset->registerDataset()) {
-        *reason = path + QStringLiteral(": ") + tr("a dataset of this click number is open already, from %1")
-                                                    .arg(CVXSDataset::getDataset(clickNumber)->getFolderPath());
+        *reason = path + QStringLiteral(": ") +
+                  tr("a dataset of this click number is open already, from %1")
+                      .arg(CVXSDataset::getDataset(clickNumber)->getFolderPath());
         return nullptr;
     }
     return dataset.release();
@@ -233,7 +236,8 @@ ESTATUS CVXSSequenceDataset::Private::saveDatasets(const QString &target)
         if (!dataset)
             continue;
         const QString path = target + entries.at(i).clickNumber + QLatin1Char('/');
-        const bool isThere = dataset->getDatasetType() != 2 && datasetfiles::isSame(dataset->getFolderPath(), path);
+        const bool isThere =
+            dataset->getDatasetType() != 2 && datasetfiles::isSame(dataset->getFolderPath(), path);
         if (isThere && !dataset->isModified())
             continue;
         CPLSection *section = ensureSection(dataset->getClickInfo(), SECTION_CLICK_NUMBER);

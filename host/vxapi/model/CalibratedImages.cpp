@@ -43,7 +43,8 @@ const CILImage *CalibratedImages::find(const SCalibration &calibration)
 
 void CalibratedImages::remember(const SCalibration &calibration, const CILImage &image)
 {
-    // Nobody can ask again for an image of pixels that are gone; of other constants only by editing them back.
+    // Nobody can ask again for an image of pixels that are gone; of other constants only by editing them
+    // back.
     const auto isStale = [&](const Entry &entry) {
         const SCalibration &old = entry.calibration;
         return old.luminescent != calibration.luminescent ||

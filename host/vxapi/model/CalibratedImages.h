@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <vector>
 
-/// Everything that a calibrated image depends on. Pixels are named by CILImage::contentId(), 0 where an image is not
-/// used; a change of ClickInfo shows in the factor.
+/// Everything that a calibrated image depends on. Pixels are named by CILImage::contentId(), 0 where an image
+/// is not used; a change of ClickInfo shows in the factor.
 struct SCalibration
 {
     tag_edisplayunit unit = EUNIT_COUNTS;
@@ -21,8 +21,8 @@ struct SCalibration
     bool operator==(const SCalibration &other) const;
 };
 
-/// What a calibrated image is made of: (luminescent - background) / excitation / flat field * factor, where null images
-/// are left out and the background is taken from the excitation too.
+/// What a calibrated image is made of: (luminescent - background) / excitation / flat field * factor, where
+/// null images are left out and the background is taken from the excitation too.
 struct SIngredients
 {
     const CILImage *luminescent = nullptr;
@@ -32,8 +32,8 @@ struct SIngredients
     double factor = 1.0;
 
     SCalibration calibration(tag_edisplayunit unit) const;
-    /// False when one of the images has no content ID, because someone may be writing its pixels: then nothing may be
-    /// remembered that was made of it.
+    /// False when one of the images has no content ID, because someone may be writing its pixels: then
+    /// nothing may be remembered that was made of it.
     bool areNamed() const;
 };
 
@@ -51,7 +51,8 @@ public:
     void clear() { m_entries.clear(); }
 
 private:
-    struct Entry {
+    struct Entry
+    {
         SCalibration calibration;
         CILImage image;
     };

@@ -51,8 +51,7 @@ private:
     {
         if (m_reason && m_reason->isEmpty()) {
             const QString value = textOf(m_info, section, key);
-            const QString is =
-                value.isNull() ? translated("is missing") : translated("is \"%1\"").arg(value);
+            const QString is = value.isNull() ? translated("is missing") : translated("is \"%1\"").arg(value);
             *m_reason = translated("\"%1\" in section \"%2\" %3; %4")
                             .arg(QString::fromLatin1(key), QString::fromLatin1(section), is, needs);
         }

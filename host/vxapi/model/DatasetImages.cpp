@@ -103,8 +103,7 @@ void DatasetImages::set(tag_eimagetype type, const CILImage &image, CPLClickInfo
     const QString name = nameOf(*section, kind(type));
     Slot &changed = slot(type);
     changed = Slot();
-    changed.fileName =
-        CVXUtilityFns::isSafeFileName(name) ? name : QString::fromLatin1(kind(type).fileName);
+    changed.fileName = CVXUtilityFns::isSafeFileName(name) ? name : QString::fromLatin1(kind(type).fileName);
     section->setSectionName(changed.fileName);
     changed.image = std::make_unique<CILImage>(image);
     m_list.setPresent(type, true);

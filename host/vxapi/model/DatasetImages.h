@@ -21,7 +21,8 @@ struct SImageKind
     const char *name;     ///< for messages
 };
 
-/// The stored images of a dataset: which there are, in which files, and their pixels once they were asked for.
+/// The stored images of a dataset: which there are, in which files, and their pixels once they were asked
+/// for.
 class DatasetImages
 {
 public:
@@ -30,15 +31,16 @@ public:
     static const SImageKind &kind(tag_eimagetype type);
     static bool isKind(int type) { return type >= 0 && type < int(COUNT); }
 
-    /// Finds out which images are there: those whose section is in the record and whose file is in the folder. A section's
-    /// name that is not a safe file name is told in `refused` ("file name ...: reason") and its image is not there.
+    /// Finds out which images are there: those whose section is in the record and whose file is in the
+    /// folder. A section's name that is not a safe file name is told in `refused` ("file name ...: reason")
+    /// and its image is not there.
     void scan(const CPLClickInfo &info, const QString &folder, QStringList *refused);
 
     const CVXSImageList &list() const { return m_list; }
     bool isPresent(tag_eimagetype type) const { return m_list.isPresent(type); }
 
-    /// The image, read from `folder` on first use; null when there is none or it cannot be read. A file that could not be
-    /// read is not read again; error() tells why.
+    /// The image, read from `folder` on first use; null when there is none or it cannot be read. A file that
+    /// could not be read is not read again; error() tells why.
     CILImage *image(tag_eimagetype type, const QString &folder);
     /// "file: reason" when the last reading of that image failed; empty otherwise.
     QString error(tag_eimagetype type) const;
@@ -48,14 +50,15 @@ public:
     void set(tag_eimagetype type, const CILImage &image, CPLClickInfo *info);
 
     QString fileName(tag_eimagetype type) const;
-    /// Writes the images into `target`: byte for byte as they are in `folder` when they were not changed. `error`
-    /// receives "file: reason".
+    /// Writes the images into `target`: byte for byte as they are in `folder` when they were not changed.
+    /// `error` receives "file: reason".
     ESTATUS save(const QString &folder, const QString &target, QString *error) const;
     /// To be called when everything of the dataset lies where its folder is from now on.
     void markSaved();
 
 private:
-    struct Slot {
+    struct Slot
+    {
         QString fileName;
         std::unique_ptr<CILImage> image;
         std::uint64_t storedContent = 0; ///< content ID of what the file holds; 0 when that is not known

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "host/vximage/VXImageTypes.h"
 #include "host/vxapi/vxapi_global.h"
+#include "host/vximage/VXImageTypes.h"
 #include "host/vxutils/ESTATUS.h"
 
 #include <QString>
@@ -16,7 +16,8 @@ enum tag_edisplayunit {
     EUNIT_COUNT = 4
 };
 
-/// The unit's key in files and calibration calls: "counts", "Radiance (Photons)", "Radiant Efficiency", "efficiency".
+/// The unit's key in files and calibration calls: "counts", "Radiance (Photons)", "Radiant Efficiency",
+/// "efficiency".
 VXAPI_EXPORT QString unitKey(tag_edisplayunit unit);
 /// The unit of such a key, in any case; false when there is none of that name.
 VXAPI_EXPORT bool unitOfKey(const QString &key, tag_edisplayunit *unit);

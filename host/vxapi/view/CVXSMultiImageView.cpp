@@ -78,8 +78,7 @@ QVector<QRectF> CVXSMultiImageView::Private::imageRects() const
     return geometry.imageRects(physical);
 }
 
-/// A bar explains the pictures beside it. Where it has the table and the limits of one of them, it also takes
-/// that one's direction and scale: a bar that runs the other way than its picture would tell the wrong
+/// A bar explains the picture beside it: with limits, direction or scale of its own it would tell the wrong
 /// numbers.
 CILPalette CVXSMultiImageView::Private::barPalette(const SColorbar &bar) const
 {
@@ -88,11 +87,7 @@ CILPalette CVXSMultiImageView::Private::barPalette(const SColorbar &bar) const
         const double middle = places[i].center().y();
         if (places[i].isEmpty() || middle < double(bar.rect.top) || middle > double(bar.rect.bottom))
             continue;
-        const CILPalette palette = cells[std::size_t(i)].image->getPalette();
-        if (palette.getColorTableType() == bar.palette.getColorTableType() &&
-            palette.getImageMin() == bar.palette.getImageMin() &&
-            palette.getImageMax() == bar.palette.getImageMax())
-            return palette;
+        return cells[std::size_t(i)].image->getPalette();
     }
     return bar.palette;
 }

@@ -114,6 +114,7 @@ QByteArray contents(const QString &path)
 
 void write(const QString &path, const QByteArray &bytes)
 {
+    QFile::remove(path); // some file systems wait for the disk when a file is written over
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly));
     QCOMPARE(file.write(bytes), qint64(bytes.size()));

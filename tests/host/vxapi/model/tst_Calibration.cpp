@@ -81,11 +81,14 @@ void tst_Calibration::radianceOfAnotherCamera()
     // g 1.3, QE 0.92, T 0.61, N 1.2, m 0.125, pitch 15 um, binning 8, t 2.5 s
     CVXSDataset *dataset =
         add({{"Exposure Time", "2.5"}, {"f Number", "1.2"}, {"Lens and Filter Transmission", "0.61"}},
-            {{"Electrons Per Count", "1.3"}, {"Quantum Efficiency", "0.92"}, {"Pixel Pitch", "15"}, {"Magnification", "0.125"}},
+            {{"Electrons Per Count", "1.3"},
+             {"Quantum Efficiency", "0.92"},
+             {"Pixel Pitch", "15"},
+             {"Magnification", "0.125"}},
             8.0f);
-    const double photonsPerCount = 1.3 / (0.92 * 0.61);                  // 2.316...
-    const double lens = 4.0 * 1.44 * 1.265625;                           // 4 N^2 (1 + m)^2 = 7.29
-    const double sensor = 3.14159265358979323846 * 0.012 * 0.012 * 2.5;  // pi A t
+    const double photonsPerCount = 1.3 / (0.92 * 0.61);                 // 2.316...
+    const double lens = 4.0 * 1.44 * 1.265625;                          // 4 N^2 (1 + m)^2 = 7.29
+    const double sensor = 3.14159265358979323846 * 0.012 * 0.012 * 2.5; // pi A t
     QVERIFY(isNear(lens, 7.29));
     QVERIFY(isNear(factorOf(dataset, COUNTS, RADIANCE), photonsPerCount * lens / sensor));
     QVERIFY(isNear(factorOf(dataset, COUNTS, RADIANCE), 14931.4108, 1e-8));
@@ -97,15 +100,24 @@ void tst_Calibration::eachConstantHasItsPower_data()
     QTest::addColumn<QString>("key");
     QTest::addColumn<QString>("value");
     QTest::addColumn<double>("ratio"); // to the default's radiance
-    QTest::newRow("twice the electrons a count, twice the radiance") << true << "Electrons Per Count" << "4" << 2.0;
-    QTest::newRow("half the quantum efficiency, twice the radiance") << true << "Quantum Efficiency" << "0.4" << 2.0;
-    QTest::newRow("twice the pixel pitch, a quarter") << true << "Pixel Pitch" << "27" << 0.25;
-    QTest::newRow("magnification 1.4 for 0.2, (2.4 / 1.2)^2") << true << "Magnification" << "1.4" << 4.0;
-    QTest::newRow("half the transmission, twice the radiance") << false << "Lens and Filter Transmission" << "0.25" << 2.0;
-    QTest::newRow("twice the f-number, four times") << false << "f Number" << "2" << 4.0;
-    QTest::newRow("twice the exposure, half") << false << "Exposure Time" << "120" << 0.5;
-    QTest::newRow("a number with exponent") << false << "Exposure Time" << "6e+1" << 1.0;
-    QTest::newRow("irradiance has no part in it") << false << "Excitation Irradiance" << "1" << 1.0;
+    QTest::newRow("twice the electrons a count, twice the radiance") << true << "Electrons Per Count"
+                                                                     << "4" << 2.0;
+    QTest::newRow("half the quantum efficiency, twice the radiance") << true << "Quantum Efficiency"
+                                                                     << "0.4" << 2.0;
+    QTest::newRow("twice the pixel pitch, a quarter") << true << "Pixel Pitch"
+                                                      << "27" << 0.25;
+    QTest::newRow("magnification 1.4 for 0.2, (2.4 / 1.2)^2") << true << "Magnification"
+                                                              << "1.4" << 4.0;
+    QTest::newRow("half the transmission, twice the radiance") << false << "Lens and Filter Transmission"
+                                                               << "0.25" << 2.0;
+    QTest::newRow("twice the f-number, four times") << false << "f Number"
+                                                    << "2" << 4.0;
+    QTest::newRow("twice the exposure, half") << false << "Exposure Time"
+                                              << "120" << 0.5;
+    QTest::newRow("a number with exponent") << false << "Exposure Time"
+                                            << "6e+1" << 1.0;
+    QTest::newRow("irradiance has no part in it") << false << "Excitation Irradiance"
+                                                  << "1" << 1.0;
 }
 
 void tst_Calibration::eachConstantHasItsPower()
@@ -127,13 +139,15 @@ void tst_Calibration::betweenUnits_data()
     QTest::addColumn<double>("factor");
     QTest::newRow("counts to counts") << COUNTS << COUNTS << 1.0;
     QTest::newRow("radiance to counts") << RADIANCE << COUNTS << 1.0 / radiance;
-    QTest::newRow("counts to radiant efficiency: over 20 uW/cm^2") << COUNTS << RADIANT_EFFICIENCY << radiance / 20.0;
+    QTest::newRow("counts to radiant efficiency: over 20 uW/cm^2")
+        << COUNTS << RADIANT_EFFICIENCY << radiance / 20.0;
     QTest::newRow("radiance to radiant efficiency") << RADIANCE << RADIANT_EFFICIENCY << 1.0 / 20.0;
     QTest::newRow("radiant efficiency to radiance") << RADIANT_EFFICIENCY << RADIANCE << 20.0;
     QTest::newRow("radiant efficiency to counts") << RADIANT_EFFICIENCY << COUNTS << 20.0 / radiance;
     QTest::newRow("no factor leads to efficiency") << COUNTS << EFFICIENCY << 1.0;
     QTest::newRow("no factor leads from efficiency") << EFFICIENCY << RADIANCE << 1.0;
-    QTest::newRow("the letters' case does not matter") << "COUNTS" << "radiance (photons)" << radiance;
+    QTest::newRow("the letters' case does not matter") << "COUNTS"
+                                                       << "radiance (photons)" << radiance;
 }
 
 void tst_Calibration::betweenUnits()
@@ -149,12 +163,18 @@ void tst_Calibration::unusableConstant_data()
     QTest::addColumn<bool>("isOfCamera");
     QTest::addColumn<QString>("key");
     QTest::addColumn<QString>("value");
-    const struct {
+    const struct
+    {
         bool isOfCamera;
         const char *key;
-    } keys[] = {{true, "Electrons Per Count"},  {true, "Quantum Efficiency"}, {true, "Pixel Pitch"},
-                {true, "Magnification"},        {false, "Exposure Time"},     {false, "f Number"},
-                {false, "Lens and Filter Transmission"}, {false, "Excitation Irradiance"}};
+    } keys[] = {{true, "Electrons Per Count"},
+                {true, "Quantum Efficiency"},
+                {true, "Pixel Pitch"},
+                {true, "Magnification"},
+                {false, "Exposure Time"},
+                {false, "f Number"},
+                {false, "Lens and Filter Transmission"},
+                {false, "Excitation Irradiance"}};
     for (const auto &key : keys) {
         const auto row = [&](const char *what, const QString &value) {
             QTest::addRow("%s %s", key.key, what) << key.isOfCamera << key.key << value;
@@ -168,8 +188,10 @@ void tst_Calibration::unusableConstant_data()
         row("is empty", "");
         row("has a decimal comma", "0,5");
     }
-    QTest::newRow("a quantum efficiency in percent") << true << "Quantum Efficiency" << "80";
-    QTest::newRow("a transmission in percent") << false << "Lens and Filter Transmission" << "50";
+    QTest::newRow("a quantum efficiency in percent") << true << "Quantum Efficiency"
+                                                     << "80";
+    QTest::newRow("a transmission in percent") << false << "Lens and Filter Transmission"
+                                               << "50";
 }
 
 void tst_Calibration::unusableConstant()

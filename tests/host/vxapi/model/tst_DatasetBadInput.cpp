@@ -38,11 +38,19 @@ void put32(QByteArray *bytes, quint32 value)
 /// A little-endian TIFF of one directory and one strip of 64 zeros, written by hand.
 QByteArray handMadeTiff(quint32 width, quint32 height, int samples, int photometric)
 {
-    const struct {
+    const struct
+    {
         int tag, type;
         quint32 value;
-    } entries[] = {{256, 4, width}, {257, 4, height}, {258, 3, 8}, {259, 3, 1}, {262, 3, quint32(photometric)},
-                   {273, 4, 8}, {277, 3, quint32(samples)}, {278, 4, height}, {279, 4, 64}};
+    } entries[] = {{256, 4, width},
+                   {257, 4, height},
+                   {258, 3, 8},
+                   {259, 3, 1},
+                   {262, 3, quint32(photometric)},
+                   {273, 4, 8},
+                   {277, 3, quint32(samples)},
+                   {278, 4, height},
+                   {279, 4, 64}};
     QByteArray bytes("II*\0", 4);
     put32(&bytes, 8 + 64);
     bytes.append(64, '\0');
@@ -97,8 +105,9 @@ void tst_DatasetBadInput::brokenImage()
     QFETCH(QByteArray, bytes);
     QTemporaryDir folder;
     const QString file = folder.filePath("luminescent.tif");
-    QVERIFY(writeFile(folder.filePath("ClickInfo.txt"), "[ClickNumber]: AB1\n[luminescent image]\nBinning Factor = 4\n"
-                                                        "[photographic image]\n"));
+    QVERIFY(writeFile(folder.filePath("ClickInfo.txt"),
+                      "[ClickNumber]: AB1\n[luminescent image]\nBinning Factor = 4\n"
+                      "[photographic image]\n"));
     QVERIFY(writeFile(file, bytes));
     QVERIFY(writeFile(folder.filePath("photograph.tif"), goodTiff()));
     const std::unique_ptr<CVXSDataset> dataset(CVXSDataset::open(folder.path(), nullptr, nullptr));
@@ -240,9 +249,12 @@ void tst_DatasetBadInput::clickInfo_data()
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<int>("status");
     QTest::addColumn<QString>("reason");
-    QTest::newRow("a line that is no pair") << QByteArray("[ClickNumber]: AB1\n\nno pair\n") << int(ESTATUS_BAD_SYNTAX) << "line 3";
-    QTest::newRow("a pair before any section") << QByteArray("a = b\n") << int(ESTATUS_BAD_SYNTAX) << "line 1";
-    QTest::newRow("bytes that are no text") << QByteArray("[ClickNumber]\nkey = \xff\xfe\n") << int(ESTATUS_BAD_SYNTAX) << "line 2";
+    QTest::newRow("a line that is no pair")
+        << QByteArray("[ClickNumber]: AB1\n\nno pair\n") << int(ESTATUS_BAD_SYNTAX) << "line 3";
+    QTest::newRow("a pair before any section")
+        << QByteArray("a = b\n") << int(ESTATUS_BAD_SYNTAX) << "line 1";
+    QTest::newRow("bytes that are no text")
+        << QByteArray("[ClickNumber]\nkey = \xff\xfe\n") << int(ESTATUS_BAD_SYNTAX) << "line 2";
     QTest::newRow("no such file") << QByteArray() << int(ESTATUS_FILE_NOT_FOUND) << "no such file";
 }
 

@@ -65,7 +65,8 @@ void tst_DatasetSaving::unchangedImagesAreCopiedByteForByte()
     QTemporaryDir folder;
     QVERIFY(savedDataset(folder.filePath("a")));
     // Not as our own writer would write it.
-    QVERIFY(writeFile(folder.filePath("a/photograph.tif"), readFile(folder.filePath("a/photograph.tif")) + "tail"));
+    QVERIFY(writeFile(folder.filePath("a/photograph.tif"),
+                      readFile(folder.filePath("a/photograph.tif")) + "tail"));
     QVERIFY(writeFile(folder.filePath("a/luminescentA.TIF"), "operand"));
     QVERIFY(writeFile(folder.filePath("a/AnalyzedClickInfo.txt"), "# mine\n[ROIs]\n"));
     const std::unique_ptr<CVXSDataset> dataset(CVXSDataset::open(folder.filePath("a"), nullptr, nullptr));
@@ -122,11 +123,13 @@ void tst_DatasetSaving::aChangedKeyIsWritten()
     QVERIFY(savedDataset(folder.path()));
     std::unique_ptr<CVXSDataset> dataset(CVXSDataset::open(folder.path(), nullptr, nullptr));
     QVERIFY(dataset);
-    clickinfo::ensureSection(dataset->getClickInfo(), clickinfo::SECTION_USER_INPUT)->addKeyValue("Strain", "nude");
+    clickinfo::ensureSection(dataset->getClickInfo(), clickinfo::SECTION_USER_INPUT)
+        ->addKeyValue("Strain", "nude");
     QCOMPARE(dataset->saveDatasetAs(folder.path()), ESTATUS_SUCCESS);
     dataset.reset(CVXSDataset::open(folder.path(), nullptr, nullptr));
     QVERIFY(dataset);
-    QCOMPARE(clickinfo::textOf(*dataset->getClickInfo(), clickinfo::SECTION_USER_INPUT, "Strain"), QString("nude"));
+    QCOMPARE(clickinfo::textOf(*dataset->getClickInfo(), clickinfo::SECTION_USER_INPUT, "Strain"),
+             QString("nude"));
 }
 
 void tst_DatasetSaving::aMissingFileIsTold()
@@ -191,7 +194,8 @@ void tst_DatasetSaving::aFailedSaveIsMadeGoodByTheNext()
     QVERIFY(dataset->saveDatasetAs(folder.filePath("b")) != ESTATUS_SUCCESS);
     QCOMPARE(dataset->saveDatasetAs(folder.filePath("c")), ESTATUS_SUCCESS);
     CILImage written;
-    QCOMPARE(written.loadTIFF(QFile::encodeName(folder.filePath("c/luminescent.tif")).constData()), EIL_SUCCESS);
+    QCOMPARE(written.loadTIFF(QFile::encodeName(folder.filePath("c/luminescent.tif")).constData()),
+             EIL_SUCCESS);
     QCOMPARE(written.pixelAt(7, 7), 126.0); // the changed pixels, not those of the old file
 }
 

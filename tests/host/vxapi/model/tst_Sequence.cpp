@@ -48,7 +48,8 @@ void tst_Sequence::registry()
         const TestStudy study(ID);
         const TestStudy other("XY1_SEQ");
         QCOMPARE(CVXSSequenceDataset::getSequenceDataset(ID), study.sequence());
-        QCOMPARE(CVXSSequenceDataset::openSequences(), QList<CVXSSequenceDataset *>({study.sequence(), other.sequence()}));
+        QCOMPARE(CVXSSequenceDataset::openSequences(),
+                 QList<CVXSSequenceDataset *>({study.sequence(), other.sequence()}));
         QVERIFY(!CVXPreference::isSequenceLoading(study.sequence()));
     }
     QVERIFY(!CVXSSequenceDataset::getSequenceDataset(ID));
@@ -151,9 +152,8 @@ void tst_Sequence::removing()
     const QPointer<CVXSDataset> first = study.add(click("AB1"));
     study.add(click("AB2"));
     QStringList seen;
-    connect(study.sequence(), &CVXSSequenceDataset::datasetAboutToBeRemoved, this, [&](CVXSDataset *dataset) {
-        seen += "about to remove " + dataset->getClickNumber();
-    });
+    connect(study.sequence(), &CVXSSequenceDataset::datasetAboutToBeRemoved, this,
+            [&](CVXSDataset *dataset) { seen += "about to remove " + dataset->getClickNumber(); });
     connect(study.sequence(), &CVXSSequenceDataset::updateOnChangeSequence, this,
             [&] { seen += study.sequence()->getClickNumbers().join(','); });
     QVERIFY(study.sequence()->removeDataset("AB1"));

@@ -35,8 +35,12 @@ private:
 };
 
 /// Opens it and remembers what was told.
-struct Opened {
-    explicit Opened(const QString &folder) : sequence(CVXSSequenceDataset::open(folder, &status, &error, &warnings)) {}
+struct Opened
+{
+    explicit Opened(const QString &folder)
+        : sequence(CVXSSequenceDataset::open(folder, &status, &error, &warnings))
+    {
+    }
 
     ESTATUS status = ESTATUS_NO_RANGE;
     QString error;
@@ -106,7 +110,8 @@ void tst_SequenceBadInput::damagedSequenceInfo()
 void tst_SequenceBadInput::unsafeSequenceId()
 {
     const ClosedStudy study;
-    QVERIFY(replaceInFile(study.file("SequenceInfo.txt"), "[Sequence]: " + ID.toUtf8(), "[Sequence]: ../other"));
+    QVERIFY(
+        replaceInFile(study.file("SequenceInfo.txt"), "[Sequence]: " + ID.toUtf8(), "[Sequence]: ../other"));
     const Opened opened(study.folder());
     QVERIFY(!opened.sequence);
     QCOMPARE(opened.status, ESTATUS_BAD_NAME);
@@ -117,11 +122,16 @@ void tst_SequenceBadInput::oneClickIsUnusable_data()
 {
     QTest::addColumn<QString>("damage");
     QTest::addColumn<QString>("says");
-    QTest::newRow("its folder is gone") << "gone" << "AB2/: ";
-    QTest::newRow("a ClickInfo with broken lines") << "syntax" << "AB2/ClickInfo.txt: line 2";
-    QTest::newRow("no ClickInfo") << "missing" << "AB2/ClickInfo.txt: ";
-    QTest::newRow("the ClickInfo of another click") << "other" << "\"AB7\"";
-    QTest::newRow("its own click number is unsafe") << "unsafe" << "\"../AB2\"";
+    QTest::newRow("its folder is gone") << "gone"
+                                        << "AB2/: ";
+    QTest::newRow("a ClickInfo with broken lines") << "syntax"
+                                                   << "AB2/ClickInfo.txt: line 2";
+    QTest::newRow("no ClickInfo") << "missing"
+                                  << "AB2/ClickInfo.txt: ";
+    QTest::newRow("the ClickInfo of another click") << "other"
+                                                    << "\"AB7\"";
+    QTest::newRow("its own click number is unsafe") << "unsafe"
+                                                    << "\"../AB2\"";
 }
 
 void tst_SequenceBadInput::oneClickIsUnusable()
@@ -137,7 +147,8 @@ void tst_SequenceBadInput::oneClickIsUnusable()
     else if (damage == "missing")
         QVERIFY(QFile::remove(info));
     else
-        QVERIFY(replaceInFile(info, "[ClickNumber]: AB2", damage == "other" ? "[ClickNumber]: AB7" : "[ClickNumber]: ../AB2"));
+        QVERIFY(replaceInFile(info, "[ClickNumber]: AB2",
+                              damage == "other" ? "[ClickNumber]: AB7" : "[ClickNumber]: ../AB2"));
 
     const Opened opened(study.folder());
     QVERIFY(opened.sequence);
@@ -221,9 +232,10 @@ void tst_SequenceBadInput::noClicksAtAll()
 void tst_SequenceBadInput::unusableSettingsAreLeftAtTheirDefaults()
 {
     QTemporaryDir folder;
-    QVERIFY(writeFile(folder.filePath("SequenceInfo.txt"),
-                      "[Sequence]: " + ID.toUtf8() +
-                          "\nActive Unit = lux\nColor Table = Mauve\nReversed = yes\nBrightness = much\nGamma = -1\n"));
+    QVERIFY(writeFile(
+        folder.filePath("SequenceInfo.txt"),
+        "[Sequence]: " + ID.toUtf8() +
+            "\nActive Unit = lux\nColor Table = Mauve\nReversed = yes\nBrightness = much\nGamma = -1\n"));
     const Opened opened(folder.path());
     QVERIFY(opened.sequence);
     QCOMPARE(opened.sequence->getActiveUnit(), EUNIT_COUNTS);

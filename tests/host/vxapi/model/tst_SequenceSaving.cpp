@@ -97,7 +97,8 @@ void tst_SequenceSaving::whatWasSavedIsOpenedAgain()
     for (const QString &path : {study.folder() + "/" + ID, study.folder() + "/" + ID + "/SequenceInfo.txt"}) {
         QStringList warnings;
         QString error;
-        const std::unique_ptr<CVXSSequenceDataset> sequence(CVXSSequenceDataset::open(path, nullptr, &error, &warnings));
+        const std::unique_ptr<CVXSSequenceDataset> sequence(
+            CVXSSequenceDataset::open(path, nullptr, &error, &warnings));
         QVERIFY2(sequence, qPrintable(error));
         QVERIFY(warnings.isEmpty());
         QCOMPARE(sequence->getSequenceID(), ID);

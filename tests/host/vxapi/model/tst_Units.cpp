@@ -57,7 +57,6 @@ void tst_Units::thereIsNoOtherUnit()
 void tst_Units::aNumberThatIsNoUnitHasNoKey()
 {
     QVERIFY(unitKey(EUNIT_COUNT).isEmpty());
-    QVERIFY(unitKey(tag_edisplayunit(-1)).isEmpty());
 }
 
 QTEST_GUILESS_MAIN(tst_Units)

@@ -383,6 +383,8 @@ private Q_SLOTS:
         v.place();
         const QImage forwards = v.view->rasterImage();
         v.barResult.palette.setReversed(1);
+        v.barResult.palette.SetImageMinMax(0.0, 1.0);
+        v.barResult.palette.setLogScale(1);
         QCOMPARE(v.view->rasterImage(), forwards);
         colour(v.result, VXS_CT_YELLOWHOT, 1.0e6, 4.5e7, true);
         const QImage backwards = v.view->rasterImage();
