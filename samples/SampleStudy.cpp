@@ -178,11 +178,11 @@ Truth fluorescencePair(Study &study)
     });
 
     CVXSDataset *a = study.click(FLUORESCENCE_A, QStringLiteral("Reporter and autofluorescence"));
-    study.luminescent(a, camera, truth.a, KIND_FLUORESCENT, 2.0, fluorescence("640", "690", "High"));
+    study.luminescent(a, camera, truth.a, KIND_FLUORESCENT, 2.0, fluorescence("640", "690", "Medium"));
     study.photograph(a, camera);
     study.add(a);
     CVXSDataset *b = study.click(FLUORESCENCE_B, QStringLiteral("Autofluorescence alone"));
-    study.luminescent(b, camera, truth.b, KIND_FLUORESCENT, 2.0, fluorescence("605", "690", "High"));
+    study.luminescent(b, camera, truth.b, KIND_FLUORESCENT, 2.0, fluorescence("605", "690", "Medium"));
     study.photograph(b, camera);
     study.add(b);
     return truth;
@@ -223,7 +223,7 @@ void ratios(Study &study)
         bool numerator;
     };
     const Row rows[] = {
-        {RATIO_A, "Ratio: band 1", "High", true, true},
+        {RATIO_A, "Ratio: band 1", "Medium", true, true},
         {RATIO_B_HIGH, "Ratio: band 2, level High", "High", true, false},
         {RATIO_B_LOW, "Ratio: band 2, level Low", "Low", true, false},
         {RATIO_B_NO_PHOTO, "Ratio: band 2, no photograph", "Low", false, false},
@@ -270,7 +270,7 @@ void others(Study &study)
         return REPORTER * phantom::reporter(2.0 * x, y) +
                TRUE_K * AUTOFLUORESCENCE * phantom::autofluorescence(2.0 * x, y);
     });
-    study.luminescent(side, camera, expected, KIND_FLUORESCENT, 2.0, fluorescence("640", "690", "High"));
+    study.luminescent(side, camera, expected, KIND_FLUORESCENT, 2.0, fluorescence("640", "690", "Medium"));
     set(section(side->getClickInfo(), SECTION_LUMINESCENT), {{KEY_IMAGING_ANGLE, QStringLiteral("90")}});
     study.photograph(side, camera);
     study.add(side);

@@ -3,6 +3,7 @@
 
 #include "app/MainWindow.h"
 #include "app/tour/Hand.h"
+#include "app/tour/MainJob.h"
 #include "host/vxapi/model/ClickInfoKeys.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
@@ -106,14 +107,20 @@ QString Tour::firstClick(const std::function<bool(const CVXSDataset &)> &wanted,
 
 void Tour::mainJob()
 {
+    picture(QStringLiteral("02-image-math-window"), QStringLiteral("as it opens: A - B * k of the first two clicks"));
     auto *sub = m_tool->parentWidget();
     sub->move(4, 4);
     sub->resize(900, 800);
-    picture(QStringLiteral("02-image-math-window"), QStringLiteral("as it opens: A - B * k of the first two clicks"));
     auto *k = m_tool->findChild<QLineEdit *>(QStringLiteral("m_pKLineEdit"));
     hand::type(k, QStringLiteral("0.5"));
     check(k->text() == QLatin1String("5.00e-1"), QStringLiteral("a typed k of 0.5 is shown as %1").arg(k->text()));
-    picture(QStringLiteral("03-k-0.5"), QStringLiteral("A - B * k with k = 0.5"));
+    picture(QStringLiteral("03-k-0.5"), QStringLiteral("A - B * k with k = 0.5: background is left"));
+    hand::type(k, QStringLiteral("1.25"));
+    picture(QStringLiteral("04-k-1.25"), QStringLiteral("A - B * k with the true k = 1.25: the reporter alone"));
+    const MainJob job = checkMainJob(m_sequence);
+    for (const QString &line : job.lines)
+        m_summary << QStringLiteral("         ") + line;
+    check(job.holds, QStringLiteral("A - B * k with the true k is the reporter and camera noise alone"));
 }
 
 void Tour::formulas()
@@ -127,12 +134,8 @@ void Tour::formulas()
                        luminescentValue(dataset, clickinfo::KEY_FLUORESCENCE_LEVEL).toLower() == QLatin1String("high");
             };
             const QString b = firstClick(isHigh, QStringLiteral("click of fluorescence level High with photograph"));
-            const CVXSDataset *datasetB = m_sequence.getDataset(b);
-            const auto isPartner = [&b, datasetB](const CVXSDataset &dataset) {
-                return hasPhotograph(dataset) && dataset.getClickNumber() != b && dataset.isFluorescentDataset() &&
-                       dataset.getFOVForImage(EIMAGE_LUMINESCENT) == datasetB->getFOVForImage(EIMAGE_LUMINESCENT);
-            };
-            selectPair(firstClick(isPartner, QStringLiteral("partner of %1").arg(b)), b);
+            const QStringList clicks = m_sequence.getClickNumbers();
+            selectPair(clicks.at(qMax(0, clicks.indexOf(b) - 1)), b);
             hand::type(m_tool->findChild<QLineEdit *>(QStringLiteral("m_pKLineEdit")), QStringLiteral("600"));
         }
         hand::chooseFromCombo(operation, index);
