@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// What a person waits for in the Image Math Window, without painting: the first computation after a sequence was opened
-// (reading, calibrating, formula, limits), and the whole recomputation after a change of k.
-// The photograph is twice as wide as the images.
+// What a person waits for in the Image Math Window, without painting: the first computation after a sequence
+// was opened (reading, calibrating, formula, limits), and the whole recomputation after a change of k. The
+// photograph is twice as wide as the images.
 #include "bench/rows.h"
 #include "display/KText.h"
 #include "host/vxapi/model/CVXSDataset.h"
@@ -42,8 +42,8 @@ float blob(int x, int y, int edge, double peak)
     return float(std::floor(400.0 + peak * std::exp(-dx * dx - dy * dy) + ((x * 7 + y * 13) & 31)));
 }
 
-// One saved sequence a size, made when first asked for: 16-bit images and a photograph, as a camera writes them. The
-// folder is what is kept, so that every row opens it anew.
+// One saved sequence a size, made when first asked for: 16-bit images and a photograph, as a camera writes
+// them. The folder is what is kept, so that every row opens it anew.
 QString studyFolder(int edge)
 {
     struct Saved

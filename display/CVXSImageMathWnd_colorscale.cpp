@@ -95,7 +95,8 @@ void CVXSImageMathWnd::onChangeColorRangeResult()
         limits = colorscale::fullRange(*result);
     // The status is not looked at: limits that could not be found stay as they are.
     if (m_pAutoResultRadioBtn->isChecked() && result && m_pDatasetA)
-        colorscale::extendedAutoRange(*result, m_pDatasetA, displayUnitName(m_pSequence->getActiveUnit()), &limits);
+        colorscale::extendedAutoRange(*result, m_pDatasetA, displayUnitName(m_pSequence->getActiveUnit()),
+                                      &limits);
     if (m_pMinChkBox->isChecked())
         limits.min = 0.0;
 
@@ -125,7 +126,8 @@ void CVXSImageMathWnd::onChangeMinZeroStatus(bool bMinStatus)
         if (full)
             limits = colorscale::fullRange(*result);
         if (automatic && calibrating)
-            colorscale::autoRange(*result, calibrating, displayUnitName(m_pSequence->getActiveUnit()), &limits);
+            colorscale::autoRange(*result, calibrating, displayUnitName(m_pSequence->getActiveUnit()),
+                                  &limits);
         if (bMinStatus)
             limits.min = 0.0;
 

@@ -23,7 +23,8 @@ bool isUnit(const QString &name, tag_edisplayunit unit)
 
 ESTATUS hostRange(CILImage &image, const QString &unitName, double factor, Limits *limits)
 {
-    return VX_LuminImageMinMax(&image, &limits->min, &limits->max, unitName, factor, SATURATION, HISTOGRAM_BINS);
+    return VX_LuminImageMinMax(&image, &limits->min, &limits->max, unitName, factor, SATURATION,
+                               HISTOGRAM_BINS);
 }
 
 } // namespace

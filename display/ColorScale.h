@@ -26,12 +26,14 @@ Limits united(const Limits &a, const Limits &b);
 /// The factor from counts to radiance [photons/s/cm^2/sr a count] of a dataset's luminescent image.
 double radianceFactor(CVXSDataset *dataset);
 
-/// The host's automatic range of an image in the named unit (any case). Counts at which the camera saturates become
-/// radiance with the dataset's factor; no other unit is converted. On failure the limits are as the host left them.
+/// The host's automatic range of an image in the named unit (any case). Counts at which the camera saturates
+/// become radiance with the dataset's factor; no other unit is converted. On failure the limits are as the
+/// host left them.
 ESTATUS autoRange(CILImage &image, CVXSDataset *dataset, const QString &unitName, Limits *limits);
 
-/// The same for two images or a result: radiant efficiency is converted as well, by the bottom illumination power when
-/// there is one, and the efficiency of a transillumination dataset is scanned by positiveRange() instead.
+/// The same for two images or a result: radiant efficiency is converted as well, by the bottom illumination
+/// power when there is one, and the efficiency of a transillumination dataset is scanned by positiveRange()
+/// instead.
 ESTATUS extendedAutoRange(CILImage &image, CVXSDataset *dataset, const QString &unitName, Limits *limits);
 
 /// Smallest and largest finite pixel above 0; (1e10, 0) when there is none.

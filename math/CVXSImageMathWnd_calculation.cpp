@@ -108,7 +108,8 @@ void CVXSImageMathWnd::fetchOperandA(const QString &clickA, CILImage &calibrated
 {
     if (m_pDatasetA)
         imagemath::correctFlatFieldForRadiance(*m_pDatasetA);
-    m_pSequence->getDataset(clickA)->getCalibratedLuminImage(m_pSequence->getActiveUnit(), &calibratedA, CALLER);
+    m_pSequence->getDataset(clickA)->getCalibratedLuminImage(m_pSequence->getActiveUnit(), &calibratedA,
+                                                             CALLER);
     m_imageA = calibratedA;
     setViewImage(SLOT_A, &m_imageA);
     if (viewImage(SLOT_A) != &m_imageA)
@@ -121,7 +122,8 @@ void CVXSImageMathWnd::fetchOperandB(const QString &clickB, CILImage &calibrated
         imagemath::correctFlatFieldForRadiance(*m_pDatasetB);
     const CVXSDataset *dataset = m_pSequence->getDataset(clickB);
     dataset->getCalibratedLuminImage(m_pSequence->getActiveUnit(), &calibratedB, CALLER);
-    // Every formula fetches the counts, though only the thresholded ratio reads them: the dataset remembers them.
+    // Every formula fetches the counts, though only the thresholded ratio reads them: the dataset remembers
+    // them.
     dataset->getCalibratedLuminImage(EUNIT_COUNTS, &countsB, CALLER);
     m_imageB = calibratedB;
     setViewImage(SLOT_B, &m_imageB);
@@ -132,7 +134,8 @@ void CVXSImageMathWnd::fetchOperandB(const QString &clickB, CILImage &calibrated
 // The correction that the computation switched on goes back through the image window, which shows it.
 void CVXSImageMathWnd::restoreFlatField(CVXSDataset *dataset, bool remembered)
 {
-    if (!dataset || dataset->getUnit() != EUNIT_RADIANCE || dataset->isLuminFlatFieldCorrected() == remembered)
+    if (!dataset || dataset->getUnit() != EUNIT_RADIANCE ||
+        dataset->isLuminFlatFieldCorrected() == remembered)
         return;
     if (auto *imageWindow = CVXSImageWindow::getImageWindow(dataset))
         imageWindow->switchFlatFieldCorrection(remembered);

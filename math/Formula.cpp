@@ -33,7 +33,8 @@ void quotient(const Operands &operands, CILImage &result)
     result *= operands.k;
 }
 
-// The masks multiply, they do not select: a NaN of A stays a NaN outside of them, and a mask edge may be a fraction.
+// The masks multiply, they do not select: a NaN of A stays a NaN outside of them, and a mask edge may be a
+// fraction.
 void thresholdedRatio(const Operands &operands, CILImage &result)
 {
     CILImage aboveThreshold;

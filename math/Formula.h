@@ -7,8 +7,9 @@
 
 /// The five formulas of image math, pixel by pixel on images of equal size.
 ///
-/// Every step is a 32-bit float operation rounded on its own. Division is IEEE: a zero pixel in B gives an infinity
-/// or a NaN, nothing is clamped. The result carries A's or B's binning factor, which are equal by then.
+/// Every step is a 32-bit float operation rounded on its own. Division is IEEE: a zero pixel in B gives an
+/// infinity or a NaN, nothing is clamped. The result carries A's or B's binning factor, which are equal by
+/// then.
 namespace imagemath {
 
 /// What a formula is evaluated on. Images of one size, 32-bit float (masks may stay masks).

@@ -29,7 +29,8 @@ Combination compareOperands(double fieldOfViewA, const CILImage &a, double field
     const auto extent = [](std::uint32_t pixels, const CILImage &image) -> float {
         return float(pixels) * image.binningFactor();
     };
-    if (extent(a.getWidth(), a) != extent(b.getWidth(), b) || extent(a.getHeight(), a) != extent(b.getHeight(), b))
+    if (extent(a.getWidth(), a) != extent(b.getWidth(), b) ||
+        extent(a.getHeight(), a) != extent(b.getHeight(), b))
         return Combination::DifferentSize;
     return Combination::Possible;
 }

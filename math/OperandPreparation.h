@@ -10,8 +10,8 @@ class CVXSDataset;
 /// From two datasets to two images that can be combined pixel by pixel.
 namespace imagemath {
 
-/// Radiance is only comparable over the field once the lens's fall-off is taken out: a dataset shown in radiance gets
-/// its flat-field correction switched on. The caller hands the state back afterwards.
+/// Radiance is only comparable over the field once the lens's fall-off is taken out: a dataset shown in
+/// radiance gets its flat-field correction switched on. The caller hands the state back afterwards.
 void correctFlatFieldForRadiance(CVXSDataset &dataset);
 
 /// Why two operands can or cannot be combined.
@@ -21,16 +21,16 @@ enum class Combination {
     DifferentSize,
 };
 
-/// Compares the fields of view [cm] and the physical sizes (pixels times binning factor, in single precision), both
-/// for exact equality; a field of view that is not recorded (NaN) equals none.
+/// Compares the fields of view [cm] and the physical sizes (pixels times binning factor, in single
+/// precision), both for exact equality; a field of view that is not recorded (NaN) equals none.
 Combination compareOperands(double fieldOfViewA, const CILImage &a, double fieldOfViewB, const CILImage &b);
 
 /// What the view says about it, line by line; nothing when the operands can be combined.
 QStringList messageOf(Combination combination);
 
-/// Bins the finer of two images down to the coarser one's binning: f x f pixels become one, f = coarser / finer
-/// truncated to a whole number; a remainder at the edge is dropped. B's counts go the same way as B. The coarser image is
-/// never interpolated up. Images that were binned are 32-bit float.
+/// Bins the finer of two images down to the coarser one's binning: f x f pixels become one, f = coarser /
+/// finer truncated to a whole number; a remainder at the edge is dropped. B's counts go the same way as B.
+/// The coarser image is never interpolated up. Images that were binned are 32-bit float.
 void reconcileBinning(CILImage &a, CILImage &b, CILImage &countsB);
 
 } // namespace imagemath

@@ -11,15 +11,15 @@ namespace imagemath {
 /// The unit as the view names it: "Counts", "Radiance (Photons)", "Radiant Efficiency", "Efficiency".
 QString displayLabel(tag_edisplayunit unit);
 
-/// The line under an operand's image. `isTransFluorescent` and `ownUnit` are the operand's own; `labelUnit` is the
-/// unit that names both operands.
+/// The line under an operand's image. `isTransFluorescent` and `ownUnit` are the operand's own; `labelUnit`
+/// is the unit that names both operands.
 QString operandLabel(bool isTransFluorescent, tag_edisplayunit ownUnit, tag_edisplayunit labelUnit);
 
 /// The line under an operand that has no image.
 QString noImageLabel();
 
-/// Places in the object units of the view: an image column whose left top corner is (left, top), thumbnails of width
-/// x height, each with a border around it.
+/// Places in the object units of the view: an image column whose left top corner is (left, top), thumbnails
+/// of width x height, each with a border around it.
 struct ColumnLayout
 {
     float left = 0.0f;

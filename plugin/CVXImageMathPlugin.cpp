@@ -148,7 +148,8 @@ void CVXImageMathPlugin::onSignalCopyToClipboard(QString strObjectName)
 }
 
 // The download data stays here: the host always gets null.
-void CVXImageMathPlugin::onSignalLoadImageMathResult(QString path, bool flag, ESTATUS *status, downloaded_save_data *)
+void CVXImageMathPlugin::onSignalLoadImageMathResult(QString path, bool flag, ESTATUS *status,
+                                                     downloaded_save_data *)
 {
     Q_EMIT signalLoadFile(path, flag, status, nullptr);
 }
@@ -161,8 +162,8 @@ bool CVXImageMathPlugin::launchTool()
         return true;
     // A window that was launched before and not shown yet gets one more connection; the host answers a
     // repeated load with success and adds nothing.
-    connect(m_pWindow, SIGNAL(signalLoadImageMathReuslt(QString, bool, ESTATUS *, downloaded_save_data *)), this,
-            SLOT(onSignalLoadImageMathResult(QString, bool, ESTATUS *, downloaded_save_data *)));
+    connect(m_pWindow, SIGNAL(signalLoadImageMathReuslt(QString, bool, ESTATUS *, downloaded_save_data *)),
+            this, SLOT(onSignalLoadImageMathResult(QString, bool, ESTATUS *, downloaded_save_data *)));
     return true;
 }
 
@@ -244,9 +245,10 @@ bool CVXImageMathPlugin::isReady(CVXSSequenceDataset *sequence) const
 
 void CVXImageMathPlugin::createWindow()
 {
-    m_pWindow = new CVXSImageMathWnd(nullptr, "Image Math Window",
-                                     Qt::Window | Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint |
-                                         Qt::WindowTitleHint | Qt::WindowSystemMenuHint);
+    m_pWindow =
+        new CVXSImageMathWnd(nullptr, "Image Math Window",
+                             Qt::Window | Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint |
+                                 Qt::WindowTitleHint | Qt::WindowSystemMenuHint);
     m_pWindow->setWindowTitle(WINDOW_NAME);
     m_pWindow->setObjectName(WINDOW_NAME);
     signalAddWidgetToWorkspace(m_pWindow);

@@ -7,8 +7,8 @@
 
 class CVXSImageMathWnd;
 
-/// The tool "Image Math" as the host drives it: the menu action and when it is enabled, the one Image Math Window, and
-/// the relay of its load requests. It holds no image data of its own.
+/// The tool "Image Math" as the host drives it: the menu action and when it is enabled, the one Image Math
+/// Window, and the relay of its load requests. It holds no image data of its own.
 ///
 /// Host classes are only forward-declared here, on purpose: no argument of a slot is a meta-type of its own.
 class CVXImageMathPlugin : public CVXToolPluginBase

@@ -61,7 +61,7 @@ run_tests() {
     awk -v expected="$root/tests/expected-counts.txt" '
         BEGIN {
             while ((getline line < expected) > 0)
-                if (line !~ /^#/ && split(line, f, " ") == 2) want[f[1]] = f[2]
+                if (line !~ /^#/ && split(line, field, " ") == 2) want[field[1]] = field[2]
         }
         / Testing: / { name = $3 }
         /^Totals: / { passed[name] += $2; failed[name] += $4; skipped[name] += $6 }

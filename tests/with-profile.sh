@@ -30,13 +30,6 @@ if [ "$mode" = gui ]; then
     [ -n "$display" ] || { echo "with-profile.sh: no X server came up" >&2; exit 97; }
     export DISPLAY=":$display" QT_QPA_PLATFORM=xcb LIBGL_ALWAYS_SOFTWARE=1
     unset WAYLAND_DISPLAY
-    if [ -n "${VEXA_SANITIZED:-}" ]; then
-        # The leak sanitizer can tell the graphics drivers' memory from ours only while they are loaded.
-        for driver in /usr/lib/*/dri/swrast_dri.so /usr/lib/*/libGLX_mesa.so.0; do
-            [ -e "$driver" ] && preload="${preload:+$preload:}$driver"
-        done
-        set -- env LD_PRELOAD="${preload:-}" ASAN_OPTIONS=verify_asan_link_order=0 "$@"
-    fi
 else
     export QT_QPA_PLATFORM=offscreen
 fi

@@ -33,7 +33,10 @@ CVXSImageMathWnd::CVXSImageMathWnd(QWidget *parent, const char *, Qt::WindowFlag
 
     // The wide range is the one in force: a k beyond its bounds may be typed, and is then clamped.
     auto *validator = new QDoubleValidator(m_pKLineEdit);
-    validator->setLocale(QLocale::c());
+    QLocale c = QLocale::c();
+    c.setNumberOptions(c.numberOptions() |
+                       QLocale::RejectGroupSeparator); // "1,000" would be read as no number
+    validator->setLocale(c);
     validator->setTop(double(m_kMaximum));
     validator->setBottom(double(m_kMinimum));
     validator->setRange(-1e37, 1e37, 15);

@@ -24,11 +24,12 @@ class QResizeEvent;
 struct downloaded_save_data;
 struct SColorbar;
 
-/// The Image Math Window: two clicks of a sequence, a formula and a constant k on the left, image A, image B and
-/// the result in the view on the right.
+/// The Image Math Window: two clicks of a sequence, a formula and a constant k on the left, image A, image B
+/// and the result in the view on the right.
 ///
-/// The members read the widgets, call the free functions of math/, display/ and result/, and show the outcome; their bodies
-/// stand in the folder of their subject. Everything runs on the user-interface thread, in slot calls made directly.
+/// The members read the widgets, call the free functions of math/, display/ and result/, and show the
+/// outcome; their bodies stand in the folder of their subject. Everything runs on the user-interface thread,
+/// in slot calls made directly.
 class CVXSImageMathWnd : public QWidget, public Ui_CVXSImageMathWnd
 {
     Q_OBJECT
@@ -44,8 +45,8 @@ public:
 
     // --- binding (window/) ---
 
-    /// Binds the window to an open sequence: title, lists, stored k, view, first computation. False when the sequence was never
-    /// saved and the person does not want it saved, or saving it failed.
+    /// Binds the window to an open sequence: title, lists, stored k, view, first computation. False when the
+    /// sequence was never saved and the person does not want it saved, or saving it failed.
     virtual bool bindToSequence(const QString &sequenceID);
     /// Offers the photographs that the selected clicks have.
     virtual void updatePhotographChoice();
@@ -118,8 +119,8 @@ protected:
     void showInvalidSelection();
     void fetchOperandA(const QString &clickA, CILImage &calibratedA);
     void fetchOperandB(const QString &clickB, CILImage &calibratedB, CILImage &countsB);
-    void prepareOperands(const QString &clickA, const QString &clickB, CILImage &calibratedA, CILImage &calibratedB,
-                         CILImage &countsB);
+    void prepareOperands(const QString &clickA, const QString &clickB, CILImage &calibratedA,
+                         CILImage &calibratedB, CILImage &countsB);
     void evaluateFormula(const QString &clickB, CILImage &countsB);
     void announceColorRange(void (CVXSImageMathWnd::*signal)());
     void restoreFlatField(CVXSDataset *dataset, bool remembered);
@@ -149,12 +150,13 @@ protected:
 
     CILImage m_imageA;
     CILImage m_imageB;
-    CILImage m_resultImage;                               ///< kept between computations
-    std::array<CILImage *, SLOT_COUNT> m_viewImages{};    ///< what the view shows; an image is present when its slot is not null
+    CILImage m_resultImage; ///< kept between computations
+    std::array<CILImage *, SLOT_COUNT>
+        m_viewImages{}; ///< what the view shows; an image is present when its slot is not null
     imagemath::TissueMaskMemo m_tissueMask;
     bool m_bCannotCombine = false;
-    QStringList m_messages;          ///< lines of the result tag while there is no result to show
-    bool m_bRefreshEnabled = true;   ///< false exactly while the computation emits a colour-range signal
+    QStringList m_messages;        ///< lines of the result tag while there is no result to show
+    bool m_bRefreshEnabled = true; ///< false exactly while the computation emits a colour-range signal
     bool m_bHandleClose = false;
     bool m_bSavedForImageMath = false; ///< the person agreed to save the sequence at binding
 };

@@ -37,7 +37,8 @@ QString currentText(const QListWidget *list)
 bool CVXSImageMathWnd::bindToSequence(const QString &sequenceID)
 {
     m_sequenceID = sequenceID;
-    m_pSeqTitle->setText(QStringLiteral("<b>") + QStringLiteral("Sequence: ") + sequenceID + QStringLiteral("</b>"));
+    m_pSeqTitle->setText(QStringLiteral("<b>") + QStringLiteral("Sequence: ") + sequenceID +
+                         QStringLiteral("</b>"));
     m_pSeqTitle->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 
     m_pSequence = CVXSSequenceDataset::getSequenceDataset(sequenceID);

@@ -65,7 +65,10 @@ CVXSDataset *TestStudy::add(const ClickSpec &spec)
                  {KEY_EXCITATION_IRRADIANCE, "20"}},
                 spec.luminescentKeys);
         setKeys(info, SECTION_CAMERA,
-                {{KEY_GAIN, "2"}, {KEY_QUANTUM_EFFICIENCY, "0.8"}, {KEY_PIXEL_PITCH, "13.5"}, {KEY_MAGNIFICATION, "0.2"}},
+                {{KEY_GAIN, "2"},
+                 {KEY_QUANTUM_EFFICIENCY, "0.8"},
+                 {KEY_PIXEL_PITCH, "13.5"},
+                 {KEY_MAGNIFICATION, "0.2"}},
                 spec.cameraKeys);
         CILImage counts = image(spec.width, spec.height, spec.counts);
         counts.setBinningFactor(spec.binning);
@@ -73,7 +76,8 @@ CVXSDataset *TestStudy::add(const ClickSpec &spec)
     }
     if (spec.photograph) {
         setKeys(info, SECTION_PHOTOGRAPH, {{KEY_FOV, text(spec.fieldOfView)}}, {});
-        dataset->setCoreImage(EIMAGE_PHOTOGRAPH, image(spec.photographWidth, spec.photographHeight, spec.photograph));
+        dataset->setCoreImage(EIMAGE_PHOTOGRAPH,
+                              image(spec.photographWidth, spec.photographHeight, spec.photograph));
     }
     if (spec.flatField)
         dataset->setCoreImage(EIMAGE_FLATFIELD, image(spec.width, spec.height, spec.flatField));
@@ -97,6 +101,7 @@ CILImage TestStudy::image(int width, int height, const std::function<float(int, 
     for (int y = 0; y < height; ++y)
         for (int x = 0; x < width; ++x)
             data[std::size_t(y) * std::size_t(width) + std::size_t(x)] = pixels(x, y);
-    // A copy is an image of its own: nobody holds a pointer into its pixels, so what it is like may be remembered.
+    // A copy is an image of its own: nobody holds a pointer into its pixels, so what it is like may be
+    // remembered.
     return CILImage(static_cast<const CILImage &>(written));
 }

@@ -29,7 +29,8 @@ struct ClickSpec
     int photographHeight = 64;
     /// Flat field on the luminescent grid; without it the click has none.
     std::function<float(int x, int y)> flatField;
-    /// Further pairs of the sections "luminescent image" and "Camera System Info"; a null value takes the key away.
+    /// Further pairs of the sections "luminescent image" and "Camera System Info"; a null value takes the key
+    /// away.
     QMap<QString, QString> luminescentKeys;
     QMap<QString, QString> cameraKeys;
 };

@@ -12,6 +12,10 @@ void CVXSMdiSubWindow::showWindow()
         showNormal();
     if (widget())
         widget()->show();
+    // A tool sizes its window for the fonts that it was made with; where they are larger nothing is to be cut
+    // off.
+    if (!isMaximized())
+        resize(size().expandedTo(minimumSizeHint()));
     show();
     raise();
     if (QMdiArea *area = mdiArea())

@@ -13,7 +13,8 @@ class VXAPI_EXPORT CVXSMdiSubWindow : public QMdiSubWindow
 public:
     explicit CVXSMdiSubWindow(QWidget *parent = nullptr);
 
-    /// Shows the sub-window with its widget, restores it when minimised, and activates it.
+    /// Shows the sub-window with its widget, at least as large as the widget needs, restores it when
+    /// minimised, and activates it.
     void showWindow();
     void hideWindow();
     /// Moves the left top corner, kept inside the workspace.

@@ -57,8 +57,9 @@ public:
     /// A size in (device-independent) window pixels as object units, at the widget's present size.
     void convertWindowToObjectSize(int width, int height, double &objectWidth, double &objectHeight) const;
 
-    /// A bar that stands beside an image is drawn with that image's palette (the first one's, from above), so that it
-    /// never tells other numbers than the picture shows; without an image beside it, with its own palette.
+    /// A bar that stands beside an image is drawn with that image's palette (the first one's, from above), so
+    /// that it never tells other numbers than the picture shows; without an image beside it, with its own
+    /// palette.
     void addColorbar(SColorbar *bar);
     void removeColorbar(SColorbar *bar);
     /// A null pointer or a tag that is in the view already changes nothing.

@@ -14,7 +14,8 @@ struct VXSRECT
     float height() const { return bottom - top; }
 };
 
-/// A colour bar: where it stands (object units) and the palette that it shows while no image stands beside it.
+/// A colour bar: where it stands (object units) and the palette that it shows while no image stands beside
+/// it.
 struct SColorbar
 {
     VXSRECT rect;

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "app/tour/Tour.h"
+#include "tour/Tour.h"
 
 #include "app/MainWindow.h"
-#include "app/tour/Hand.h"
-#include "app/tour/MainJob.h"
 #include "host/vxapi/model/ClickInfoKeys.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxparser/CPLClickInfo.h"
 #include "host/vxutils/CVXPreference.h"
+#include "tour/Hand.h"
+#include "tour/MainJob.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
@@ -43,7 +43,8 @@ Tour::Tour(MainWindow &window, CVXSSequenceDataset &sequence, const QString &out
 
 bool Tour::run()
 {
-    m_summary << QStringLiteral("Vexa %1, sequence %2").arg(CVXPreference::getAppVersion(), m_sequence.getSequenceID());
+    m_summary << QStringLiteral("Vexa %1, sequence %2")
+                     .arg(CVXPreference::getAppVersion(), m_sequence.getSequenceID());
     QTest::qWait(1500); // the sequence window makes its thumbnails one after the other
     picture(QStringLiteral("01-workspace"), QStringLiteral("the workspace with the sequence"));
     m_tool = openImageMath();
@@ -52,8 +53,9 @@ bool Tour::run()
     formulas();
     colorScales();
     pairsThatCannotBeCombined();
-    m_summary << QString() << (m_holds ? QStringLiteral("Everything that was checked holds.")
-                                       : QStringLiteral("SOMETHING DOES NOT HOLD, see above."));
+    m_summary << QString()
+              << (m_holds ? QStringLiteral("Everything that was checked holds.")
+                          : QStringLiteral("SOMETHING DOES NOT HOLD, see above."));
 
     QSaveFile file(m_outFolder + QStringLiteral("/summary.txt"));
     const QByteArray text = m_summary.join(QLatin1Char('\n')).toUtf8() + '\n';
@@ -65,7 +67,8 @@ bool Tour::run()
 
 void Tour::check(bool holds, const QString &what)
 {
-    m_summary << QStringLiteral("  %1  %2").arg(holds ? QStringLiteral("holds:") : QStringLiteral("DOES NOT HOLD:"), what);
+    m_summary << QStringLiteral("  %1  %2")
+                     .arg(holds ? QStringLiteral("holds:") : QStringLiteral("DOES NOT HOLD:"), what);
     m_holds = m_holds && holds;
 }
 
@@ -107,16 +110,19 @@ QString Tour::firstClick(const std::function<bool(const CVXSDataset &)> &wanted,
 
 void Tour::mainJob()
 {
-    picture(QStringLiteral("02-image-math-window"), QStringLiteral("as it opens: A - B * k of the first two clicks"));
+    picture(QStringLiteral("02-image-math-window"),
+            QStringLiteral("as it opens: A - B * k of the first two clicks"));
     auto *sub = m_tool->parentWidget();
     sub->move(4, 4);
     sub->resize(900, 800);
     auto *k = m_tool->findChild<QLineEdit *>(QStringLiteral("m_pKLineEdit"));
     hand::type(k, QStringLiteral("0.5"));
-    check(k->text() == QLatin1String("5.00e-1"), QStringLiteral("a typed k of 0.5 is shown as %1").arg(k->text()));
+    check(k->text() == QLatin1String("5.00e-1"),
+          QStringLiteral("a typed k of 0.5 is shown as %1").arg(k->text()));
     picture(QStringLiteral("03-k-0.5"), QStringLiteral("A - B * k with k = 0.5: background is left"));
     hand::type(k, QStringLiteral("1.25"));
-    picture(QStringLiteral("04-k-1.25"), QStringLiteral("A - B * k with the true k = 1.25: the reporter alone"));
+    picture(QStringLiteral("04-k-1.25"),
+            QStringLiteral("A - B * k with the true k = 1.25: the reporter alone"));
     const MainJob job = checkMainJob(m_sequence);
     for (const QString &line : job.lines)
         m_summary << QStringLiteral("         ") + line;
@@ -131,15 +137,18 @@ void Tour::formulas()
         if (index == 4) {
             const auto isHigh = [](const CVXSDataset &dataset) {
                 return hasPhotograph(dataset) &&
-                       luminescentValue(dataset, clickinfo::KEY_FLUORESCENCE_LEVEL).toLower() == QLatin1String("high");
+                       luminescentValue(dataset, clickinfo::KEY_FLUORESCENCE_LEVEL).toLower() ==
+                           QLatin1String("high");
             };
-            const QString b = firstClick(isHigh, QStringLiteral("click of fluorescence level High with photograph"));
+            const QString b =
+                firstClick(isHigh, QStringLiteral("click of fluorescence level High with photograph"));
             const QStringList clicks = m_sequence.getClickNumbers();
             selectPair(clicks.at(qMax(0, clicks.indexOf(b) - 1)), b);
             hand::type(m_tool->findChild<QLineEdit *>(QStringLiteral("m_pKLineEdit")), QStringLiteral("600"));
         }
         hand::chooseFromCombo(operation, index);
-        picture(QStringLiteral("1%1-%2").arg(index).arg(QString::fromLatin1(names[index])), operation->currentText());
+        picture(QStringLiteral("1%1-%2").arg(index).arg(QString::fromLatin1(names[index])),
+                operation->currentText());
     }
 }
 
@@ -174,7 +183,8 @@ void Tour::pairsThatCannotBeCombined()
         return dataset.getFOVForImage(EIMAGE_LUMINESCENT) != fieldOfView;
     };
     selectPair(a, firstClick(hasOtherField, QStringLiteral("click of another field of view")));
-    picture(QStringLiteral("30-different-field-of-view"), QStringLiteral("a pair that cannot be combined, and why"));
+    picture(QStringLiteral("30-different-field-of-view"),
+            QStringLiteral("a pair that cannot be combined, and why"));
     auto *display = m_tool->findChild<QAbstractButton *>(QStringLiteral("m_pDisplayBtn"));
     check(!display->isEnabled(), QStringLiteral("\"%1\" is disabled for it").arg(display->text()));
 }

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
-// vexa-tour SEQUENCE_FOLDER OUT_FOLDER: drives the workspace as a person would, with mouse and keyboard on the real menus and
-// widgets, and leaves pictures and a summary. It needs a display; ./run gives it a virtual one.
+// vexa-tour SEQUENCE_FOLDER OUT_FOLDER: drives the workspace as a person would, with mouse and keyboard on
+// the real menus and widgets, and leaves pictures and a summary. It needs a display; ./run gives it a virtual
+// one.
 #include "app/ApplicationSetup.h"
 #include "app/MainWindow.h"
 #include "app/PluginManager.h"
-#include "app/tour/Hand.h"
-#include "app/tour/Tour.h"
+#include "tour/Hand.h"
+#include "tour/Tour.h"
 
 #include <QApplication>
 #include <QDir>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "app/tour/MainJob.h"
+#include "tour/MainJob.h"
 
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
@@ -33,12 +33,14 @@ MainJob checkMainJob(const CVXSSequenceDataset &sequence)
     CILImage reporter;
     QString k;
     QString variance;
-    const CPLSection *recorded = truth.loadClickInfo(folder + QString::fromLatin1(TRUTH_FILE), false) == ESTATUS_SUCCESS
-                                     ? truth[QString::fromLatin1(SECTION_MAIN_JOB)]
-                                     : nullptr;
+    const CPLSection *recorded =
+        truth.loadClickInfo(folder + QString::fromLatin1(TRUTH_FILE), false) == ESTATUS_SUCCESS
+            ? truth[QString::fromLatin1(SECTION_MAIN_JOB)]
+            : nullptr;
     if (!recorded || recorded->getValue(QString::fromLatin1(KEY_TRUE_K), &k) != ESTATUS_SUCCESS ||
         recorded->getValue(QString::fromLatin1(KEY_MEAN_VARIANCE), &variance) != ESTATUS_SUCCESS ||
-        reporter.loadTIFF(QFile::encodeName(folder + QString::fromLatin1(TRUTH_REPORTER)).constData()) != EIL_SUCCESS) {
+        reporter.loadTIFF(QFile::encodeName(folder + QString::fromLatin1(TRUTH_REPORTER)).constData()) !=
+            EIL_SUCCESS) {
         job.lines << QStringLiteral("the truth of the sample study is not there");
         return job;
     }
@@ -66,7 +68,8 @@ MainJob checkMainJob(const CVXSSequenceDataset &sequence)
     const double bound = 5.0 * std::sqrt(expected / double(n));
     job.holds = std::fabs(mean) < bound && std::fabs(found / expected - 1.0) < 0.03;
     job.lines << QStringLiteral("k = %1; A - B * k - true reporter over %2 pixels: mean %3 counts (bound %4)")
-                     .arg(k, QString::number(n), QString::number(mean, 'f', 4), QString::number(bound, 'f', 4))
+                     .arg(k, QString::number(n), QString::number(mean, 'f', 4),
+                          QString::number(bound, 'f', 4))
               << QStringLiteral("variance %1 counts^2; camera noise alone gives %2")
                      .arg(QString::number(found, 'f', 2), QString::number(expected, 'f', 2));
     return job;

@@ -10,8 +10,8 @@ class CVXSSequenceDataset;
 class MainWindow;
 class QWidget;
 
-/// The way from the menu to the displayed result: every formula, a pair that cannot be combined, the colour-scale
-/// choices, a typed k. Leaves a picture of each and summary.txt.
+/// The way from the menu to the displayed result: every formula, a pair that cannot be combined, the
+/// colour-scale choices, a typed k. Leaves a picture of each and summary.txt.
 class Tour
 {
 public:

@@ -11,8 +11,8 @@ class QMainWindow;
 class QPixmap;
 class QWidget;
 
-/// Mouse and keyboard of a person at the workspace: everything here goes through window-system events on the real
-/// widgets. What cannot be found or does not react ends the program with a message.
+/// Mouse and keyboard of a person at the workspace: everything here goes through window-system events on the
+/// real widgets. What cannot be found or does not react ends the program with a message.
 namespace hand {
 
 /// Opens a menu of the menu bar by its text (without "&") and clicks an entry of it.

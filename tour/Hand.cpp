@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "app/tour/Hand.h"
+#include "tour/Hand.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -57,7 +57,8 @@ void chooseFromMenu(QMainWindow *window, const QString &menu, const QString &ent
     QAction *action = entryOf(head->menu()->actions(), entry);
     if (!action || !action->isEnabled())
         giveUp(QStringLiteral("no enabled entry \"%1\" in menu \"%2\"").arg(entry, menu));
-    QTest::mouseClick(head->menu(), Qt::LeftButton, Qt::NoModifier, head->menu()->actionGeometry(action).center());
+    QTest::mouseClick(head->menu(), Qt::LeftButton, Qt::NoModifier,
+                      head->menu()->actionGeometry(action).center());
 }
 
 void chooseFromList(QListWidget *list, const QString &text)
@@ -72,7 +73,8 @@ void chooseFromList(QListWidget *list, const QString &text)
         giveUp(QStringLiteral("item \"%1\" of %2 did not take the click").arg(text, list->objectName()));
 }
 
-// With the arrow keys: what an open list takes a click for depends on where the pointer of the display happens to be.
+// With the arrow keys: what an open list takes a click for depends on where the pointer of the display
+// happens to be.
 void chooseFromCombo(QComboBox *combo, int index)
 {
     combo->setFocus(Qt::TabFocusReason);
