@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/view/CVXSMultiImageView.h"
 #include "host/vxapi/view/CVXSTextTag.h"
 #include "math/ViewAnnotations.h"
@@ -30,12 +31,13 @@ void CVXSImageMathWnd::doSettings()
     m_pView->setShowTextTag(true);
 
     // B is named in A's unit: both operands are in the sequence's one active unit.
-    const tag_edisplayunit unitOfA = m_pDatasetA ? m_pDatasetA->getUnit() : EUNIT_COUNTS;
-    const auto label = [this, unitOfA](int slot, const CVXSDataset *dataset) {
+    const tag_edisplayunit activeUnit = m_pSequence ? m_pSequence->getActiveUnit() : EUNIT_COUNTS;
+    const tag_edisplayunit unitOfA = m_pDatasetA ? m_pDatasetA->getUnit() : activeUnit;
+    const auto label = [this, activeUnit, unitOfA](int slot, const CVXSDataset *dataset) {
         if (!viewImage(slot))
             return imagemath::noImageLabel();
         return imagemath::operandLabel(dataset && dataset->isTransFluorescentDataset(),
-                                       dataset ? dataset->getUnit() : EUNIT_COUNTS, unitOfA);
+                                       dataset ? dataset->getUnit() : activeUnit, unitOfA);
     };
     m_pTagA->setStringList({label(SLOT_A, m_pDatasetA)});
     m_pTagB->setStringList({label(SLOT_B, m_pDatasetB)});

@@ -74,7 +74,7 @@ void CVXSImageMathWnd::showInvalidSelection()
 {
     m_pDisplayBtn->setEnabled(false);
     logFailure(QStringLiteral("One or more dataset(s) is/are invalid..."));
-    m_messages = QStringList{QStringLiteral("Need two images.")};
+    m_messages = QStringList{tr("Need two images.")};
     m_pResultTag->setStringList(m_messages);
     showWhatIsSet();
 }
@@ -99,7 +99,7 @@ void CVXSImageMathWnd::prepareOperands(const QString &clickA, const QString &cli
             imagemath::reconcileBinning(m_imageA, m_imageB, countsB);
     } else {
         m_bCannotCombine = true;
-        m_messages += QStringLiteral("Need two images.");
+        m_messages += tr("Need two images.");
     }
     m_pDisplayBtn->setEnabled(!m_bCannotCombine);
 }
@@ -163,6 +163,10 @@ void CVXSImageMathWnd::evaluateFormula(const QString &clickB, CILImage &countsB)
             if (const CILImage *photograph = dataset->getCoreImage(EIMAGE_PHOTOGRAPH))
                 operands.tissueMask =
                     &m_tissueMask.mask(*photograph, m_imageA.get_width(), m_imageA.get_height());
+            else if (clickHasImage(clickB, EIMAGE_PHOTOGRAPH))
+                logFailure(
+                    QStringLiteral("The photograph of %1 cannot be read; the result has no tissue mask")
+                        .arg(clickB));
         }
         formula->evaluate(operands, m_resultImage);
     }

@@ -2,6 +2,7 @@
 #include "math/OperandPreparation.h"
 
 #include "host/vxapi/model/CVXSDataset.h"
+#include "math/FormText.h"
 
 namespace imagemath {
 
@@ -41,9 +42,9 @@ QStringList messageOf(Combination combination)
     case Combination::Possible:
         return {};
     case Combination::DifferentFieldOfView:
-        return {QStringLiteral("Can't combine images"), QStringLiteral("having different FOV.")};
+        return {formText("Can't combine images"), formText("having different FOV.")};
     case Combination::DifferentSize:
-        return {QStringLiteral("Can't combine images"), QStringLiteral("of different sizes.")};
+        return {formText("Can't combine images"), formText("of different sizes.")};
     }
     return {};
 }

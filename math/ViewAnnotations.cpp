@@ -1,19 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "math/ViewAnnotations.h"
 
+#include "math/FormText.h"
+
 namespace imagemath {
 
 QString displayLabel(tag_edisplayunit unit)
 {
     switch (unit) {
     case EUNIT_COUNTS:
-        return QStringLiteral("Counts");
+        return formText("Counts");
     case EUNIT_RADIANCE:
-        return QStringLiteral("Radiance (Photons)");
+        return formText("Radiance (Photons)");
     case EUNIT_RADIANT_EFFICIENCY:
-        return QStringLiteral("Radiant Efficiency");
+        return formText("Radiant Efficiency");
     case EUNIT_EFFICIENCY:
-        return QStringLiteral("Efficiency");
+        return formText("Efficiency");
     case EUNIT_COUNT:
         break;
     }
@@ -23,13 +25,13 @@ QString displayLabel(tag_edisplayunit unit)
 QString operandLabel(bool isTransFluorescent, tag_edisplayunit ownUnit, tag_edisplayunit labelUnit)
 {
     if (ownUnit == EUNIT_EFFICIENCY && isTransFluorescent)
-        return QStringLiteral("NTF Efficiency");
+        return formText("NTF Efficiency");
     return displayLabel(labelUnit);
 }
 
 QString noImageLabel()
 {
-    return QStringLiteral("(No luminescent image)");
+    return formText("(No luminescent image)");
 }
 
 int ColumnLayout::borderFor(float height)

@@ -57,7 +57,7 @@ int CVXImageMathPlugin::getToolKind()
 QAction *CVXImageMathPlugin::getAction()
 {
     if (getToolKind() != KIND_WITHOUT_ACTION && !m_pAction) {
-        m_pAction = new QAction(QStringLiteral("Image Math"), this);
+        m_pAction = new QAction(CVXSImageMathWnd::tr("Image Math"), this);
         m_pAction->setObjectName(QStringLiteral("Image Math"));
     }
     return m_pAction;
@@ -196,6 +196,7 @@ bool CVXImageMathPlugin::runLauncher()
             position = subWindow->pos();
             positionRemembered = true;
             subWindow->hideWindow();
+            m_bToolWindowShown = false;
             delete subWindow;
         } else {
             delete m_pWindow;
@@ -222,8 +223,9 @@ bool CVXImageMathPlugin::isReady(CVXSSequenceDataset *sequence) const
     if (CVXPreference::isSequenceLoading(sequence)) {
         CVXSMessageBox::information(
             nullptr, CVXUtilityFns::getAppName(),
-            QStringLiteral("This sequence dataset is being loaded and therefore not ready for 'Image Math'. "
-                           "Please try again when the dataset is fully loaded."),
+            CVXSImageMathWnd::tr(
+                "This sequence dataset is being loaded and therefore not ready for 'Image Math'. Please try "
+                "again when the dataset is fully loaded."),
             QString(), QString(), QString(), 0, -1);
         return false;
     }
@@ -235,9 +237,10 @@ bool CVXImageMathPlugin::isReady(CVXSSequenceDataset *sequence) const
     }
     if (present.size() < 2) {
         CVXSMessageBox::warning(nullptr, CVXUtilityFns::getAppName(),
-                                sequence->getSequenceID() + QStringLiteral(" contains only one image.\n") +
-                                    QStringLiteral("Need at least two image sets to use Image Math.\n"),
-                                QStringLiteral("&OK"), QString(), QString(), 0, -1);
+                                sequence->getSequenceID() +
+                                    CVXSImageMathWnd::tr(" contains only one image.\n") +
+                                    CVXSImageMathWnd::tr("Need at least two image sets to use Image Math.\n"),
+                                CVXSImageMathWnd::tr("&OK"), QString(), QString(), 0, -1);
         return false;
     }
     return true;
@@ -249,7 +252,7 @@ void CVXImageMathPlugin::createWindow()
         new CVXSImageMathWnd(nullptr, "Image Math Window",
                              Qt::Window | Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint |
                                  Qt::WindowTitleHint | Qt::WindowSystemMenuHint);
-    m_pWindow->setWindowTitle(WINDOW_NAME);
+    m_pWindow->setWindowTitle(CVXSImageMathWnd::tr("Image Math Window"));
     m_pWindow->setObjectName(WINDOW_NAME);
     signalAddWidgetToWorkspace(m_pWindow);
     if (CVXSMdiSubWindow *subWindow = subWindowOf(m_pWindow)) {

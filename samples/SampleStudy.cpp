@@ -295,7 +295,7 @@ ESTATUS saveTruth(const QString &folder, const Truth &truth, QString *error)
     } images[] = {{TRUTH_REPORTER, truth.reporter}, {TRUTH_A, truth.a}, {TRUTH_B, truth.b}};
     for (const auto &row : images) {
         const QString path = folder + QLatin1Char('/') + QString::fromLatin1(row.file);
-        if (row.image.saveAsTIFF(QFile::encodeName(path).constData()) != EIL_SUCCESS) {
+        if (row.image.saveTIFF(QFile::encodeName(path).constData()) != EIL_SUCCESS) {
             *error = QString::fromStdString(CILImage::lastError());
             return ESTATUS_FILE_NOT_WRITABLE;
         }
@@ -327,12 +327,13 @@ ESTATUS make(const QString &folder, std::uint64_t seed, QString *error)
     ratios(study);
     others(study);
     study.sequence().setActiveUnit(EUNIT_COUNTS);
-    const ESTATUS status = study.sequence().save(folder);
-    if (status != ESTATUS_SUCCESS) {
+    // The sequence comes last: where it is there, all of the study is.
+    ESTATUS status = saveTruth(folder, truth, error);
+    if (status == ESTATUS_SUCCESS) {
+        status = study.sequence().save(folder);
         *error = study.sequence().lastError();
-        return status;
     }
-    return saveTruth(folder, truth, error);
+    return status;
 }
 
 } // namespace samplestudy

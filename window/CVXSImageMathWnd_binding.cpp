@@ -37,8 +37,7 @@ QString currentText(const QListWidget *list)
 bool CVXSImageMathWnd::bindToSequence(const QString &sequenceID)
 {
     m_sequenceID = sequenceID;
-    m_pSeqTitle->setText(QStringLiteral("<b>") + QStringLiteral("Sequence: ") + sequenceID +
-                         QStringLiteral("</b>"));
+    m_pSeqTitle->setText(QStringLiteral("<b>") + tr("Sequence: ") + sequenceID + QStringLiteral("</b>"));
     m_pSeqTitle->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 
     m_pSequence = CVXSSequenceDataset::getSequenceDataset(sequenceID);
@@ -78,8 +77,8 @@ bool CVXSImageMathWnd::askToSaveSequence()
 {
     const int answer = CVXSMessageBox::warning(
         nullptr, CVXUtilityFns::getAppName(),
-        QStringLiteral("This sequence need to be saved to the disk before using 'Image Math Tool' on it.\n"
-                       "Do you want to save and continue?"),
+        tr("This sequence need to be saved to the disk before using 'Image Math Tool' on it.\n"
+           "Do you want to save and continue?"),
         QMessageBox::Yes, QMessageBox::No, 0);
     if (answer != QMessageBox::Yes)
         return false;

@@ -121,12 +121,15 @@ public:
     /// Writes a TIFF: 32-bit float for float and double, integers in their own width, masks as 8-bit; BigTIFF
     /// when it must. Written beside the target and renamed over it. 0 on success, else an EILSTATUS;
     /// lastError() tells why.
-    long saveAsTIFF(const char *path) const;
+    ///
+    /// The path is Latin-1, as the tools hand it over; saveTIFF() takes it in the file system's own bytes.
+    long saveAsTIFF(const char *latin1Path) const;
+    EILSTATUS saveTIFF(const char *path) const;
     /// Reads the first page of a TIFF: 8/16/32-bit integer, 32/64-bit float, strips or tiles, either byte
     /// order. Signed integers become float (8, 16 bit) or double (32 bit). A failure leaves the image as it
     /// was.
     EILSTATUS loadTIFF(const char *path);
-    /// "file: reason" of the last loadTIFF() or saveAsTIFF() of any image that failed.
+    /// "file: reason" of the last loadTIFF(), saveTIFF() or saveAsTIFF() of any image that failed.
     static const std::string &lastError();
     /// Largest number of pixels that loadTIFF() accepts; 2^30 unless set.
     static void setPixelLimit(std::uint64_t pixels);

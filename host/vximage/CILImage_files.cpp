@@ -13,7 +13,22 @@ std::uint64_t s_pixelLimit = std::uint64_t(1) << 30;
 
 } // namespace
 
-long CILImage::saveAsTIFF(const char *path) const
+long CILImage::saveAsTIFF(const char *latin1Path) const
+{
+    std::string path;
+    for (const char *c = latin1Path ? latin1Path : ""; *c; ++c) {
+        const auto byte = static_cast<unsigned char>(*c);
+        if (byte < 0x80) {
+            path += char(byte);
+        } else {
+            path += char(0xc0 | (byte >> 6));
+            path += char(0x80 | (byte & 0x3f));
+        }
+    }
+    return saveTIFF(path.c_str());
+}
+
+EILSTATUS CILImage::saveTIFF(const char *path) const
 {
     if (!m_pixels)
         return il::fileError(EIL_BAD_SIZE, path ? path : "", "the image is empty");

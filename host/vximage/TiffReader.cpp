@@ -246,8 +246,8 @@ EILSTATUS readTiff(const char *path, std::uint64_t pixelLimit, StorePtr &pixels,
                              "not a TIFF file, or damaged: " + tiff.error("it cannot be opened"));
         StorePtr read = Reader(tiff, std::uint64_t(info.st_size)).read(pixelLimit);
         const char *text = nullptr;
-        if (TIFFGetField(tiff.get(), TIFFTAG_IMAGEDESCRIPTION, &text) && text)
-            description = text;
+        const bool isDescribed = TIFFGetField(tiff.get(), TIFFTAG_IMAGEDESCRIPTION, &text) && text;
+        description = isDescribed ? text : "";
         pixels = std::move(read);
         return EIL_SUCCESS;
     } catch (const Failure &failure) {

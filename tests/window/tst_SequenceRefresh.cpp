@@ -48,6 +48,8 @@ private Q_SLOTS:
     void aHiddenWindowKeepsItsLists_data();
     void aHiddenWindowKeepsItsLists();
     void emptyListsStayEmpty();
+    void anotherUnitIsComputedAndNamed();
+    void otherColoursReachTheImages();
     void anAddedDatasetIsListed_data();
     void anAddedDatasetIsListed();
     void filteredDatasetsAppear();
@@ -316,6 +318,42 @@ void tst_SequenceRefresh::resizingChangesOnlyTheSize()
     QCOMPARE(bound.window()->calls, (QMap<QByteArray, int>{}));
     QCOMPARE(bound.window()->computations, 0);
     QCOMPARE(bound.window()->m_pColorbarAB->rect.top, bar.top);
+}
+
+void tst_SequenceRefresh::anotherUnitIsComputedAndNamed()
+{
+    BoundWindow bound;
+    bound.addClick(QStringLiteral("A1"));
+    bound.addClick(QStringLiteral("A2"), false, 50.0f);
+    QVERIFY(bound.saveAndBind());
+    bound.show();
+    const auto view = [&bound](int slot) { return bound.window()->viewImage(slot); };
+    QCOMPARE(view(CVXSImageMathWnd::SLOT_A)->getMin(), 100.0f);
+    QCOMPARE(bound.window()->m_pTagA->getStringList(), QStringList(QStringLiteral("Counts")));
+    bound.sequence()->setActiveUnit(EUNIT_RADIANCE);
+    CILImage radiance;
+    QCOMPARE(bound.sequence()
+                 ->getDataset(QStringLiteral("A1"))
+                 ->getCalibratedLuminImage(EUNIT_RADIANCE, &radiance, QString()),
+             ESTATUS_SUCCESS);
+    QVERIFY(radiance.getMin() != 100.0f);
+    QCOMPARE(view(CVXSImageMathWnd::SLOT_A)->getMin(), radiance.getMin());
+    QCOMPARE(bound.window()->m_pTagA->getStringList(), QStringList(QStringLiteral("Radiance (Photons)")));
+}
+
+void tst_SequenceRefresh::otherColoursReachTheImages()
+{
+    BoundWindow bound;
+    bound.addClick(QStringLiteral("A1"));
+    bound.addClick(QStringLiteral("A2"), false, 50.0f);
+    QVERIFY(bound.saveAndBind());
+    bound.show();
+    tag_simageadjust adjust = bound.sequence()->getImageAdjust();
+    adjust.colorTable = VXS_CT_YELLOWHOT;
+    bound.sequence()->setImageAdjust(adjust);
+    for (int slot : {CVXSImageMathWnd::SLOT_A, CVXSImageMathWnd::SLOT_B, CVXSImageMathWnd::SLOT_RESULT})
+        QCOMPARE(int(bound.window()->viewImage(slot)->getPalette().getColorTableType()),
+                 int(VXS_CT_YELLOWHOT));
 }
 
 void tst_SequenceRefresh::refreshRepaintsTheView()

@@ -4,6 +4,7 @@
 #include "host/vxapi/model/ClickInfoValues.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSDataset_p.h"
+#include "host/vxapi/model/DatasetFiles.h"
 #include "host/vxutils/CVXSLog.h"
 
 #include <cmath>
@@ -48,7 +49,8 @@ ESTATUS CVXSDataset::getCalibratedLuminImage(tag_edisplayunit unit, CILImage *ta
     *target = CILImage();
     const QString unitName = unitKey(unit);
     d->lastError = tr("%1: the luminescent image cannot be given in %2: %3")
-                       .arg(d->clickNumber, unitName.isEmpty() ? tr("an unknown unit") : unitName, reason);
+                       .arg(datasetfiles::nameFor(d->clickNumber, d->folder),
+                            unitName.isEmpty() ? tr("an unknown unit") : unitName, reason);
     vxLog(3, d->lastError, tr("asked for by %1").arg(caller), int(status));
     return status;
 }

@@ -57,10 +57,18 @@ ESTATUS CVXSDataset::Private::load(const QString &path, QString *error)
         vxLog(3, file + QStringLiteral(": ") + reason);
     if (images.isPresent(EIMAGE_LUMINESCENT) &&
         !(numberOf(clickInfo, SECTION_LUMINESCENT, KEY_BINNING) >= 1.0)) {
-        vxLog(2, file + QStringLiteral(": ") +
+        vxLog(3, file + QStringLiteral(": ") +
                      tr("\"%1\" of the luminescent image is missing or not a number of 1 or more; it is "
                         "taken as 1")
                          .arg(QString::fromLatin1(KEY_BINNING)));
+    }
+    if (images.isPresent(EIMAGE_LUMINESCENT) && !(numberOf(clickInfo, SECTION_LUMINESCENT, KEY_FOV) > 0.0)) {
+        vxLog(
+            2,
+            file + QStringLiteral(": ") +
+                tr("\"%1\" of the luminescent image is missing or not a number above 0; the image cannot be "
+                   "combined with others")
+                    .arg(QString::fromLatin1(KEY_FOV)));
     }
     readDisplay();
     return ESTATUS_SUCCESS;

@@ -120,12 +120,13 @@ void CVXSSequenceDataset::setActiveUnit(tag_edisplayunit unit)
 {
     if (unit < EUNIT_COUNTS || unit >= EUNIT_COUNT)
         return;
+    const bool isNew = unit != d->activeUnit;
     d->activeUnit = unit;
     d->hasActiveUnit = true;
     const QList<CVXSDataset *> datasets = getDatasets();
     for (CVXSDataset *dataset : datasets)
         dataset->setUnit(unit);
-    Q_EMIT displayChanged();
+    d->announceDisplay(isNew);
 }
 
 const tag_simageadjust &CVXSSequenceDataset::getImageAdjust() const
@@ -136,10 +137,12 @@ const tag_simageadjust &CVXSSequenceDataset::getImageAdjust() const
 // Reversed and log scale stand in both records; they are one setting.
 void CVXSSequenceDataset::setImageAdjust(const tag_simageadjust &adjust)
 {
+    const bool isNew = adjust.colorTable != d->adjust.colorTable || adjust.reverse != d->adjust.reverse ||
+                       adjust.logScale != d->adjust.logScale;
     d->adjust = adjust;
     d->toolInfo.reversed = adjust.reverse;
     d->toolInfo.logarithmic = adjust.logScale;
-    Q_EMIT displayChanged();
+    d->announceDisplay(isNew);
 }
 
 const CVXSToolInfo &CVXSSequenceDataset::getToolInfo() const
@@ -149,10 +152,11 @@ const CVXSToolInfo &CVXSSequenceDataset::getToolInfo() const
 
 void CVXSSequenceDataset::setToolInfo(const CVXSToolInfo &info)
 {
+    const bool isNew = info.reversed != d->toolInfo.reversed || info.logarithmic != d->toolInfo.logarithmic;
     d->toolInfo = info;
     d->adjust.reverse = info.reversed;
     d->adjust.logScale = info.logarithmic;
-    Q_EMIT displayChanged();
+    d->announceDisplay(isNew);
 }
 
 bool CVXSSequenceDataset::isTransIllumOverviewResultSequence() const
@@ -236,6 +240,19 @@ void CVXSSequenceDataset::Private::adopt(CVXSDataset *dataset)
 {
     dataset->setParent(q);
     dataset->d->sequence = q;
-    if (hasActiveUnit)
-        dataset->setUnit(activeUnit);
+    // One unit for all: the one that was set or stored, else that of the dataset that comes first.
+    if (!hasActiveUnit) {
+        activeUnit = dataset->getUnit();
+        hasActiveUnit = true;
+    }
+    dataset->setUnit(activeUnit);
+}
+
+// A tool computes in the sequence's unit and paints with its colours, so a change of either is one of the
+// sequence.
+void CVXSSequenceDataset::Private::announceDisplay(bool isNew)
+{
+    Q_EMIT q->displayChanged();
+    if (isNew)
+        Q_EMIT q->updateOnChangeSequence();
 }

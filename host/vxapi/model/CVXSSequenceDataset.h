@@ -79,6 +79,7 @@ public:
     QString lastError() const;
 
 Q_SIGNALS:
+    /// Datasets were added or removed, or the unit or the colours in which they are shown changed.
     void updateOnChangeSequence();
     void datasetAboutToBeRemoved(CVXSDataset *dataset);
     void displayChanged();

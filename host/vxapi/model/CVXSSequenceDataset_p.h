@@ -26,6 +26,7 @@ public:
     int indexOf(const QString &clickNumber) const;
     QString plannedFolder(const QString &clickNumber) const;
     void adopt(CVXSDataset *dataset);
+    void announceDisplay(bool isNew);
 
     void readInfo(const CPLClickInfo &info);
     void writeInfo(CPLClickInfo *info) const;
@@ -42,7 +43,7 @@ public:
     QVector<Entry> entries;
 
     tag_edisplayunit activeUnit = EUNIT_COUNTS;
-    bool hasActiveUnit = false; ///< it was chosen, so datasets start in it
+    bool hasActiveUnit = false; ///< chosen, stored, or taken from the first dataset
     tag_simageadjust adjust;
     CVXSToolInfo toolInfo;
     bool isTransIllumOverview = false;

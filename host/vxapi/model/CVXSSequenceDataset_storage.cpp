@@ -111,7 +111,12 @@ CVXSSequenceDataset *CVXSSequenceDataset::open(const QString &folder, ESTATUS *s
 
 void CVXSSequenceDataset::Private::readInfo(const CPLClickInfo &info)
 {
-    hasActiveUnit = unitOfKey(textOf(info, SECTION_SEQUENCE, KEY_ACTIVE_UNIT), &activeUnit);
+    const QString unit = textOf(info, SECTION_SEQUENCE, KEY_ACTIVE_UNIT);
+    hasActiveUnit = unitOfKey(unit, &activeUnit);
+    if (!hasActiveUnit && !unit.isNull()) {
+        vxLog(3, folder + QString::fromLatin1(FILE_SEQUENCE_INFO) + QStringLiteral(": ") +
+                     tr("\"%1\" is no unit; the unit of the first dataset is taken").arg(unit));
+    }
     const QByteArray table = textOf(info, SECTION_SEQUENCE, KEY_COLOR_TABLE).toUtf8();
     adjust.colorTable = CILPalette::tableOfName(table.constData(), adjust.colorTable);
     adjust.reverse = toolInfo.reversed = flagOf(info, SECTION_SEQUENCE, KEY_REVERSED);

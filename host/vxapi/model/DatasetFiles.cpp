@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/DatasetFiles.h"
 
+#include "host/vxapi/model/ClickInfoKeys.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -30,6 +32,14 @@ QString datasetfiles::folderPath(const QString &path)
 QString datasetfiles::folderName(const QString &path)
 {
     return QDir(path).dirName();
+}
+
+QString datasetfiles::nameFor(const QString &clickNumber, const QString &folder)
+{
+    if (folder.isEmpty())
+        return clickNumber;
+    return QStringLiteral("%1 (%2%3)")
+        .arg(clickNumber, folder, QString::fromLatin1(clickinfo::FILE_CLICK_INFO));
 }
 
 bool datasetfiles::isSame(const QString &a, const QString &b)

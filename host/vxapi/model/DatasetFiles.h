@@ -14,6 +14,8 @@ QString folderPath(const QString &path);
 QString folderName(const QString &path);
 /// Whether both name the same existing file or folder.
 bool isSame(const QString &a, const QString &b);
+/// How a message names a dataset: its click number and, when it has a folder, its ClickInfo.txt.
+QString nameFor(const QString &clickNumber, const QString &folder);
 /// Makes a folder with those above it. `error` receives "folder: reason".
 ESTATUS makeFolder(const QString &folder, QString *error);
 /// Copies a file byte for byte, whole or not at all. `error` receives "file: reason".

@@ -67,7 +67,10 @@ void DatasetImages::scan(const CPLClickInfo &info, const QString &folder, QStrin
         }
         found.fileName = name;
         // A folder or a pipe of that name is no image file; a pipe would even keep the reader waiting.
-        m_list.setPresent(kind.type, QFileInfo(folder + name).isFile());
+        const bool isFile = QFileInfo(folder + name).isFile();
+        m_list.setPresent(kind.type, isFile);
+        if (!isFile)
+            *refused += translated("the file \"%1\" of the %2 is not there").arg(name, translated(kind.name));
     }
 }
 
@@ -140,7 +143,7 @@ ESTATUS DatasetImages::saveOne(const Slot &slot, const QString &folder, const QS
         *error = from + QStringLiteral(": ") + translated("there is no such file any more");
         return ESTATUS_FILE_NOT_FOUND;
     }
-    if (slot.image->saveAsTIFF(QFile::encodeName(to).constData()) != EIL_SUCCESS) {
+    if (slot.image->saveTIFF(QFile::encodeName(to).constData()) != EIL_SUCCESS) {
         *error = QString::fromStdString(CILImage::lastError());
         return ESTATUS_FILE_NOT_WRITABLE;
     }

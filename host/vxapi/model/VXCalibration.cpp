@@ -3,6 +3,7 @@
 
 #include "host/vxapi/model/CalibrationFactors.h"
 #include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/DatasetFiles.h"
 #include "host/vximage/AutoRange.h"
 #include "host/vximage/CILImage.h"
 #include "host/vxutils/CVXSLog.h"
@@ -20,7 +21,8 @@ QString translated(const char *text)
 
 double noFactor(const CVXSDataset *dataset, const QString &reason)
 {
-    const QString who = dataset ? dataset->getClickNumber() : translated("no dataset");
+    const QString who = dataset ? datasetfiles::nameFor(dataset->getClickNumber(), dataset->getFolderPath())
+                                : translated("no dataset");
     vxLog(3, translated("%1 cannot be calibrated: %2").arg(who, reason));
     return std::numeric_limits<double>::quiet_NaN();
 }

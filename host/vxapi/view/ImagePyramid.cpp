@@ -17,7 +17,8 @@ inline std::uint32_t isFinite(float value)
     return (bits & 0x7f800000u) != 0x7f800000u ? 1u : 0u;
 }
 
-/// Means of factor x factor pixels; the last block of a row or column takes what remains at the edge as well.
+/// Means of the finite ones of factor x factor pixels, NaN where half of them or more are not finite; the
+/// last block of a row or column takes what remains at the edge as well.
 template <typename T>
 ImagePyramid::Level blockMeans(const T *source, int width, int height, int factor)
 {
@@ -50,7 +51,10 @@ ImagePyramid::Level blockMeans(const T *source, int width, int height, int facto
                 sum += sums[i];
                 count += counts[i];
             }
-            target[x] = count ? float(sum / count) : std::numeric_limits<float>::quiet_NaN();
+            // A block is shown as what most of it is.
+            const int rows = last - y * factor;
+            const bool isFiniteMostly = 2 * std::int64_t(count) > std::int64_t(rows) * (end - x * factor);
+            target[x] = isFiniteMostly ? float(sum / count) : std::numeric_limits<float>::quiet_NaN();
         }
     }
     return level;

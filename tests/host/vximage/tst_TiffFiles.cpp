@@ -486,14 +486,27 @@ private slots:
         QCOMPARE(QDir(m_folder.path()).entryList({".part*"}, QDir::Files | QDir::Hidden).size(), 0);
     }
 
-    void bytesOfLatin1NamesAreTakenAsTheyAre()
+    void pathsOfToolsAreLatin1()
     {
-        const QByteArray file = QFile::encodeName(m_folder.path()) + "/M\xe4us.tif";
-        QCOMPARE(maker::floats(1, 1, {3}).saveAsTIFF(file), 0L);
+        const QString name = QString::fromUtf8("/M\u00e4us.tif");
+        const QByteArray native = (m_folder.path() + name).toUtf8();
+        QCOMPARE(maker::floats(1, 1, {3}).saveAsTIFF((m_folder.path() + name).toLatin1()), 0L);
         CILImage image;
-        QCOMPARE(image.loadTIFF(file), EIL_SUCCESS);
+        QCOMPARE(image.loadTIFF(native), EIL_SUCCESS);
         QCOMPARE(image.getMax(), 3.0f);
-        QCOMPARE(unlink(file), 0);
+        QCOMPARE(maker::floats(1, 1, {4}).saveTIFF(native), EIL_SUCCESS);
+        QCOMPARE(image.loadTIFF(native), EIL_SUCCESS);
+        QCOMPARE(image.getMax(), 4.0f);
+        QCOMPARE(unlink(native), 0);
+    }
+    void aFileWithoutADescriptionTakesTheOldOneAway()
+    {
+        const QByteArray file = QFile::encodeName(m_folder.path()) + "/plain.tif";
+        QCOMPARE(maker::floats(1, 1, {3}).saveTIFF(file), EIL_SUCCESS);
+        CILImage image;
+        image.setDescription("of another image");
+        QCOMPARE(image.loadTIFF(file), EIL_SUCCESS);
+        QCOMPARE(image.description(), std::string());
     }
 };
 

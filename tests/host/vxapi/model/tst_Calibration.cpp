@@ -43,6 +43,7 @@ private Q_SLOTS:
     void betweenUnits();
     void unusableConstant_data();
     void unusableConstant();
+    void anUnusableConstantOfAFileNamesTheFile();
     void aConstantThatIsNotNeededMayBeMissing();
     void otherImageTypesHaveNoFactor_data();
     void otherImageTypesHaveNoFactor();
@@ -215,6 +216,21 @@ void tst_Calibration::unusableConstant()
     QVERIFY(dataset->lastError().contains(key));
     QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_COUNTS, &target, "test"), ESTATUS_SUCCESS);
     QCOMPARE(target.getWidth(), 32u);
+}
+
+void tst_Calibration::anUnusableConstantOfAFileNamesTheFile()
+{
+    CVXSDataset *dataset = add({{"f Number", "0"}}, {});
+    QTemporaryDir folder;
+    QCOMPARE(dataset->saveDatasetAs(folder.path()), ESTATUS_SUCCESS);
+    LogLines log;
+    QVERIFY(std::isnan(factorOf(dataset, COUNTS, RADIANCE)));
+    CILImage target;
+    QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_RADIANCE, &target, "test"), ESTATUS_BAD_VALUE);
+    QCOMPARE(log.failures().size(), 2);
+    for (const QString &line : log.failures())
+        QVERIFY2(line.contains(folder.filePath("ClickInfo.txt")) && line.contains("f Number"),
+                 qPrintable(line));
 }
 
 void tst_Calibration::aConstantThatIsNotNeededMayBeMissing()

@@ -145,6 +145,8 @@ void tst_Dataset::openedDatasetIsWhatWasSaved()
         CILImage image = TestStudy::image(7, 5, [](int x, int y) { return float(x) / 3.0f + float(10 * y); });
         image.setBinningFactor(8.0f);
         dataset.setCoreImage(EIMAGE_LUMINESCENT, image);
+        clickinfo::ensureSection(dataset.getClickInfo(), clickinfo::SECTION_LUMINESCENT)
+            ->setValue(clickinfo::KEY_FOV, "12.5");
         CILImage photograph = TestStudy::image(14, 10, [](int x, int y) { return float(x * y); });
         photograph.ChangeType(VXS_UINT16);
         dataset.setCoreImage(EIMAGE_PHOTOGRAPH, photograph);

@@ -85,6 +85,8 @@ private Q_SLOTS:
     void clickInfo();
     void anEmptyImageIsNotSet();
     void badBinningIsTakenAsOne();
+    void anImageFileThatIsNotThereIsTold_data();
+    void anImageFileThatIsNotThereIsTold();
 };
 
 void tst_DatasetBadInput::brokenImage_data()
@@ -294,13 +296,47 @@ void tst_DatasetBadInput::badBinningIsTakenAsOne()
         LogLines log;
         const std::unique_ptr<CVXSDataset> dataset(CVXSDataset::open(folder.path(), nullptr, nullptr));
         QVERIFY(dataset);
+        QCOMPARE(log.failures().size(), 1);
+        QVERIFY(log.failures().constFirst().contains("Binning Factor"));
+        QVERIFY(log.failures().constFirst().contains(folder.filePath("ClickInfo.txt")));
         QCOMPARE(log.ofLevel(2).size(), 1);
-        QVERIFY(log.ofLevel(2).constFirst().contains("Binning Factor"));
+        QVERIFY(log.ofLevel(2).constFirst().contains("Field of View"));
+        QVERIFY(log.ofLevel(2).constFirst().contains(folder.filePath("ClickInfo.txt")));
         CILImage target;
         QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_COUNTS, &target, "test"), ESTATUS_SUCCESS);
         QCOMPARE(target.binningFactor(), 1.0f);
         QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_RADIANCE, &target, "test"), ESTATUS_BAD_VALUE);
     }
+}
+
+void tst_DatasetBadInput::anImageFileThatIsNotThereIsTold_data()
+{
+    QTest::addColumn<QByteArray>("section");
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<int>("type");
+    QTest::newRow("of the luminescent image")
+        << QByteArray("luminescent image") << "luminescent.tif" << int(EIMAGE_LUMINESCENT);
+    QTest::newRow("of the photograph")
+        << QByteArray("photographic image") << "photograph.tif" << int(EIMAGE_PHOTOGRAPH);
+    QTest::newRow("of the flat field")
+        << QByteArray("flat field image") << "flatfield.tif" << int(EIMAGE_FLATFIELD);
+}
+
+void tst_DatasetBadInput::anImageFileThatIsNotThereIsTold()
+{
+    QFETCH(QByteArray, section);
+    QFETCH(QString, file);
+    QFETCH(int, type);
+    QTemporaryDir folder;
+    QVERIFY(writeFile(folder.filePath("ClickInfo.txt"), "[" + section + "]\n"));
+    LogLines log;
+    const std::unique_ptr<CVXSDataset> dataset(CVXSDataset::open(folder.path(), nullptr, nullptr));
+    QVERIFY(dataset);
+    QVERIFY(!dataset->getImageList()->isPresent(tag_eimagetype(type)));
+    QCOMPARE(log.failures().size(), 1);
+    QVERIFY2(log.failures().constFirst().contains(folder.path()) &&
+                 log.failures().constFirst().contains(file),
+             qPrintable(log.failures().constFirst()));
 }
 
 QTEST_GUILESS_MAIN(tst_DatasetBadInput)

@@ -236,9 +236,14 @@ void tst_SequenceBadInput::unusableSettingsAreLeftAtTheirDefaults()
         folder.filePath("SequenceInfo.txt"),
         "[Sequence]: " + ID.toUtf8() +
             "\nActive Unit = lux\nColor Table = Mauve\nReversed = yes\nBrightness = much\nGamma = -1\n"));
+    LogLines log;
     const Opened opened(folder.path());
     QVERIFY(opened.sequence);
     QCOMPARE(opened.sequence->getActiveUnit(), EUNIT_COUNTS);
+    QCOMPARE(log.failures().size(), 1);
+    QVERIFY2(log.failures().constFirst().contains(folder.filePath("SequenceInfo.txt")) &&
+                 log.failures().constFirst().contains("lux"),
+             qPrintable(log.failures().constFirst()));
     QCOMPARE(opened.sequence->getImageAdjust().colorTable, VXS_CT_RAINBOW);
     QVERIFY(!opened.sequence->getToolInfo().reversed);
     QCOMPARE(opened.sequence->getToolInfo().brightness, 0);

@@ -35,7 +35,7 @@ private Q_SLOTS:
     void everythingIsOnDisk();
     void whatWasSavedIsOpenedAgain();
     void openingTwiceIsOpeningOnce();
-    void oneDatasetOfAnOpenedSequenceHasItsOwnUnit();
+    void withoutAStoredUnitTheFirstDatasetsUnitIsThatOfAll();
     void savingAgainWritesOnlyWhatChanged();
     void aNewDatasetHasAPlaceBeforeItHasFiles();
     void aDatasetFromElsewhereIsTakenIn();
@@ -133,21 +133,22 @@ void tst_SequenceSaving::openingTwiceIsOpeningOnce()
     QCOMPARE(CVXSSequenceDataset::openSequences().size(), 1);
 }
 
-void tst_SequenceSaving::oneDatasetOfAnOpenedSequenceHasItsOwnUnit()
+void tst_SequenceSaving::withoutAStoredUnitTheFirstDatasetsUnitIsThatOfAll()
 {
     TestStudy study(ID);
     CVXSDataset *dataset = study.add(click("AB1"));
     clickinfo::ensureSection(dataset->getClickInfo(), clickinfo::SECTION_GRAPH_CONTROLS)
         ->setValue(clickinfo::KEY_INTENSITY_CALIBRATION, "Radiance (Photons)");
     study.add(click("AB2"));
-    QVERIFY(study.save()); // no unit was chosen for the sequence
+    QVERIFY(study.save());
     study.close();
+    QVERIFY(replaceInFile(study.folder() + "/" + ID + "/SequenceInfo.txt", "Active Unit = counts\n", ""));
     const std::unique_ptr<CVXSSequenceDataset> sequence(
         CVXSSequenceDataset::open(study.folder() + "/" + ID, nullptr, nullptr));
     QVERIFY(sequence);
-    QCOMPARE(sequence->getActiveUnit(), EUNIT_COUNTS);
+    QCOMPARE(sequence->getActiveUnit(), EUNIT_RADIANCE);
     QCOMPARE((*sequence)[0]->getUnit(), EUNIT_RADIANCE);
-    QCOMPARE((*sequence)[1]->getUnit(), EUNIT_COUNTS);
+    QCOMPARE((*sequence)[1]->getUnit(), EUNIT_RADIANCE);
 }
 
 void tst_SequenceSaving::savingAgainWritesOnlyWhatChanged()

@@ -50,14 +50,23 @@ private Q_SLOTS:
         const float nan = std::numeric_limits<float>::quiet_NaN();
         const float inf = std::numeric_limits<float>::infinity();
         const CILImage image = imageOf(4, 2, [=](int x, int y) {
-            return x >= 2 ? nan : x == 0 ? inf : float(2 + y);
+            return x >= 2 ? nan : x == 0 && y == 0 ? inf : float(2 + x + y);
         });
         ImagePyramid pyramid;
         pyramid.load(&image, 2);
         QCOMPARE(pyramid.levels()[0].width, 2);
         QCOMPARE(pyramid.levels()[0].height, 1);
-        QCOMPARE(pyramid.levels()[0].pixels[0], 2.5f);
+        QCOMPARE(pyramid.levels()[0].pixels[0], 10.0f / 3.0f);
         QVERIFY(std::isnan(pyramid.levels()[0].pixels[1]));
+    }
+
+    void aBlockOfWhichHalfIsNotFiniteIsShownSo()
+    {
+        const float nan = std::numeric_limits<float>::quiet_NaN();
+        const CILImage image = imageOf(2, 2, [=](int x, int) { return x == 0 ? nan : 5.0f; });
+        ImagePyramid pyramid;
+        pyramid.load(&image, 1);
+        QVERIFY(std::isnan(pyramid.levels()[0].pixels[0]));
     }
 
     void sizes_data()
