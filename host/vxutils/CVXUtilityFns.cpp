@@ -3,6 +3,8 @@
 
 #include "host/vxutils/CVXPreference.h"
 
+#include <QCoreApplication>
+#include <QPointer>
 #include <QSettings>
 
 namespace {
@@ -32,7 +34,21 @@ QString CVXUtilityFns::getkValue()
 
 void CVXUtilityFns::setkValue(const QString &text)
 {
-    CVXPreference::settings()->setValue(QLatin1String(KEY_K), text);
+    // k is stored while an image is computed, and the disk must not be waited for then. Settings that live on
+    // are written when the application comes to rest, and at its end; whoever reads them in this process sees
+    // them at once.
+    static QPointer<QSettings> kept;
+    static QByteArray profile;
+    const QByteArray presentProfile = qgetenv("VEXA_PROFILE_DIR");
+    if (!kept || profile != presentProfile) {
+        delete kept;
+        kept = CVXPreference::settings().release();
+        kept->setParent(QCoreApplication::instance());
+        profile = presentProfile;
+    }
+    kept->setValue(QLatin1String(KEY_K), text);
+    if (!QCoreApplication::instance())
+        kept->sync();
 }
 
 bool CVXUtilityFns::isSafeFileName(const QString &name)

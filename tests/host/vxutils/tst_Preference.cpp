@@ -72,7 +72,7 @@ void tst_Preference::kIsStoredLetterForLetter()
 void tst_Preference::everythingLiesInTheProfileFolder()
 {
     CVXUtilityFns::setkValue("3");
-    QVERIFY(QFileInfo::exists(m_profile->filePath("settings.ini")));
+    QTRY_VERIFY(QFileInfo::exists(m_profile->filePath("settings.ini")));
     QCOMPARE(CVXPreference::settings()->fileName(), m_profile->filePath("settings.ini"));
 }
 
