@@ -13,6 +13,7 @@
 #include <cmath>
 #include <map>
 #include <memory>
+#include <QFile>
 #include <QLineEdit>
 
 namespace {
@@ -102,9 +103,30 @@ void recompute(benchmark::State &state, bool automatic)
         state.SkipWithError("the computation gave no result");
 }
 
+// The largest resident size since forgetPeak() [bytes]; 0 where the kernel does not tell.
+double peakMemory()
+{
+    QFile status(QStringLiteral("/proc/self/status"));
+    if (status.open(QIODevice::ReadOnly)) {
+        for (const QByteArray &line : status.readAll().split('\n')) {
+            if (line.startsWith("VmHWM:"))
+                return 1024.0 * line.mid(6).trimmed().split(' ').first().toDouble();
+        }
+    }
+    return 0.0;
+}
+
+void forgetPeak()
+{
+    QFile file(QStringLiteral("/proc/self/clear_refs"));
+    if (file.open(QIODevice::WriteOnly))
+        file.write("5");
+}
+
 void firstComputation(benchmark::State &state)
 {
     const QString folder = studyFolder(int(state.range(1)));
+    forgetPeak();
     for (auto _ : state) {
         const auto sequence = openStudy(folder);
         BenchWindow window;
@@ -112,6 +134,8 @@ void firstComputation(benchmark::State &state)
         window.choose(int(state.range(0)), false);
         benchmark::DoNotOptimize(window.result().get_data());
     }
+    // Of the whole process, so only a run of this row alone tells of it.
+    state.counters["peak_bytes_a_pixel"] = peakMemory() / double(state.range(1) * state.range(1));
 }
 
 void recomputeFull(benchmark::State &state)
