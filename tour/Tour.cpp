@@ -45,10 +45,10 @@ bool Tour::run()
 {
     m_summary << QStringLiteral("Vexa %1, sequence %2")
                      .arg(CVXPreference::getAppVersion(), m_sequence.getSequenceID());
+    m_summary << QString() << QStringLiteral("Pictures:");
     QTest::qWait(1500); // the sequence window makes its thumbnails one after the other
     picture(QStringLiteral("01-workspace"), QStringLiteral("the workspace with the sequence"));
     m_tool = openImageMath();
-    m_summary << QString() << QStringLiteral("Pictures:");
     mainJob();
     formulas();
     colorScales();

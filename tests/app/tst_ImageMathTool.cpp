@@ -7,10 +7,15 @@
 #include "tests/app/WorkspaceFixture.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QPointer>
+#include <QStyle>
+#include <QStyleOptionTitleBar>
+#include <QWhatsThis>
 
 namespace {
 
@@ -29,6 +34,8 @@ private Q_SLOTS:
     void cleanup();
     void isReachableInTheToolsMenu();
     void opensOnTheActiveSequence();
+    void itsControlsExplainThemselves_data();
+    void itsControlsExplainThemselves();
     void closingTheSequenceTakesTheWindowAlong_data();
     void closingTheSequenceTakesTheWindowAlong();
     void closingAnotherSequenceLeavesItAlone();
@@ -97,6 +104,56 @@ void tst_ImageMathTool::opensOnTheActiveSequence()
     // A second time there is still one window.
     action()->trigger();
     QCOMPARE(m_fixture->window->workspace()->findChildren<QWidget *>(WINDOW).size(), 1);
+}
+
+void tst_ImageMathTool::itsControlsExplainThemselves_data()
+{
+    QTest::addColumn<bool>("byTitleBar");
+    QTest::newRow("after Shift+F1") << false;
+    QTest::newRow("after the title bar's help button") << true;
+}
+
+void tst_ImageMathTool::itsControlsExplainThemselves()
+{
+    QFETCH(bool, byTitleBar);
+    QVERIFY(m_fixture->window->openSequence(m_folder));
+    action()->trigger();
+    QVERIFY(toolWindow());
+    auto *k = toolWindow()->findChild<QLineEdit *>(QStringLiteral("m_pKLineEdit"));
+    if (byTitleBar) {
+        auto *sub = qobject_cast<QMdiSubWindow *>(toolWindow()->parentWidget());
+        QStyleOptionTitleBar bar;
+        bar.initFrom(sub);
+        bar.subControls = QStyle::SC_All;
+        bar.titleBarFlags = sub->windowFlags();
+        const int height = sub->style()->pixelMetric(QStyle::PM_TitleBarHeight, &bar, sub);
+        bar.rect = QRect(0, 0, sub->width(), height);
+        const QRect help = sub->style()->subControlRect(QStyle::CC_TitleBar, &bar,
+                                                        QStyle::SC_TitleBarContextHelpButton, sub);
+        QVERIFY(!help.isEmpty());
+        QMouseEvent over(QEvent::MouseMove, help.center(), sub->mapToGlobal(help.center()), Qt::NoButton,
+                         Qt::NoButton, Qt::NoModifier);
+        QApplication::sendEvent(sub, &over);
+        QTest::mouseClick(sub, Qt::LeftButton, Qt::NoModifier, help.center());
+        QVERIFY(QWhatsThis::inWhatsThisMode());
+    } else {
+        QTest::keyClick(k, Qt::Key_F1, Qt::ShiftModifier);
+    }
+    // In an active window Shift+F1 asks which control is meant, else the one with the focus explains itself
+    // at once.
+    if (QWhatsThis::inWhatsThisMode())
+        QTest::mouseClick(k, Qt::LeftButton);
+    const auto explanation = [] {
+        for (QWidget *widget : QApplication::topLevelWidgets()) {
+            if (widget->isVisible() && QByteArray(widget->metaObject()->className()) == "QWhatsThat")
+                return widget;
+        }
+        return static_cast<QWidget *>(nullptr);
+    };
+    QTRY_VERIFY(explanation());
+    QWhatsThis::hideText();
+    QTRY_VERIFY(!explanation());
+    QVERIFY(!QWhatsThis::inWhatsThisMode());
 }
 
 void tst_ImageMathTool::closingTheSequenceTakesTheWindowAlong_data()

@@ -73,7 +73,10 @@ CVXSMdiSubWindow *CVXSWorkspace::addToolWidget(QWidget *widget)
     subWindow->setAttribute(Qt::WA_DeleteOnClose, false);
     subWindow->setWidget(widget);
     subWindow->hide();
-    addSubWindow(subWindow);
+    // With a help button: a tool's controls explain themselves.
+    addSubWindow(subWindow, Qt::SubWindow | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                                Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint |
+                                Qt::WindowContextHelpButtonHint);
     subWindow->hide();
     return subWindow;
 }
