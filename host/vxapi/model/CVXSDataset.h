@@ -52,7 +52,7 @@ public:
     /// Marks a result of image math that has not been saved by the person yet.
     void setImageMathToBeSaved(bool toBeSaved);
     bool isImageMathToBeSaved() const;
-    /// Writes ClickInfo.txt, the images and last AnalyzedClickInfo.txt into that folder (created when
+    /// Writes the images, ClickInfo.txt and last AnalyzedClickInfo.txt into that folder (created when
     /// missing), each file whole or not at all. Images that were never changed, and other files that lie with
     /// the dataset, are copied byte for byte. Takes the folder as its own, and a dataset of type 2 becomes
     /// one of type 0. A failure (status, lastError(), log line of level 3) leaves every file as it was or

@@ -97,15 +97,18 @@ ESTATUS CVXSDataset::Private::saveTo(const QString &target, QString *error)
     ESTATUS status = datasetfiles::makeFolder(target, error);
     if (status != ESTATUS_SUCCESS)
         return status;
+    // The images first: they are what a full disk refuses, and new keys must not come to describe old pixels.
+    status = images.save(folder, target, error);
+    if (status == ESTATUS_SUCCESS)
+        status = copyOtherFiles(target, error);
+    if (status != ESTATUS_SUCCESS)
+        return status;
     status = clickInfo.saveClickInfo(target + QString::fromLatin1(FILE_CLICK_INFO));
     if (status != ESTATUS_SUCCESS) {
         *error = clickInfo.lastError();
         return status;
     }
-    status = images.save(folder, target, error);
-    if (status == ESTATUS_SUCCESS)
-        status = copyOtherFiles(target, error);
-    return status == ESTATUS_SUCCESS ? saveAnalyzed(target, error) : status;
+    return saveAnalyzed(target, error);
 }
 
 // What else lies with the dataset goes along, such as a result's copies of its operands.

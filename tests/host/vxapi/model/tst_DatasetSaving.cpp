@@ -163,7 +163,7 @@ void tst_DatasetSaving::aReadOnlyFolderKeepsTheOldFiles()
         dataset->setColorTable(VXS_CT_GRAYS);
         LogLines log;
         return dataset->saveDatasetAs(own) == ESTATUS_FILE_NOT_WRITABLE &&
-               dataset->lastError().startsWith(own + "/ClickInfo.txt: ") && dataset->isModified() &&
+               dataset->lastError().startsWith(own + "/luminescent.tif: ") && dataset->isModified() &&
                log.failures().join('\n').contains(CLICK);
     }));
     QCOMPARE(contentOf(own), before);
