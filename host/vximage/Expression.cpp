@@ -19,7 +19,7 @@ namespace {
 constexpr std::size_t kBlock = 2048;
 // A result so large is not in any cache when it is read next, so its lines need not be fetched before they
 // are written.
-constexpr std::size_t kStreamFromBytes = std::size_t(24) << 20;
+constexpr std::size_t kStreamFromBytes = std::size_t(12) << 20;
 
 } // namespace
 
