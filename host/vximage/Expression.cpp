@@ -17,8 +17,10 @@ namespace {
 
 // Block, operand and intermediate value together stay in the first-level cache.
 constexpr std::size_t kBlock = 2048;
-// A result so large is not in any cache when it is read next, so its lines need not be fetched before they
-// are written.
+// Short enough that reading goes on while the block before it is still being written to memory.
+constexpr std::size_t kStreamBlock = 512;
+// A result so large leaves no room in the caches for the operands of the next evaluation, and its lines need
+// not be fetched before they are written.
 constexpr std::size_t kStreamFromBytes = std::size_t(12) << 20;
 
 } // namespace
@@ -131,6 +133,7 @@ void EvaluationPlan::run(std::size_t n, float *out, Statistics *statistics) cons
 {
     const BlockKernels &kernels = blockKernels();
     const bool streams = n * sizeof(float) >= kStreamFromBytes;
+    const std::size_t step = streams ? kStreamBlock : kBlock;
     const std::size_t bytesMoved = sizeof(float) * (2 + m_steps.size());
     StatisticsSum sum;
     std::mutex mutex;
@@ -138,8 +141,8 @@ void EvaluationPlan::run(std::size_t n, float *out, Statistics *statistics) cons
         alignas(64) float block[kBlock];
         float lo = std::numeric_limits<float>::infinity();
         float hi = -lo;
-        for (std::size_t i = begin; i < end; i += kBlock) {
-            const std::size_t count = std::min(kBlock, end - i);
+        for (std::size_t i = begin; i < end; i += step) {
+            const std::size_t count = std::min(step, end - i);
             float *target = streams ? block : out + i;
             runBlock(kernels, i, count, target);
             if (statistics)
