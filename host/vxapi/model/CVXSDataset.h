@@ -9,6 +9,7 @@
 #include <QObject>
 
 class CPLClickInfo;
+class CROIManager;
 class CVXSSequenceDataset;
 
 /// One acquisition ("click"): a folder with ClickInfo.txt, AnalyzedClickInfo.txt and its images, or the same
@@ -25,8 +26,18 @@ public:
 
     // --- the open datasets ---
 
-    /// The dataset of that click number that is open in this process, or null.
+    /// The dataset of that click number that is open in this process, else the one that lies complete in a
+    /// folder handed to registerStoredDatasets(), which is opened for this; else null.
     static CVXSDataset *getDataset(const QString &clickNumber);
+    /// Takes notice of every dataset that lies complete directly under that folder (the program-data path),
+    /// so that getDataset() knows it and no result of image math gets its name again. What is there
+    /// incomplete is left alone and not known. Called at start and after each load; a dataset that is gone is
+    /// forgotten.
+    static void registerStoredDatasets(const QString &folder);
+    /// Whether the dataset lies complete in its folder: ClickInfo.txt, AnalyzedClickInfo.txt (written last),
+    /// and every image that the sections of ClickInfo call for is there and readable. ESTATUS_NOT_COMPLETE
+    /// with "file: reason" otherwise.
+    ESTATUS checkComplete(QString *error) const;
     /// Reads the ClickInfo of a dataset folder; pixels come later. Null on failure, with status and "file:
     /// reason" (either may be null); the caller tells the person. The dataset is not registered yet.
     static CVXSDataset *open(const QString &folder, ESTATUS *status, QString *error,
@@ -111,6 +122,17 @@ public:
     bool isLuminBackgroundSubtracted() const;
     void doBackgroundSubtraction(bool on);
     bool isLuminFLBkgSubtracted() const;
+
+    // --- ROIs ---
+
+    /// The dataset's ROIs; read from AnalyzedClickInfo.txt on first use.
+    CROIManager *roiManager() const;
+    /// Measures the ROIs of the dataset in its present unit into the records of CRoiMeasurementManager:
+    /// all of them, or (false) those without a record that is up to date. A dataset whose luminescent image
+    /// or field of view is missing, or cannot be had in its unit, gets a status and a log line of level 3,
+    /// and loses its records: none of them tells the image as it is now. Without ROIs there is nothing to do
+    /// and the status is 0.
+    ESTATUS MeasureROIAndMakeMeasRecords(bool all);
 
     // --- display ---
 

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "host/vxapi/model/RoiStatistics.h"
+#include "host/vxapi/model/VXTypes.h"
+
+#include <QObject>
+#include <QVector>
+
+/// One measurement of one ROI (of a grid: of the whole; its cells have records of their own, named as the
+/// cells are).
+class VXAPI_EXPORT CRoiMeasInfo
+{
+public:
+    /// Total counts: the sum over the ROI of the image in camera counts, corrected as the dataset is; NaN
+    /// when the image cannot be had in counts (a result computed in efficiency).
+    double primaryROIStatistic() const { return counts.sum; }
+    /// The total of the calibrated unit: for radiance the total flux [photons/s], the sum of radiance times
+    /// the pixel's area on the subject [cm^2] times 4 pi [sr] (the field's convention for a source that
+    /// shines into all directions); for radiant efficiency the same [(photons/s) / (uW/cm^2)]; for efficiency
+    /// the sum times the pixel's area [cm^2]; for counts the total counts.
+    double calibratedROIStatistic() const { return calibratedTotal; }
+
+    QString clickNumber;
+    QString roiName;
+    EROISHAPE shape = EROI_RECTANGLE;
+    EROIKIND kind = EROI_MEASUREMENT;
+    tag_edisplayunit unit = EUNIT_COUNTS; ///< the dataset's unit when it was measured
+    SRoiStatistics counts;                ///< of the image in camera counts
+    SRoiStatistics calibrated;            ///< of the image in `unit`
+    double calibratedTotal = 0.0;
+    double area = 0.0;    ///< pixels of the ROI times a pixel's area [cm^2]
+    bool isValid = false; ///< false: out of date (the ROI, the unit or the pixels changed since)
+};
+
+/// Where a dataset's ROI stands in the record list.
+struct SRoiMeasDisplayEntry
+{
+    QString clickNumber;
+    QString roiName;
+    int index = -1; ///< into getRoiMeasInfoList()
+};
+
+/// The measurement records of all datasets of this process. Records of a dataset go when it is closed or
+/// their ROI is removed.
+class VXAPI_EXPORT CRoiMeasurementManager : public QObject
+{
+    Q_OBJECT
+
+public:
+    static CRoiMeasurementManager *getRoiMeasurementManager();
+
+    /// The display entry of that dataset and ROI (both exact), or null. It stays valid until records change.
+    const SRoiMeasDisplayEntry *findMeasInfoForId(const QString &datasetText, const QString &roiName) const;
+    QList<const CRoiMeasInfo *> getRoiMeasInfoList() const;
+
+    // For the host: datasets and their ROI managers.
+
+    /// Puts the record in the place of the one of the same dataset and ROI, or appends it.
+    void store(const CRoiMeasInfo &record);
+    void invalidate(const QString &clickNumber, const QString &roiName);
+    void rename(const QString &clickNumber, const QString &from, const QString &to);
+    void remove(const QString &clickNumber, const QString &roiName);
+    void removeDataset(const QString &clickNumber);
+
+Q_SIGNALS:
+    /// Records of that dataset were stored, marked or removed.
+    void recordsChanged(const QString &clickNumber);
+
+private:
+    CRoiMeasurementManager();
+
+    QVector<CRoiMeasInfo> m_records;
+    mutable SRoiMeasDisplayEntry m_found;
+};

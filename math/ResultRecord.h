@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QByteArray>
+#include <QMap>
+#include <QString>
+#include <QVector>
+
+class CVXSDataset;
+
+namespace imagemath {
+
+/// A file as it was when the result was saved.
+struct FileRecord
+{
+    QString name;   ///< in the dataset's folder
+    QString sha256; ///< lower-case hexadecimal
+};
+
+/// One operand as the computation found it.
+struct OperandRecord
+{
+    QString clickNumber;
+    QString sequenceId; ///< empty when it belonged to none
+    bool flatFieldCorrected = false;
+    bool backgroundSubtracted = false;
+    bool fluorescenceBackgroundSubtracted = false;
+    QVector<FileRecord> files; ///< image files that the computation may have read; noted when saved
+    /// Values of ClickInfo that the calibrated image depends on, as "section/key"; a key that is not recorded
+    /// is not there.
+    QMap<QString, QString> constants;
+};
+
+/// A photograph that went into the result or lies under it.
+struct PhotographRecord
+{
+    QString clickNumber; ///< empty: none
+    FileRecord file;
+};
+
+/// How a result of image math was made: enough to compute it again. It travels as one JSON object in the
+/// description of the result's TIFF.
+struct ResultRecord
+{
+    QString operation; ///< the formula's text
+    float k = 0.0f;    ///< as it was used, not as it was shown
+    QString unit;      ///< key of the unit of A, B and the result
+    OperandRecord a;
+    OperandRecord b;
+    PhotographRecord photograph;     ///< shown with the result
+    PhotographRecord maskPhotograph; ///< whose tissue mask the thresholded ratio used
+    QString computed;                ///< ISO 8601, UTC
+    QString version;                 ///< of the workspace, with the tool's build date
+
+    bool isEmpty() const { return operation.isEmpty(); }
+};
+
+/// The record as a JSON object in UTF-8. k is there as the shortest decimal that reads back and in
+/// hexadecimal; the latter counts when it is read.
+QByteArray toJson(const ResultRecord &record);
+/// False with a reason when the text is not such an object.
+bool fromJson(const QByteArray &json, ResultRecord *record, QString *reason);
+
+/// What the dataset says of itself now; files are not noted yet.
+OperandRecord recordOf(const CVXSDataset &dataset);
+/// The image files that lie in that folder (ending in "/") and belong to the dataset, with their hashes.
+/// What cannot be read is not noted.
+QVector<FileRecord> imageFilesOf(const CVXSDataset &dataset, const QString &folder);
+/// SHA-256 of a file in lower-case hexadecimal; empty when it cannot be read.
+QString sha256OfFile(const QString &path);
+
+} // namespace imagemath
