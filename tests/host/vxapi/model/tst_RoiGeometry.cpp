@@ -224,6 +224,7 @@ void tst_RoiGeometry::cellsShareNoPlaceAndLoseNone_data()
     QTest::newRow("edges that no binary number tells") << QRectF(0.1, 0.3, 0.7, 1.1) << 7 << 3;
     QTest::newRow("a box across the image's edge") << QRectF(-0.7, -3.3, 0.9, 4.1) << 9 << 13;
     QTest::newRow("a box that ends at the image's edge") << QRectF(-0.3, -0.1, 0.3, 0.1) << 11 << 10;
+    QTest::newRow("a difference that leads beside its end") << QRectF(-1.69, -0.41, 5.69, 0.91) << 3 << 30;
     QTest::newRow("a plate of 1536 wells") << QRectF(0.33, 0.21, 10.8, 7.2) << 32 << 48;
 }
 
