@@ -23,7 +23,8 @@ SStretch cellStretch(double begin, double length, int count, int index)
 {
     SStretch cell{begin, 0.0};
     for (int i = 0;; ++i) {
-        cell.length = begin + length * (i + 1) / count - cell.begin;
+        const double part = i + 1 == count ? length : length * (i + 1) / count;
+        cell.length = begin + part - cell.begin;
         if (i == index)
             return cell;
         cell.begin += cell.length;

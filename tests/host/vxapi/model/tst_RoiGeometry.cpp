@@ -226,6 +226,8 @@ void tst_RoiGeometry::cellsShareNoPlaceAndLoseNone_data()
     QTest::newRow("a box that ends at the image's edge") << QRectF(-0.3, -0.1, 0.3, 0.1) << 11 << 10;
     QTest::newRow("a last cell that no length brings to the end")
         << QRectF(-0.735, -0.858, 8.461, 8.581) << 2 << 2;
+    QTest::newRow("inner cells that no length brings to their end")
+        << QRectF(-0.037, -0.079, 2.801, 6.112) << 3 << 11;
     QTest::newRow("a plate of 1536 wells") << QRectF(0.33, 0.21, 10.8, 7.2) << 32 << 48;
 }
 
