@@ -149,8 +149,8 @@ void DatasetPicture::addPhotograph()
         return;
     }
     m_photograph = greyPicture(*photograph);
-    m_view->setUnderlay(
-        0, {&m_photograph, toneOf(*m_dataset), 1.0 / widthRatio(EIMAGE_PHOTOGRAPH), m_opacity});
+    m_view->setUnderlay(0,
+                        {&m_photograph, toneOf(*m_dataset), 1.0 / widthRatio(EIMAGE_PHOTOGRAPH), m_opacity});
 }
 
 void DatasetPicture::showStored(tag_eimagetype type)
@@ -205,6 +205,8 @@ QString DatasetPicture::obstacleToRois() const
     const double width = m_dataset->getFOVForImage(EIMAGE_LUMINESCENT);
     if (!std::isfinite(width) || !(width > 0.0))
         return text("ROIs are kept in centimetres, and this dataset's field of view is not recorded.");
+    if (!m_view->imageAt(0))
+        return text("There is no picture to draw ROIs on.");
     return QString();
 }
 

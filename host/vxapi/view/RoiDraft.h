@@ -16,8 +16,8 @@ public:
     EROITOOL tool() const { return m_drawing.tool; }
     void cancel();
 
-    /// The mouse is at that place; `even` makes box shapes as wide as high. A free-hand line takes places that
-    /// are further than `step` from its last.
+    /// The mouse is at that place; `even` makes box shapes as wide as high. A free-hand line takes places
+    /// that are further than `step` from its last.
     void moveTo(const QPointF &place, bool even, double step);
     /// A further corner of a polygon; one that is where the last one is adds nothing.
     void addCorner(const QPointF &place);

@@ -75,8 +75,7 @@ void RoiEditor::cancel()
 CROIBase *RoiEditor::roiAt(const QPointF &at, const FieldMapping &mapping) const
 {
     // A thin line is hit beside it too, and of several the smallest: a large one can be taken elsewhere.
-    const QPointF reach[] = {{0, 0},  {-3, 0}, {3, 0},  {0, -3}, {0, 3},
-                             {-2, -2}, {2, -2}, {-2, 2}, {2, 2}};
+    const QPointF reach[] = {{0, 0}, {-3, 0}, {3, 0}, {0, -3}, {0, 3}, {-2, -2}, {2, -2}, {-2, 2}, {2, 2}};
     CROIBase *found = nullptr;
     double least = std::numeric_limits<double>::infinity();
     const QList<CROIBase *> rois = m_manager->rois();
