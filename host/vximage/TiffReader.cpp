@@ -226,34 +226,64 @@ private:
 
 } // namespace
 
+namespace {
+
+/// Opens a file for reading and returns its size; fails by throwing Failure.
+std::uint64_t openFile(TiffHandle &tiff, const char *path)
+{
+    const bool isNamed = path && *path;
+    struct stat info;
+    if (!isNamed || stat(path, &info) != 0) {
+        const int error = isNamed ? errno : ENOENT;
+        throw Failure{error == EACCES ? EIL_FILE_NOT_READABLE : EIL_FILE_NOT_FOUND, std::strerror(error)};
+    }
+    if (!S_ISREG(info.st_mode)) // opening a pipe would wait for ever
+        throw Failure{EIL_FILE_NOT_READABLE, "not a file"};
+    if (access(path, R_OK) != 0)
+        throw Failure{EIL_FILE_NOT_READABLE, std::strerror(errno)};
+    if (!tiff.open(path, "r"))
+        throw Failure{EIL_FILE_DAMAGED, "not a TIFF file, or damaged: " + tiff.error("it cannot be opened")};
+    return std::uint64_t(info.st_size);
+}
+
+std::string descriptionOf(const TiffHandle &tiff)
+{
+    const char *text = nullptr;
+    const bool isDescribed = TIFFGetField(tiff.get(), TIFFTAG_IMAGEDESCRIPTION, &text) && text;
+    return isDescribed ? text : "";
+}
+
+} // namespace
+
 EILSTATUS readTiff(const char *path, std::uint64_t pixelLimit, StorePtr &pixels, std::string &description)
 {
     const std::string name = path ? path : "";
-    struct stat info;
-    if (name.empty() || stat(path, &info) != 0) {
-        const int error = name.empty() ? ENOENT : errno;
-        return fileError(error == EACCES ? EIL_FILE_NOT_READABLE : EIL_FILE_NOT_FOUND, name,
-                         std::strerror(error));
-    }
-    if (!S_ISREG(info.st_mode)) // opening a pipe would wait for ever
-        return fileError(EIL_FILE_NOT_READABLE, name, "not a file");
-    if (access(path, R_OK) != 0)
-        return fileError(EIL_FILE_NOT_READABLE, name, std::strerror(errno));
     TiffHandle tiff;
     try {
-        if (!tiff.open(path, "r"))
-            return fileError(EIL_FILE_DAMAGED, name,
-                             "not a TIFF file, or damaged: " + tiff.error("it cannot be opened"));
-        StorePtr read = Reader(tiff, std::uint64_t(info.st_size)).read(pixelLimit);
-        const char *text = nullptr;
-        const bool isDescribed = TIFFGetField(tiff.get(), TIFFTAG_IMAGEDESCRIPTION, &text) && text;
-        description = isDescribed ? text : "";
+        const std::uint64_t fileSize = openFile(tiff, path);
+        StorePtr read = Reader(tiff, fileSize).read(pixelLimit);
+        description = descriptionOf(tiff);
         pixels = std::move(read);
         return EIL_SUCCESS;
     } catch (const Failure &failure) {
         return fileError(failure.status, name, failure.reason);
     } catch (const std::bad_alloc &) {
         return fileError(EIL_NO_MEMORY, name, "there is not enough memory for its pixels");
+    }
+}
+
+EILSTATUS readTiffDescription(const char *path, std::string &description)
+{
+    const std::string name = path ? path : "";
+    TiffHandle tiff;
+    try {
+        openFile(tiff, path);
+        description = descriptionOf(tiff);
+        return EIL_SUCCESS;
+    } catch (const Failure &failure) {
+        return fileError(failure.status, name, failure.reason);
+    } catch (const std::bad_alloc &) {
+        return fileError(EIL_NO_MEMORY, name, "there is not enough memory for its description");
     }
 }
 
