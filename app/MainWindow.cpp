@@ -5,6 +5,7 @@
 #include "app/BannerWidget.h"
 #include "app/DatasetLoader.h"
 #include "app/DisplayMenu.h"
+#include "app/HowMadePanel.h"
 #include "app/LogPane.h"
 #include "app/PluginManager.h"
 #include "app/RecentSequences.h"
@@ -144,6 +145,12 @@ void MainWindow::makeViewMenu()
     log->setObjectName(QStringLiteral("actionLogPane"));
     log->setText(tr("Log &Pane"));
     menu->addAction(log);
+
+    auto *howMade = new HowMadePanel(m_recent, this);
+    addDockWidget(Qt::RightDockWidgetArea, howMade);
+    howMade->hide();
+    menu->addAction(howMade->toggleViewAction());
+    connect(m_workspace, &CVXSWorkspace::activeChildChanged, howMade, &HowMadePanel::setActiveChild);
 }
 
 void MainWindow::makeToolsMenu()
