@@ -21,7 +21,8 @@
 namespace {
 
 constexpr char KEY_WANTED[] = "HowMadePanel/comesWithResults";
-constexpr int WIDTH = 340; // the constants of an operand in a few lines
+constexpr int WIDTH = 300; // a shortened hash in one line
+constexpr int MAX_TOOL_TIP = 2000;
 
 QLabel *newText(const QString &text)
 {
@@ -37,6 +38,15 @@ QLabel *newSelectable(const QString &text)
     QLabel *label = newText(text);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     return label;
+}
+
+/// As text that wraps, a line for each value.
+QString toolTipOf(const QString &text)
+{
+    if (text.isEmpty())
+        return QString();
+    return QStringLiteral("<qt>%1</qt>")
+        .arg(text.left(MAX_TOOL_TIP).toHtmlEscaped().replace(QLatin1String("; "), QLatin1String("<br>")));
 }
 
 QFont bold(const QFont &font)
@@ -177,7 +187,7 @@ void HowMadePanel::addRow(QGridLayout *grid, const HowMadeRow &row)
         return;
     }
     QLabel *value = newSelectable(row.value);
-    value->setToolTip(row.full.toHtmlEscaped());
+    value->setToolTip(toolTipOf(row.full));
     if (row.kind == HowMadeRow::Kind::Remark) {
         grid->addWidget(value, line, 0, 1, 2);
         return;

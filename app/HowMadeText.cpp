@@ -98,17 +98,15 @@ void addFile(Rows *rows, const FileRecord &file)
              QStringLiteral("SHA-256 ") + file.sha256);
 }
 
+/// They fill a page: the panel only counts them.
 void addConstants(Rows *rows, const QMap<QString, QString> &constants)
 {
-    QStringList values;
     QStringList lines;
-    for (auto it = constants.begin(); it != constants.end(); ++it) {
-        values += it.key().section(QLatin1Char('/'), -1) + QStringLiteral(" ") + it.value();
+    for (auto it = constants.begin(); it != constants.end(); ++it)
         lines += it.key() + QStringLiteral(" = ") + it.value();
-    }
-    if (!values.isEmpty())
-        pair(rows, translated("Constants"), values.join(QStringLiteral(", ")),
-             lines.join(QStringLiteral("; ")));
+    pair(rows, translated("Calibration"),
+         lines.isEmpty() ? QString() : translated("%1 values of ClickInfo").arg(lines.size()),
+         lines.join(QStringLiteral("; ")));
 }
 
 void addOperand(Rows *rows, const QString &role, const OperandRecord &operand)

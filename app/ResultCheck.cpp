@@ -33,9 +33,10 @@ ResultCheck ended(ResultCheck::Verdict verdict, const QString &headline, const Q
 
 QString whereFrom(const QString &role, const ResultCheckOperand &operand)
 {
-    const QString folder =
-        operand.copy ? translated("from memory") : QDir::toNativeSeparators(operand.dataset->getFolderPath());
-    return translated("%1: %2, %3").arg(role, operand.dataset->getClickNumber(), folder);
+    const QString click = operand.dataset->getClickNumber();
+    return operand.copy ? translated("%1 is %2, as it is in memory.").arg(role, click)
+                        : translated("%1 is in %2")
+                              .arg(role, QDir::toNativeSeparators(operand.dataset->getFolderPath()));
 }
 
 ResultCheck compared(const ResultRecord &record, const CILImage &stored, const CILImage &computed,

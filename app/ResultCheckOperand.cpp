@@ -85,8 +85,6 @@ void copyFromMemory(const CVXSDataset &open, ResultCheckOperand *operand)
         return;
     }
     operand->dataset = opened(folder, &operand->problem);
-    operand->remark =
-        translated("%1 was never saved; it was taken as it is in memory").arg(open.getClickNumber());
 }
 
 void takeOpen(const CVXSDataset &open, ResultCheckOperand *operand)
