@@ -2,9 +2,12 @@
 #pragma once
 
 #include "app/PluginManager.h"
+#include "app/RecentSequences.h"
+#include "app/ResultCheck.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/view/CVXSChildWindow.h"
 #include "host/vxapi/view/CVXSWorkspace.h"
+#include "math/ResultRecord.h"
 #include "tests/app/WorkspaceFixture.h"
 
 #include <QAction>
@@ -97,6 +100,16 @@ public:
         return workspace.window->workspace()->findChild<T *>(QString::fromLatin1(name));
     }
 
+    /// A - B * k of the two plain clicks.
+    CVXSDataset *makePlainResult(const QString &k = QStringLiteral("0.37"))
+    {
+        return open({clickOf(CLICK_A), clickOf(CLICK_B)}) ? makeResult(1, k) : nullptr;
+    }
+    ResultCheck check(const CVXSDataset *result) const
+    {
+        return ResultCheck::of(*result, workspace.window->recentSequences()->folders());
+    }
+
     /// A file of a dataset of the sequence.
     QString fileOf(const char *click, const char *file) const
     {
@@ -147,3 +160,66 @@ public:
 private:
     QTemporaryDir m_data;
 };
+
+namespace resultcheck {
+
+constexpr auto A = ResultCheckFixture::CLICK_A;
+constexpr auto B = ResultCheckFixture::CLICK_B;
+
+inline ClickSpec clickA()
+{
+    return ResultCheckFixture::clickOf(A);
+}
+
+inline ClickSpec clickB()
+{
+    return ResultCheckFixture::clickOf(B);
+}
+
+inline ClickSpec withFlatField(ClickSpec spec)
+{
+    spec.flatField = [](int x, int y) { return 0.7f + 0.01f * float(x + y); };
+    return spec;
+}
+
+inline ClickSpec withPhotograph(ClickSpec spec)
+{
+    spec.photograph = [](int x, int y) { return x * x + y * y < 900 ? 200.0f : 10.0f; };
+    return spec;
+}
+
+/// A pixel of 0 in B makes an infinity of a ratio, and a NaN where A is 0 too.
+inline ClickSpec withZeros(ClickSpec spec)
+{
+    const auto counts = spec.counts;
+    spec.counts = [counts](int x, int y) { return y == 0 && x < 2 ? 0.0f : counts(x, y); };
+    return spec;
+}
+
+inline QString resultFile(const CVXSDataset *result)
+{
+    return result->getFolderPath() + QStringLiteral("luminescent.tif");
+}
+
+inline imagemath::ResultRecord recordOf(const CVXSDataset *result)
+{
+    std::string text;
+    imagemath::ResultRecord record;
+    QString reason;
+    CILImage::loadDescription(QFile::encodeName(resultFile(result)).constData(), &text);
+    if (!imagemath::fromJson(QByteArray::fromStdString(text), &record, &reason))
+        qWarning("no record: %s", qPrintable(reason));
+    return record;
+}
+
+inline bool anyLine(const ResultCheck &check, const QString &text)
+{
+    return !check.lines.filter(text).isEmpty();
+}
+
+inline QByteArray told(const ResultCheck &check)
+{
+    return (check.headline + QLatin1Char('\n') + check.lines.join(QLatin1Char('\n'))).toUtf8();
+}
+
+} // namespace resultcheck

@@ -1,84 +1,15 @@
 // SPDX-License-Identifier: MIT
-#include "app/RecentSequences.h"
-#include "app/ResultCheck.h"
-#include "app/SequenceManager.h"
-#include "host/vxparser/CPLClickInfo.h"
-#include "host/vxutils/CVXPreference.h"
-#include "math/ResultRecord.h"
 #include "tests/app/ResultCheckFixture.h"
 
 #include <cmath>
 #include <limits>
-#include <QDir>
 
+using namespace resultcheck;
 using Verdict = ResultCheck::Verdict;
 
 Q_DECLARE_METATYPE(ClickSpec)
 Q_DECLARE_METATYPE(tag_edisplayunit)
 Q_DECLARE_METATYPE(ResultCheck::Verdict)
-
-namespace {
-
-constexpr auto A = ResultCheckFixture::CLICK_A;
-constexpr auto B = ResultCheckFixture::CLICK_B;
-
-ClickSpec clickA()
-{
-    return ResultCheckFixture::clickOf(A);
-}
-
-ClickSpec clickB()
-{
-    return ResultCheckFixture::clickOf(B);
-}
-
-ClickSpec withFlatField(ClickSpec spec)
-{
-    spec.flatField = [](int x, int y) { return 0.7f + 0.01f * float(x + y); };
-    return spec;
-}
-
-ClickSpec withPhotograph(ClickSpec spec)
-{
-    spec.photograph = [](int x, int y) { return x * x + y * y < 900 ? 200.0f : 10.0f; };
-    return spec;
-}
-
-/// A pixel of 0 in B makes an infinity of a ratio, and a NaN where A is 0 too.
-ClickSpec withZeros(ClickSpec spec)
-{
-    const auto counts = spec.counts;
-    spec.counts = [counts](int x, int y) { return y == 0 && x < 2 ? 0.0f : counts(x, y); };
-    return spec;
-}
-
-QString resultFile(const CVXSDataset *result)
-{
-    return result->getFolderPath() + QStringLiteral("luminescent.tif");
-}
-
-imagemath::ResultRecord recordOf(const CVXSDataset *result)
-{
-    std::string text;
-    imagemath::ResultRecord record;
-    QString reason;
-    CILImage::loadDescription(QFile::encodeName(resultFile(result)).constData(), &text);
-    if (!imagemath::fromJson(QByteArray::fromStdString(text), &record, &reason))
-        qWarning("no record: %s", qPrintable(reason));
-    return record;
-}
-
-bool anyLine(const ResultCheck &check, const QString &text)
-{
-    return !check.lines.filter(text).isEmpty();
-}
-
-QByteArray told(const ResultCheck &check)
-{
-    return (check.headline + QLatin1Char('\n') + check.lines.join(QLatin1Char('\n'))).toUtf8();
-}
-
-} // namespace
 
 /// Results of the real tool, computed again after something happened to them or to their operands.
 class tst_ResultCheck : public QObject
@@ -91,39 +22,23 @@ private Q_SLOTS:
     void anUntouchedResultIsTheSame_data();
     void anUntouchedResultIsTheSame();
     void pixelsThatAreNoNumbersAreComparedToo();
-    void openDatasetsStayAsTheyAre();
     void aChangedOperandIsNamed();
     void aChangedConstantIsNamed_data();
     void aChangedConstantIsNamed();
     void aMissingFileIsNamed();
     void aFileThatWasNotThereIsNamed();
-    void aMissingOperandIsNamedWithItsSequence();
-    void anOperandIsFoundWhereItLies_data();
-    void anOperandIsFoundWhereItLies();
-    void aRenamedOperandIsFoundByItsImages();
     void aTamperedPixelIsFound_data();
     void aTamperedPixelIsFound();
     void aConstantKOffByTheLastBitIsFound();
     void aResultWithoutUsableRecordIsNotChecked_data();
     void aResultWithoutUsableRecordIsNotChecked();
-    void aResultOfAnUnsavedOperandIsTheSame();
-    void changesInMemoryAreTold();
     void aPhotographThatWasExchangedIsTold();
     void aClickInfoThatSaysSomethingElseIsTold();
     void aResultThatCannotBeReadIsTold();
-    void aClickNumberThatIsAPathIsRefused();
 
 private:
-    ResultCheck check(const CVXSDataset *result) const
-    {
-        return ResultCheck::of(*result, m_fixture->workspace.window->recentSequences()->folders());
-    }
-    bool closeSequence() const { return m_fixture->workspace.window->sequences()->closeAll(); }
-    /// A - B * k of the two plain clicks.
-    CVXSDataset *plainResult(const QString &k = "0.37") const
-    {
-        return m_fixture->open({clickA(), clickB()}) ? m_fixture->makeResult(1, k) : nullptr;
-    }
+    ResultCheck check(const CVXSDataset *result) const { return m_fixture->check(result); }
+    CVXSDataset *plainResult(const QString &k = "0.37") const { return m_fixture->makePlainResult(k); }
 
     std::unique_ptr<ResultCheckFixture> m_fixture;
 };
@@ -194,22 +109,6 @@ void tst_ResultCheck::pixelsThatAreNoNumbersAreComparedToo()
     QVERIFY2(outcome.verdict == Verdict::Different, told(outcome).constData());
     QVERIFY2(outcome.headline.contains("1 of 1024 pixels differ, all between a number and none"),
              told(outcome).constData());
-}
-
-void tst_ResultCheck::openDatasetsStayAsTheyAre()
-{
-    QVERIFY(m_fixture->open({withFlatField(clickA()), clickB()}));
-    const CVXSDataset *result = m_fixture->makeResult(1, "2", EUNIT_RADIANCE);
-    QVERIFY(result);
-    CVXSDataset *a = m_fixture->sequence->getDataset(A);
-    a->doFlatFieldCorrection(false);
-    const int windows = m_fixture->workspace.window->workspace()->subWindowList().size();
-    const ResultCheck outcome = check(result);
-    QVERIFY2(outcome.verdict == Verdict::Same, told(outcome).constData());
-    QVERIFY(!a->isLuminFlatFieldCorrected());
-    QVERIFY(!a->isModified());
-    QCOMPARE(CVXSDataset::getDataset(A), a);
-    QCOMPARE(m_fixture->workspace.window->workspace()->subWindowList().size(), windows);
 }
 
 void tst_ResultCheck::aChangedOperandIsNamed()
@@ -306,69 +205,6 @@ void tst_ResultCheck::aFileThatWasNotThereIsNamed()
     QVERIFY2(outcome.verdict == Verdict::SameThoughChanged, told(outcome).constData());
 }
 
-void tst_ResultCheck::aMissingOperandIsNamedWithItsSequence()
-{
-    const CVXSDataset *result = plainResult();
-    QVERIFY(result);
-    QVERIFY(closeSequence());
-    QVERIFY(QDir(m_fixture->folder + A).removeRecursively());
-    const ResultCheck outcome = check(result);
-    QVERIFY2(outcome.verdict == Verdict::NotFound, told(outcome).constData());
-    QCOMPARE(outcome.lines,
-             QStringList{QString("Operand A %1 is not open and not among the recent sequences: "
-                                 "open the sequence %2 and check again.")
-                             .arg(A, ResultCheckFixture::SEQUENCE)});
-    QCOMPARE(outcome.level(), 2L);
-    m_fixture->workspace.window->recentSequences()->clear();
-    QCOMPARE(check(result).lines.size(), 2);
-}
-
-void tst_ResultCheck::anOperandIsFoundWhereItLies_data()
-{
-    QTest::addColumn<QString>("moveTo"); // under the program-data path; empty: it stays
-    QTest::addColumn<bool>("isRecent");
-    QTest::newRow("in a recent sequence") << QString() << true;
-    QTest::newRow("in the sequences of the program data") << QString("/sequences/") << false;
-    QTest::newRow("in a sequence directly under the program data") << QString("/") << false;
-}
-
-void tst_ResultCheck::anOperandIsFoundWhereItLies()
-{
-    QFETCH(QString, moveTo);
-    QFETCH(bool, isRecent);
-    const CVXSDataset *result = plainResult();
-    QVERIFY(result);
-    QVERIFY(closeSequence());
-    QVERIFY(!CVXSDataset::getDataset(A));
-    if (!isRecent)
-        m_fixture->workspace.window->recentSequences()->clear();
-    if (!moveTo.isEmpty()) {
-        QVERIFY(check(result).verdict == Verdict::NotFound);
-        const QString parent = CVXPreference::getProgramDataPath() + moveTo;
-        QVERIFY(QDir().mkpath(parent));
-        QVERIFY(QDir().rename(m_fixture->folder, parent + ResultCheckFixture::SEQUENCE));
-    }
-    const ResultCheck outcome = check(result);
-    QVERIFY2(outcome.verdict == Verdict::Same, told(outcome).constData());
-    QVERIFY(!CVXSDataset::getDataset(A));
-}
-
-void tst_ResultCheck::aRenamedOperandIsFoundByItsImages()
-{
-    const CVXSDataset *result = plainResult();
-    QVERIFY(result);
-    QVERIFY(closeSequence());
-    QVERIFY(ResultCheckFixture::edit(m_fixture->fileOf(B, "ClickInfo.txt"), B, "AB20990101000000"));
-    QVERIFY(QDir().rename(m_fixture->folder + B, m_fixture->folder + "AB20990101000000"));
-    const ResultCheck outcome = check(result);
-    QVERIFY2(outcome.verdict == Verdict::Same, told(outcome).constData());
-    QVERIFY2(anyLine(outcome, QString("%1 was renamed: its images are those of AB20990101000000").arg(B)),
-             told(outcome).constData());
-    // Renamed and changed, it is another image.
-    QVERIFY(ResultCheckFixture::setPixel(m_fixture->folder + "AB20990101000000/luminescent.tif", 0, 1.0f));
-    QVERIFY(check(result).verdict == Verdict::NotFound);
-}
-
 void tst_ResultCheck::aTamperedPixelIsFound_data()
 {
     QTest::addColumn<int>("operation");
@@ -440,53 +276,6 @@ void tst_ResultCheck::aResultWithoutUsableRecordIsNotChecked()
     QVERIFY2(outcome.lines.size() == 1 && outcome.lines.first().contains(reason), told(outcome).constData());
 }
 
-void tst_ResultCheck::aResultOfAnUnsavedOperandIsTheSame()
-{
-    QVERIFY(m_fixture->open({clickA(), clickB()}));
-    CVXSDataset *unsaved = nullptr;
-    {
-        TestStudy other("CD20260102030405_SEQ");
-        ClickSpec spec = withFlatField(clickB());
-        spec.clickNumber = "AB20260102030608";
-        const CVXSDataset *made = other.add(spec);
-        QVERIFY(made);
-        unsaved = new CVXSDataset("AB20260102030699");
-        QCOMPARE(unsaved->getClickInfo()->fromText(
-                     made->getClickInfo()->toText().replace("AB20260102030608", "AB20260102030699"), nullptr),
-                 ESTATUS_SUCCESS);
-        for (tag_eimagetype type : {EIMAGE_LUMINESCENT, EIMAGE_FLATFIELD})
-            unsaved->setCoreImage(type, *made->getCoreImage(type));
-    }
-    QVERIFY(m_fixture->sequence->addDataset(unsaved));
-    QCOMPARE(unsaved->getDatasetType(), 2);
-    const CVXSDataset *result = m_fixture->makeResult(1, "2", EUNIT_RADIANCE, false, 0, 2);
-    QVERIFY(result);
-    QCOMPARE(recordOf(result).b.files.size(), 2);
-    const ResultCheck inMemory = check(result);
-    QVERIFY2(inMemory.verdict == Verdict::Same, told(inMemory).constData());
-    QVERIFY2(anyLine(inMemory, "as it is in memory"), told(inMemory).constData());
-    QCOMPARE(unsaved->getDatasetType(), 2);
-    QVERIFY(unsaved->isModified());
-    // Saving it writes the same bytes.
-    QCOMPARE(m_fixture->sequence->save(), ESTATUS_SUCCESS);
-    QCOMPARE(unsaved->getDatasetType(), 0);
-    const ResultCheck onDisk = check(result);
-    QVERIFY2(onDisk.verdict == Verdict::Same && !anyLine(onDisk, "in memory"), told(onDisk).constData());
-}
-
-void tst_ResultCheck::changesInMemoryAreTold()
-{
-    const CVXSDataset *result = plainResult();
-    QVERIFY(result);
-    m_fixture->sequence->getDataset(A)->setModified(true);
-    const ResultCheck outcome = check(result);
-    QVERIFY2(outcome.verdict == Verdict::Same, told(outcome).constData());
-    QVERIFY2(
-        anyLine(outcome, QString("%1 has changes that are not saved; its files on disk were taken.").arg(A)),
-        told(outcome).constData());
-    m_fixture->sequence->getDataset(A)->setModified(false);
-}
-
 void tst_ResultCheck::aPhotographThatWasExchangedIsTold()
 {
     QVERIFY(m_fixture->open({clickA(), withPhotograph(clickB())}));
@@ -527,18 +316,6 @@ void tst_ResultCheck::aResultThatCannotBeReadIsTold()
     QVERIFY2(anyLine(outcome, "luminescent.tif"), told(outcome).constData());
     QVERIFY(QFile::remove(result->getFolderPath() + "ClickInfo.txt"));
     QVERIFY(check(result).verdict == Verdict::Failed);
-}
-
-void tst_ResultCheck::aClickNumberThatIsAPathIsRefused()
-{
-    const CVXSDataset *result = plainResult();
-    QVERIFY(result);
-    imagemath::ResultRecord record = recordOf(result);
-    record.a.clickNumber = QString("../%1/%2").arg(ResultCheckFixture::SEQUENCE, A);
-    QVERIFY(ResultCheckFixture::setDescription(result, imagemath::toJson(record)));
-    const ResultCheck outcome = check(result);
-    QVERIFY2(outcome.verdict == Verdict::NotFound, told(outcome).constData());
-    QVERIFY2(anyLine(outcome, "is not a click number"), told(outcome).constData());
 }
 
 QTEST_MAIN(tst_ResultCheck)
