@@ -45,8 +45,10 @@ QString toolTipOf(const QString &text)
 {
     if (text.isEmpty())
         return QString();
+    QString lines = text.left(MAX_TOOL_TIP);
+    lines.replace(QLatin1String("; "), QLatin1String("\n"));
     return QStringLiteral("<qt>%1</qt>")
-        .arg(text.left(MAX_TOOL_TIP).toHtmlEscaped().replace(QLatin1String("; "), QLatin1String("<br>")));
+        .arg(lines.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>")));
 }
 
 QFont bold(const QFont &font)
