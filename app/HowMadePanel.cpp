@@ -16,7 +16,9 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QSettings>
+#include <QVBoxLayout>
 
 namespace {
 
@@ -81,11 +83,20 @@ void HowMadePanel::makeWidgets()
     m_title = newSelectable(QString());
     m_title->setObjectName(QStringLiteral("howMadeTitle"));
     m_title->setFont(bold(font()));
-    m_outcome = new HowMadeOutcome(content);
+    // Both scroll: a check may have much to say, and must not push the window larger than the screen.
+    auto *told = new QWidget;
+    m_outcome = new HowMadeOutcome(told);
+    m_rowsPlace = new QVBoxLayout;
+    auto *column = new QVBoxLayout(told);
+    column->setContentsMargins(0, 0, 4, 0);
+    column->addWidget(m_outcome);
+    column->addLayout(m_rowsPlace);
+    column->addStretch(1);
     m_area = new QScrollArea(content);
-    m_area->setObjectName(QStringLiteral("howMadeRows"));
+    m_area->setWidget(told);
     m_area->setWidgetResizable(true);
     m_area->setFrameShape(QFrame::NoFrame);
+    m_area->setMinimumWidth(WIDTH);
     m_area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
 
     m_checkButton = new QPushButton(tr("&Check"), content);
@@ -161,9 +172,11 @@ void HowMadePanel::showRows()
     m_checkButton->setEnabled(m_result);
     m_copyButton->setEnabled(m_result);
 
-    auto *rows = new QWidget;
-    auto *grid = new QGridLayout(rows);
-    grid->setContentsMargins(0, 0, 4, 0);
+    delete m_grid;
+    m_grid = new QWidget;
+    m_grid->setObjectName(QStringLiteral("howMadeRows"));
+    auto *grid = new QGridLayout(m_grid);
+    grid->setContentsMargins(0, 0, 0, 0);
     grid->setHorizontalSpacing(10);
     grid->setVerticalSpacing(3);
     grid->setColumnStretch(1, 1);
@@ -173,9 +186,7 @@ void HowMadePanel::showRows()
         grid->addWidget(newText(tr("The active window shows no result of image math. Open a result, or "
                                    "click on its window, to see how it was made.")),
                         0, 0, 1, 2);
-    grid->setRowStretch(grid->rowCount(), 1);
-    m_area->setWidget(rows);
-    m_area->setMinimumWidth(WIDTH);
+    m_rowsPlace->addWidget(m_grid);
 }
 
 void HowMadePanel::addRow(QGridLayout *grid, const HowMadeRow &row)
@@ -211,6 +222,7 @@ void HowMadePanel::check()
     const ResultCheck outcome = ResultCheck::of(*m_result, m_recent->folders());
     QApplication::restoreOverrideCursor();
     m_outcome->tell(outcome);
+    m_area->verticalScrollBar()->setValue(0);
     m_outcomeText = outcome.headline + QLatin1Char('\n') + outcome.lines.join(QLatin1Char('\n'));
     m_checkButton->setEnabled(true);
     vxLog(outcome.level(), tr("%1 checked. %2").arg(name, outcome.headline),

@@ -14,6 +14,7 @@ class QGridLayout;
 class QLabel;
 class QPushButton;
 class QScrollArea;
+class QVBoxLayout;
 class RecentSequences;
 
 /// The panel that tells how the result in the active window was made, and computes it again on request. It
@@ -53,6 +54,8 @@ private:
 
     QLabel *m_title = nullptr;
     HowMadeOutcome *m_outcome = nullptr;
+    QWidget *m_grid = nullptr;
+    QVBoxLayout *m_rowsPlace = nullptr;
     QScrollArea *m_area = nullptr;
     QPushButton *m_checkButton = nullptr;
     QPushButton *m_copyButton = nullptr;

@@ -9,6 +9,7 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QFileInfo>
 
 namespace {
 
@@ -34,6 +35,10 @@ HowMadeRecord HowMadeRecord::of(const CVXSDataset &result)
     HowMadeRecord found;
     const QString name = imageFileOf(result);
     found.file = result.getFolderPath() + name;
+    if (!QFileInfo(found.file).isFile()) { // not a line in the log each time the window is looked at
+        found.problem = translated("The image file is not there: %1").arg(found.file);
+        return found;
+    }
     std::string description;
     if (CILImage::loadDescription(QFile::encodeName(found.file).constData(), &description) != EIL_SUCCESS) {
         found.problem = translated("The image file cannot be read: %1")

@@ -129,10 +129,10 @@ void addPhotograph(Rows *rows, const QString &role, const imagemath::PhotographR
 {
     heading(rows, role);
     if (photograph.clickNumber.isEmpty()) {
-        pair(rows, translated("Click number"), translated("none"));
+        pair(rows, translated("From"), translated("none"));
         return;
     }
-    pair(rows, translated("Click number"), photograph.clickNumber);
+    pair(rows, translated("From"), photograph.clickNumber);
     addFile(rows, photograph.file);
 }
 

@@ -17,9 +17,23 @@ using imagemath::ResultRecord;
 
 namespace {
 
+constexpr int MAX_LINES = 40;
+constexpr int MAX_LINE = 400; // characters
+
 QString translated(const char *text)
 {
     return QCoreApplication::translate("ResultCheck", text);
+}
+
+/// A damaged record may give any number of lines of any length.
+QStringList shortened(const QStringList &lines)
+{
+    QStringList few;
+    for (const QString &line : lines.mid(0, MAX_LINES))
+        few += line.size() > MAX_LINE ? line.left(MAX_LINE) + QChar(0x2026) : line;
+    if (lines.size() > MAX_LINES)
+        few += translated("And %1 more.").arg(lines.size() - MAX_LINES);
+    return few;
 }
 
 ResultCheck ended(ResultCheck::Verdict verdict, const QString &headline, const QStringList &lines)
@@ -27,7 +41,7 @@ ResultCheck ended(ResultCheck::Verdict verdict, const QString &headline, const Q
     ResultCheck check;
     check.verdict = verdict;
     check.headline = headline;
-    check.lines = lines;
+    check.lines = shortened(lines);
     return check;
 }
 
@@ -93,9 +107,9 @@ ResultCheck ResultCheck::of(const CVXSDataset &result, const QStringList &sequen
     const ResultCheckOperand b = ResultCheckOperand::find(record.b, sequenceFolders);
     QStringList missing;
     if (!a.dataset)
-        missing += translated("Operand A %1.").arg(a.problem);
+        missing += translated("Operand A: %1.").arg(a.problem);
     if (!b.dataset)
-        missing += translated("Operand B %1.").arg(b.problem);
+        missing += translated("Operand B: %1.").arg(b.problem);
     if (!missing.isEmpty())
         return ended(Verdict::NotFound, translated("An operand is missing; nothing was checked."), missing);
 

@@ -65,7 +65,7 @@ QString ResultCheckPixels::text(const QString &unit) const
     if (oneFinite == different)
         return translated("%1, all between a number and none.").arg(head);
     const QString most =
-        translated("%1, by %2 (%3) at most").arg(head, QString::number(largest, 'g', 6), unit);
+        translated("%1, by at most %2 [%3]").arg(head, QString::number(largest, 'g', 6), unit);
     return oneFinite == 0
                ? most + QLatin1Char('.')
                : translated("%1, and %2 of them between a number and none.").arg(most).arg(oneFinite);

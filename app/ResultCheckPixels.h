@@ -16,7 +16,7 @@ struct ResultCheckPixels
     double largest = 0.0;      ///< difference of two finite pixels
 
     bool areSame() const { return shape.isEmpty() && different == 0; }
-    /// "3 of 1024 pixels differ, by 2.5 counts at most."
+    /// "3 of 1024 pixels differ, by at most 2.5 [counts]."
     QString text(const QString &unit) const;
 
     /// Both have to be 32-bit float.

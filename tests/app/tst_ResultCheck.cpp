@@ -9,6 +9,7 @@ using Verdict = ResultCheck::Verdict;
 
 Q_DECLARE_METATYPE(ClickSpec)
 Q_DECLARE_METATYPE(tag_edisplayunit)
+Q_DECLARE_METATYPE(tag_eimagetype)
 Q_DECLARE_METATYPE(ResultCheck::Verdict)
 
 /// Results of the real tool, computed again after something happened to them or to their operands.
@@ -21,6 +22,8 @@ private Q_SLOTS:
     void cleanup() { m_fixture.reset(); }
     void anUntouchedResultIsTheSame_data();
     void anUntouchedResultIsTheSame();
+    void anUntouchedResultOfCompanionImagesIsTheSame_data();
+    void anUntouchedResultOfCompanionImagesIsTheSame();
     void pixelsThatAreNoNumbersAreComparedToo();
     void aChangedOperandIsNamed();
     void aChangedConstantIsNamed_data();
@@ -35,6 +38,7 @@ private Q_SLOTS:
     void aPhotographThatWasExchangedIsTold();
     void aClickInfoThatSaysSomethingElseIsTold();
     void aResultThatCannotBeReadIsTold();
+    void aRecordOfAnySizeIsToldInFewLines();
 
 private:
     ResultCheck check(const CVXSDataset *result) const { return m_fixture->check(result); }
@@ -96,6 +100,31 @@ void tst_ResultCheck::anUntouchedResultIsTheSame()
     QCOMPARE(outcome.level(), 1L);
 }
 
+void tst_ResultCheck::anUntouchedResultOfCompanionImagesIsTheSame_data()
+{
+    QTest::addColumn<tag_eimagetype>("type");
+    QTest::addColumn<tag_edisplayunit>("unit");
+    QTest::newRow("a background that is subtracted") << EIMAGE_BACKGROUND << EUNIT_RADIANCE;
+    QTest::newRow("an excitation reference under efficiency") << EIMAGE_EXCITATION << EUNIT_EFFICIENCY;
+}
+
+void tst_ResultCheck::anUntouchedResultOfCompanionImagesIsTheSame()
+{
+    QFETCH(tag_eimagetype, type);
+    QFETCH(tag_edisplayunit, unit);
+    QVERIFY(m_fixture->open({clickA(), clickB()}));
+    for (const char *click : {A, B})
+        m_fixture->sequence->getDataset(click)->setCoreImage(
+            type, TestStudy::image(32, 32, [](int x, int y) { return 3.3f + 0.1f * float(x + y); }));
+    QCOMPARE(m_fixture->sequence->save(), ESTATUS_SUCCESS);
+    const CVXSDataset *result = m_fixture->makeResult(3, "0.7", unit);
+    QVERIFY(result);
+    QCOMPARE(recordOf(result).a.backgroundSubtracted, type == EIMAGE_BACKGROUND);
+    QCOMPARE(recordOf(result).a.files.size(), 2);
+    const ResultCheck outcome = check(result);
+    QVERIFY2(outcome.verdict == Verdict::Same, told(outcome).constData());
+}
+
 void tst_ResultCheck::pixelsThatAreNoNumbersAreComparedToo()
 {
     QVERIFY(m_fixture->open({withZeros(clickA()), withZeros(clickB())}));
@@ -121,7 +150,7 @@ void tst_ResultCheck::aChangedOperandIsNamed()
     QVERIFY(ResultCheckFixture::setPixel(file, 33, float(operand.pixelAt(1, 1)) + 8.0f));
     const ResultCheck outcome = check(result);
     QVERIFY2(outcome.verdict == Verdict::DifferentAsChanged, told(outcome).constData());
-    QVERIFY2(outcome.headline.contains("1 of 1024 pixels differ, by 16 (counts) at most"),
+    QVERIFY2(outcome.headline.contains("1 of 1024 pixels differ, by at most 16 [counts]."),
              told(outcome).constData());
     QCOMPARE(outcome.lines.first(), QString("luminescent.tif of B (%1) changed since.").arg(B));
     QVERIFY2(outcome.lines.filter("changed since").size() == 1, told(outcome).constData());
@@ -230,7 +259,7 @@ void tst_ResultCheck::aTamperedPixelIsFound()
     const ResultCheck outcome = check(result);
     QVERIFY2(outcome.verdict == Verdict::Different, told(outcome).constData());
     const QString most = QString::number(std::abs(double(after) - double(before)), 'g', 6);
-    QVERIFY2(outcome.headline.contains(QString("1 of 1024 pixels differ, by %1 (counts) at most.").arg(most)),
+    QVERIFY2(outcome.headline.contains(QString("1 of 1024 pixels differ, by at most %1 [counts].").arg(most)),
              told(outcome).constData());
 }
 
@@ -316,6 +345,25 @@ void tst_ResultCheck::aResultThatCannotBeReadIsTold()
     QVERIFY2(anyLine(outcome, "luminescent.tif"), told(outcome).constData());
     QVERIFY(QFile::remove(result->getFolderPath() + "ClickInfo.txt"));
     QVERIFY(check(result).verdict == Verdict::Failed);
+}
+
+void tst_ResultCheck::aRecordOfAnySizeIsToldInFewLines()
+{
+    const CVXSDataset *result = plainResult();
+    QVERIFY(result);
+    imagemath::ResultRecord record = recordOf(result);
+    for (int i = 0; i < 1000; ++i)
+        record.a.files.append({QString("file%1.tif").arg(i), QString(64, '0')});
+    record.a.constants.insert("luminescent image/" + QString(100000, 'x'), "1");
+    QVERIFY(ResultCheckFixture::setDescription(result, imagemath::toJson(record)));
+    const ResultCheck outcome = check(result);
+    QVERIFY2(outcome.verdict == Verdict::SameThoughChanged, outcome.headline.toUtf8().constData());
+    QCOMPARE(outcome.lines.size(), 41);
+    QCOMPARE(outcome.lines.first(), QString("file0.tif of A (%1) is missing or cannot be read.").arg(A));
+    QCOMPARE(outcome.lines.last(), QString("And 963 more."));
+    record.a.files.resize(1);
+    QVERIFY(ResultCheckFixture::setDescription(result, imagemath::toJson(record)));
+    QVERIFY(check(result).lines.join(QString()).size() < 3000);
 }
 
 QTEST_MAIN(tst_ResultCheck)

@@ -44,7 +44,7 @@ void tst_ResultCheckOperand::aMissingOperandIsNamedWithItsSequence()
     const ResultCheck outcome = check(result);
     QVERIFY2(outcome.verdict == Verdict::NotFound, told(outcome).constData());
     QCOMPARE(outcome.lines,
-             QStringList{QString("Operand A %1 is not open and not among the recent sequences: "
+             QStringList{QString("Operand A: %1 is not open and not among the recent sequences: "
                                  "open the sequence %2 and check again.")
                              .arg(A, ResultCheckFixture::SEQUENCE)});
     QCOMPARE(outcome.level(), 2L);
