@@ -23,6 +23,7 @@ private Q_SLOTS:
     void anOperandIsFoundWhereItLies();
     void aRenamedOperandIsFoundByItsImages();
     void aResultOfAnUnsavedOperandIsTheSame();
+    void aResultOfAResultIsTheSame();
     void changesInMemoryAreTold();
     void aClickNumberThatIsAPathIsRefused();
     void openDatasetsStayAsTheyAre();
@@ -130,6 +131,24 @@ void tst_ResultCheckOperand::aResultOfAnUnsavedOperandIsTheSame()
     QCOMPARE(unsaved->getDatasetType(), 0);
     const ResultCheck onDisk = check(result);
     QVERIFY2(onDisk.verdict == Verdict::Same && !anyLine(onDisk, "in memory"), told(onDisk).constData());
+}
+
+void tst_ResultCheckOperand::aResultOfAResultIsTheSame()
+{
+    QVERIFY(m_fixture->open({clickA(), clickB()}));
+    CVXSDataset *first = m_fixture->makeResult(1, "0.37", EUNIT_RADIANCE);
+    QVERIFY(first);
+    QVERIFY(m_fixture->sequence->addDataset(first));
+    QCOMPARE(m_fixture->sequence->save(), ESTATUS_SUCCESS);
+    const CVXSDataset *second = m_fixture->makeResult(3, "12", EUNIT_RADIANCE, false, 2, 1);
+    QVERIFY(second);
+    QCOMPARE(recordOf(second).a.clickNumber, first->getClickNumber());
+    const ResultCheck outcome = check(second);
+    QVERIFY2(outcome.verdict == Verdict::Same, told(outcome).constData());
+    QVERIFY(ResultCheckFixture::setPixel(resultFile(first), 3, 5.0f));
+    const ResultCheck changed = check(second);
+    QVERIFY2(changed.verdict == Verdict::DifferentAsChanged, told(changed).constData());
+    QVERIFY2(changed.headline.contains("1 of 1024 pixels differ"), told(changed).constData());
 }
 
 void tst_ResultCheckOperand::changesInMemoryAreTold()
