@@ -114,7 +114,6 @@ void HowMadePanel::makeWidgets()
     buttons->addStretch(1);
     auto *layout = new QVBoxLayout(content);
     layout->addWidget(m_title);
-    layout->addWidget(m_outcome);
     layout->addWidget(m_area, 1);
     layout->addLayout(buttons);
     setWidget(content);

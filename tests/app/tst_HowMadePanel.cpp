@@ -37,6 +37,7 @@ private Q_SLOTS:
     void copyTakesEverything();
     void checkShowsItsOutcome_data();
     void checkShowsItsOutcome();
+    void aLongOutcomeScrolls();
     void anOutcomeGoesWithItsResult();
     void aClosedResultLeavesThePanelEmpty();
 
@@ -358,6 +359,23 @@ void tst_HowMadePanel::checkShowsItsOutcome()
     QVERIFY(told.message.contains(result->getClickNumber()) && told.message.contains(headline));
     QVERIFY(told.detail.contains(line));
     QCOMPARE(m_fixture->workspace.window->banner()->isVisible(), level == 3);
+}
+
+void tst_HowMadePanel::aLongOutcomeScrolls()
+{
+    CVXSDataset *result = m_fixture->makePlainResult();
+    QVERIFY(result);
+    imagemath::ResultRecord record = resultcheck::recordOf(result);
+    for (int i = 0; i < 100; ++i)
+        record.a.files.append({QString("file%1.tif").arg(i), QString(64, '0')});
+    QVERIFY(ResultCheckFixture::setDescription(result, imagemath::toJson(record)));
+    const QSize before = m_fixture->workspace.window->size();
+    QTest::mouseClick(button("howMadeCheck"), Qt::LeftButton);
+    QCOMPARE(outcome("outcomeMark")->text(), QString("!"));
+    QTRY_VERIFY(outcome("outcomeLines")->height() > 800);
+    QVERIFY(panel()->minimumSizeHint().height() < 400);
+    QCOMPARE(m_fixture->workspace.window->size(), before);
+    QVERIFY(!outcome("outcomeMark")->visibleRegion().isEmpty());
 }
 
 void tst_HowMadePanel::anOutcomeGoesWithItsResult()
