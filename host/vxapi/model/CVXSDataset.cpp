@@ -80,6 +80,9 @@ bool CVXSDataset::registerDataset()
     if (!entry) {
         entry = this;
         StoredDatasets::instance().giveWayTo(this);
+        // Records that another object of this click number left are of its ROIs.
+        if (!d->hasRecords)
+            CRoiMeasurementManager::getRoiMeasurementManager()->removeDataset(d->clickNumber);
     }
     return entry == this;
 }
