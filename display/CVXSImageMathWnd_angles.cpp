@@ -3,19 +3,34 @@
 #include "host/vxparser/CPLClickInfo.h"
 #include "host/vxutils/CVXSMessageBox.h"
 #include "host/vxutils/CVXUtilityFns.h"
+#include "math/ToolLog.h"
 #include "window/CVXSImageMathWnd.h"
 
 #include <QMessageBox>
+
+namespace {
+
+/// The section with the imaging angle; null, and told in the log, when the file or the section is not there.
+const CPLSection *luminescentSection(CPLClickInfo &info, const QString &path)
+{
+    const QString key = QString::fromLatin1(clickinfo::SECTION_LUMINESCENT);
+    const ESTATUS status = info.loadClickInfo(path, false);
+    const CPLSection *section = info[key];
+    if (!section)
+        imagemath::logLine(status != ESTATUS_SUCCESS
+                               ? info.lastError()
+                               : QStringLiteral("%1: there is no section \"%2\"").arg(path, key));
+    return section;
+}
+
+} // namespace
 
 ESTATUS CVXSImageMathWnd::checkImagingAngles(const QString &pathA, const QString &pathB)
 {
     CPLClickInfo infoA;
     CPLClickInfo infoB;
-    infoA.loadClickInfo(pathA, false);
-    infoB.loadClickInfo(pathB, false);
-    const QString luminescent = QString::fromLatin1(clickinfo::SECTION_LUMINESCENT);
-    const CPLSection *sectionA = infoA[luminescent];
-    const CPLSection *sectionB = infoB[luminescent];
+    const CPLSection *sectionA = luminescentSection(infoA, pathA);
+    const CPLSection *sectionB = luminescentSection(infoB, pathB);
     if (!sectionA || !sectionB)
         return ESTATUS_IMAGING_ANGLES;
 

@@ -211,8 +211,13 @@ std::string CVXSImageMathWnd::describeResult(const QString &folderA, const QStri
         record.photograph = {isFromA ? record.a.clickNumber : record.b.clickNumber,
                              photographIn(isFromA ? folderA : folderB)};
     }
-    if (!record.maskPhotograph.clickNumber.isEmpty())
-        record.maskPhotograph.file = photographIn(folderB);
+    if (!record.maskPhotograph.clickNumber.isEmpty() && m_pDatasetB) {
+        const QString name = m_pDatasetB->getImageFileName(EIMAGE_PHOTOGRAPH);
+        for (const imagemath::FileRecord &file : qAsConst(record.b.files)) {
+            if (file.name == name)
+                record.maskPhotograph.file = file;
+        }
+    }
     return imagemath::toJson(record).toStdString();
 }
 

@@ -10,11 +10,13 @@
 
 #include <QDir>
 #include <QFile>
+#include <QLockFile>
 
 namespace {
 
 const QString TEMP_FOLDER = QStringLiteral("TempFolder");
 constexpr int ONLY_IN_MEMORY = 2;
+constexpr int LOCK_WAIT = 5000; ///< [ms]
 
 bool isOnlyInMemory(const CVXSDataset *dataset)
 {
@@ -44,6 +46,14 @@ void CVXSImageMathWnd::onClickDisplayResultForMeasuring()
         return;
     }
     m_pDisplayBtn->setEnabled(true);
+    // Two workspaces with one data folder must not choose the same free click number.
+    QLockFile lock(CVXPreference::getProgramDataPath() + QStringLiteral("/.result.lock"));
+    if (!lock.tryLock(LOCK_WAIT) && lock.error() == QLockFile::LockFailedError) {
+        imagemath::logLine(
+            QStringLiteral("Another workspace is making a result in %1; try again when it is done")
+                .arg(CVXPreference::getProgramDataPath()));
+        return;
+    }
     copyPhotograph();
     saveUnsavedOverview();
 
@@ -66,7 +76,7 @@ void CVXSImageMathWnd::onClickDisplayResultForMeasuring()
     }
     if (isOnlyInMemory(m_pDatasetA) || isOnlyInMemory(m_pDatasetB)) {
         for (const QString &click : {clickA, clickB})
-            deleteFolderTree(QDir(m_pSequence->getDatasetFolderPath(click) + TEMP_FOLDER));
+            removeTemporaryCopy(click);
     }
     loadResult();
 }
@@ -119,16 +129,30 @@ QString CVXSImageMathWnd::clickInfoFolder(const QString &click) const
 // A copy on disk of a dataset that is only in memory, which goes on being only in memory.
 QString CVXSImageMathWnd::saveTemporaryCopy(CVXSDataset &dataset, const QString &click) const
 {
-    const QString temporary = m_pSequence->getDatasetFolderPath(click) + TEMP_FOLDER;
+    // A sequence without a place on disk has none for a copy either; a relative path would mean the current
+    // folder.
+    const QString datasetFolder = m_pSequence->getDatasetFolderPath(click);
+    if (QDir::isRelativePath(datasetFolder))
+        return QString();
+    const QString temporary = datasetFolder + TEMP_FOLDER;
     const QString folder = temporary + QLatin1Char('/') + click;
     QDir().mkdir(temporary);
     QDir().mkdir(folder);
     const QString ownFolder = dataset.getFolderPath();
     const bool wasModified = dataset.isModified();
+    const bool wasToBeSaved = dataset.isImageMathToBeSaved();
     dataset.saveDatasetAs(folder + QLatin1Char('/'));
     dataset.setFolderPath(ownFolder);
     dataset.setModified(wasModified);
+    dataset.setImageMathToBeSaved(wasToBeSaved);
     return folder + QLatin1Char('/');
+}
+
+void CVXSImageMathWnd::removeTemporaryCopy(const QString &click) const
+{
+    const QString datasetFolder = m_pSequence->getDatasetFolderPath(click);
+    if (QDir::isAbsolutePath(datasetFolder))
+        deleteFolderTree(QDir(datasetFolder + TEMP_FOLDER));
 }
 
 ESTATUS CVXSImageMathWnd::prepareResultFolder()
@@ -139,8 +163,10 @@ ESTATUS CVXSImageMathWnd::prepareResultFolder()
     if (!m_resultClickNumber.isEmpty()) {
         const QStringList files = QDir(folder).entryList(QDir::Files, QDir::Name);
         for (const QString &file : files) {
-            if (!QFile::remove(folder + QLatin1Char('/') + file))
-                return ESTATUS_RESULT_FOLDER;
+            if (QFile::remove(folder + QLatin1Char('/') + file))
+                continue;
+            imagemath::logLine(QStringLiteral("%1/%2: the file cannot be removed").arg(folder, file));
+            return ESTATUS_RESULT_FOLDER;
         }
     }
     m_resultFolderPath = folder + QLatin1Char('/');

@@ -224,7 +224,7 @@ void resultclickinfo::fillAnalyzedClickNumber(CPLSection &target, const CPLSecti
 
 void resultclickinfo::copyImageFile(const QString &from, const QString &to)
 {
-    if (!QFileInfo::exists(from))
+    if (!QFileInfo(from).isFile())
         return;
     QFile source(from);
     QSaveFile target(to);

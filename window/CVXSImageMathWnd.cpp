@@ -65,6 +65,15 @@ void CVXSImageMathWnd::closeEvent(QCloseEvent *e)
     e->ignore();
 }
 
+// What the sequence told a hidden or minimised window is made up for, so that it never shows (or saves) an
+// image of another unit than it says.
+void CVXSImageMathWnd::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    if (m_bMissedUpdate)
+        updateImageMathWindow();
+}
+
 void CVXSImageMathWnd::resizeEvent(QResizeEvent *e)
 {
     QWidget::resizeEvent(e);

@@ -22,6 +22,7 @@ class QAction;
 class QCloseEvent;
 class QMenu;
 class QResizeEvent;
+class QShowEvent;
 struct downloaded_save_data;
 struct SColorbar;
 namespace imagemath {
@@ -120,6 +121,8 @@ protected Q_SLOTS:
     virtual void languageChange();
 
 protected:
+    void showEvent(QShowEvent *event) override;
+
     // Steps of the operations above.
     QString currentClickA() const;
     QString currentClickB() const;
@@ -147,6 +150,7 @@ protected:
     void saveUnsavedOverview();
     void loadResult();
     QString clickInfoFolder(const QString &click) const;
+    void removeTemporaryCopy(const QString &click) const;
     QString saveTemporaryCopy(CVXSDataset &dataset, const QString &click) const;
     void showWhatIsSet();
     bool askToSaveSequence();
@@ -186,5 +190,6 @@ protected:
     QStringList m_messages;        ///< lines of the result tag while there is no result to show
     bool m_bRefreshEnabled = true; ///< false exactly while the computation emits a colour-range signal
     bool m_bHandleClose = false;
+    bool m_bMissedUpdate = false;      ///< the sequence changed while the window was hidden or minimised
     bool m_bSavedForImageMath = false; ///< the person agreed to save the sequence at binding
 };
