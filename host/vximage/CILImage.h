@@ -129,6 +129,8 @@ public:
     /// order. Signed integers become float (8, 16 bit) or double (32 bit). A failure leaves the image as it
     /// was.
     EILSTATUS loadTIFF(const char *path);
+    /// Whether loadTIFF() would accept the header of that file; no pixel is read.
+    static EILSTATUS checkTIFF(const char *path);
     /// Reads the description of such a file without its pixels, which may be damaged; empty when it has none.
     /// A failure leaves `description` as it was.
     static EILSTATUS loadDescription(const char *path, std::string *description);

@@ -59,10 +59,15 @@ class Reader
 public:
     Reader(TiffHandle &tiff, std::uint64_t fileSize) : m_tiff(tiff), m_fileSize(fileSize) {}
 
-    StorePtr read(std::uint64_t pixelLimit)
+    void readHeader(std::uint64_t pixelLimit)
     {
         readLayout();
         check(pixelLimit);
+    }
+
+    StorePtr read(std::uint64_t pixelLimit)
+    {
+        readHeader(pixelLimit);
         StorePtr raw = PixelStore::allocate(rawType(), m_layout.width, m_layout.height);
         auto *out = static_cast<char *>(raw->data());
         if (TIFFIsTiled(m_tiff.get()))
@@ -224,10 +229,6 @@ private:
     Layout m_layout;
 };
 
-} // namespace
-
-namespace {
-
 /// Opens a file for reading and returns its size; fails by throwing Failure.
 std::uint64_t openFile(TiffHandle &tiff, const char *path)
 {
@@ -253,38 +254,43 @@ std::string descriptionOf(const TiffHandle &tiff)
     return isDescribed ? text : "";
 }
 
+/// Opens the file and hands it to `use(tiff, size of the file)`; what that throws becomes the status.
+template <typename Use>
+EILSTATUS withFile(const char *path, const Use &use)
+{
+    const std::string name = path ? path : "";
+    TiffHandle tiff;
+    try {
+        const std::uint64_t size = openFile(tiff, path);
+        use(tiff, size);
+        return EIL_SUCCESS;
+    } catch (const Failure &failure) {
+        return fileError(failure.status, name, failure.reason);
+    } catch (const std::bad_alloc &) {
+        return fileError(EIL_NO_MEMORY, name, "there is not enough memory for it");
+    }
+}
+
 } // namespace
 
 EILSTATUS readTiff(const char *path, std::uint64_t pixelLimit, StorePtr &pixels, std::string &description)
 {
-    const std::string name = path ? path : "";
-    TiffHandle tiff;
-    try {
-        const std::uint64_t fileSize = openFile(tiff, path);
-        StorePtr read = Reader(tiff, fileSize).read(pixelLimit);
+    return withFile(path, [&](TiffHandle &tiff, std::uint64_t size) {
+        StorePtr read = Reader(tiff, size).read(pixelLimit);
         description = descriptionOf(tiff);
         pixels = std::move(read);
-        return EIL_SUCCESS;
-    } catch (const Failure &failure) {
-        return fileError(failure.status, name, failure.reason);
-    } catch (const std::bad_alloc &) {
-        return fileError(EIL_NO_MEMORY, name, "there is not enough memory for its pixels");
-    }
+    });
+}
+
+EILSTATUS checkTiff(const char *path, std::uint64_t pixelLimit)
+{
+    return withFile(path,
+                    [&](TiffHandle &tiff, std::uint64_t size) { Reader(tiff, size).readHeader(pixelLimit); });
 }
 
 EILSTATUS readTiffDescription(const char *path, std::string &description)
 {
-    const std::string name = path ? path : "";
-    TiffHandle tiff;
-    try {
-        openFile(tiff, path);
-        description = descriptionOf(tiff);
-        return EIL_SUCCESS;
-    } catch (const Failure &failure) {
-        return fileError(failure.status, name, failure.reason);
-    } catch (const std::bad_alloc &) {
-        return fileError(EIL_NO_MEMORY, name, "there is not enough memory for its description");
-    }
+    return withFile(path, [&](TiffHandle &tiff, std::uint64_t) { description = descriptionOf(tiff); });
 }
 
 } // namespace il

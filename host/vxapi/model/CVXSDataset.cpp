@@ -3,9 +3,11 @@
 
 #include "host/vxapi/model/ClickInfoKeys.h"
 #include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/CRoiMeasurementManager.h"
 #include "host/vxapi/model/CVXSDataset_p.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/model/DatasetFiles.h"
+#include "host/vxapi/model/StoredDatasets.h"
 #include "host/vxutils/CVXSLog.h"
 
 #include <cmath>
@@ -45,13 +47,29 @@ CVXSDataset::CVXSDataset(const QString &clickNumber, QObject *parent)
 
 CVXSDataset::~CVXSDataset()
 {
-    if (registry().value(d->clickNumber) == this)
+    const bool isRegistered = registry().value(d->clickNumber) == this;
+    const bool leavesRecords = isRegistered || (d->hasRecords && ownsRecords());
+    if (isRegistered)
         registry().remove(d->clickNumber);
+    if (leavesRecords)
+        CRoiMeasurementManager::getRoiMeasurementManager()->removeDataset(d->clickNumber);
+}
+
+bool CVXSDataset::ownsRecords() const
+{
+    const CVXSDataset *registered = registry().value(d->clickNumber);
+    return !registered || registered == this;
 }
 
 // --- the open datasets ---
 
 CVXSDataset *CVXSDataset::getDataset(const QString &clickNumber)
+{
+    CVXSDataset *dataset = getOpenDataset(clickNumber);
+    return dataset ? dataset : StoredDatasets::instance().find(clickNumber);
+}
+
+CVXSDataset *CVXSDataset::getOpenDataset(const QString &clickNumber)
 {
     return registry().value(clickNumber);
 }
@@ -59,8 +77,10 @@ CVXSDataset *CVXSDataset::getDataset(const QString &clickNumber)
 bool CVXSDataset::registerDataset()
 {
     CVXSDataset *&entry = registry()[d->clickNumber];
-    if (!entry)
+    if (!entry) {
         entry = this;
+        StoredDatasets::instance().giveWayTo(this);
+    }
     return entry == this;
 }
 
