@@ -2,6 +2,7 @@
 #pragma once
 
 #include "app/DatasetLoader.h"
+#include "app/LooseDatasets.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/view/CVXSChildWindow.h"
 #include "host/vxapi/view/CVXSTextTag.h"
@@ -88,8 +89,11 @@ protected:
     }
     void tearDown()
     {
+        m_loader.reset();
+        m_loose.reset();
         m_bench.reset();
         m_receiver.reset();
+        CVXSDataset::registerStoredDatasets(QString());
         CVXSChildWindow::setActiveChildWnd(nullptr);
     }
 
@@ -104,7 +108,10 @@ protected:
     void loadForReal()
     {
         m_receiver.reset();
-        connectTo(window(), new DatasetLoader(m_bench->bound().workspace(), m_bench->bound().workspace()));
+        CVXSWorkspace *workspace = m_bench->bound().workspace();
+        m_loose = std::make_unique<LooseDatasets>(workspace);
+        m_loader = std::make_unique<DatasetLoader>(workspace, m_loose.get());
+        connectTo(window(), m_loader.get());
     }
 
     WatchedWnd *window() const { return m_bench->window(); }
@@ -144,4 +151,6 @@ protected:
     std::unique_ptr<ResultBench> m_bench;
     std::unique_ptr<LogWatcher> m_log;
     std::unique_ptr<LoadReceiver> m_receiver;
+    std::unique_ptr<LooseDatasets> m_loose;
+    std::unique_ptr<DatasetLoader> m_loader;
 };

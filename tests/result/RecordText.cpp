@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/result/ResultBench.h"
+#include "tests/result/RecordText.h"
 
 #include <QCryptographicHash>
 #include <QDate>
