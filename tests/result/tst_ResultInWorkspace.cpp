@@ -198,18 +198,15 @@ void tst_ResultInWorkspace::theNextStartMakesTheNextResult()
 void tst_ResultInWorkspace::aResultThatWasClosedKeepsItsName()
 {
     press();
-    const auto first = recordtext::hashes(folder("AB_M20260102030406"));
     CVXSDataset *result = CVXSDataset::getOpenDataset("AB_M20260102030406");
     QVERIFY(result);
-    {
-        BoxAnswerer answerer({QMessageBox::Discard, QMessageBox::Discard});
-        auto *sub = qobject_cast<QMdiSubWindow *>(CVXSImageWindow::getImageWindow(result)->parentWidget());
-        QVERIFY(sub);
-        sub->close();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        QCoreApplication::processEvents();
-    }
-    QVERIFY(!CVXSDataset::getOpenDataset("AB_M20260102030406"));
+    BoxAnswerer answerer({BoxAnswerer::FIRST_BUTTON}); // "Save"
+    auto *sub = qobject_cast<QMdiSubWindow *>(CVXSImageWindow::getImageWindow(result)->parentWidget());
+    QVERIFY(sub);
+    sub->close();
+    QTRY_VERIFY(!CVXSDataset::getOpenDataset("AB_M20260102030406"));
+    QCOMPARE(answerer.count(), 1);
+    const auto first = recordtext::hashes(folder("AB_M20260102030406"));
     press();
     QCOMPARE(results(), QStringList({"AB_M20260102030406", "AB_N20260102030406"}));
     QCOMPARE(recordtext::hashes(folder("AB_M20260102030406")), first);
