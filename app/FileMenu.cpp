@@ -4,11 +4,13 @@
 #include "app/DatasetSaving.h"
 #include "app/EarlierResults.h"
 #include "app/FolderChoice.h"
+#include "app/ImportDialog.h"
 #include "app/LooseDatasets.h"
 #include "app/MainWindow.h"
 #include "app/RecentSequences.h"
 #include "app/SequenceManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/view/CVXSChildWindow.h"
 #include "host/vxapi/view/CVXSWorkspace.h"
 #include "host/vxutils/CVXPreference.h"
@@ -56,6 +58,8 @@ void FileMenu::addOpening(QMenu *menu)
     auto *earlier = new EarlierResults(results, this);
     connect(earlier, &EarlierResults::chosen, m_window, &MainWindow::openDataset);
     connect(earlier, &EarlierResults::othersWanted, this, &FileMenu::chooseDataset);
+    connect(newAction(menu, tr("&Import Images..."), "actionImportImages"), &QAction::triggered, this,
+            &FileMenu::importImages);
 }
 
 void FileMenu::addSaving(QMenu *menu)
@@ -100,6 +104,13 @@ void FileMenu::openRecent(const QString &folder)
     // One that is gone is told and not offered again; one that is only damaged may be repaired.
     if (!m_window->openSequence(folder) && !QFileInfo::exists(folder))
         m_window->recentSequences()->remove(folder);
+}
+
+void FileMenu::importImages()
+{
+    ImportDialog dialog(m_window);
+    if (dialog.exec() == QDialog::Accepted)
+        m_window->sequences()->add(dialog.takeSequence().release());
 }
 
 void FileMenu::save()

@@ -27,6 +27,7 @@ private:
     void chooseSequence();
     void chooseDataset();
     void openRecent(const QString &folder);
+    void importImages();
     void save();
     void saveDatasetAs();
 

@@ -202,6 +202,8 @@ private Q_SLOTS:
     void smallValuesBesideLargeOnesAreNotLost();
     void aSmallSpreadOnALargeLevel();
     void cellsAddUpToTheirGrid();
+    void anEdgeOnAPixelCentre_data();
+    void anEdgeOnAPixelCentre();
     void theImageIsNotChanged();
     void aSmallRoiOfALargeImageIsQuick();
 };
@@ -366,6 +368,27 @@ void tst_RoiStatistics::cellsAddUpToTheirGrid()
         QVERIFY(whole.pixels > 0);
         QCOMPARE(sum.pixels, whole.pixels);
         QCOMPARE(sum.sum, whole.sum);
+    }
+}
+
+void tst_RoiStatistics::anEdgeOnAPixelCentre_data()
+{
+    QTest::addColumn<double>("pixelSize");
+    QTest::newRow("0.1 cm a pixel") << 0.1;
+    QTest::newRow("12.5 cm over 480 pixels") << 12.5 / 480;
+    QTest::newRow("13.2 cm over 1024 pixels") << 13.2 / 1024;
+}
+
+// Dividing the edge by the pixel size would give a neighbour here and there.
+void tst_RoiStatistics::anEdgeOnAPixelCentre()
+{
+    QFETCH(double, pixelSize);
+    const CILImage image = imageOf(VXS_UINT16, 2000, 1, [](int x, int) { return x; });
+    for (int x = 0; x < 1999; ++x) {
+        const double edge = (x + 0.5) * pixelSize;
+        const double behind = std::nextafter(edge, INFINITE);
+        QCOMPARE(roiStatistics(image, box(edge, 0.0, 1e4, 1.0), pixelSize).minimum, double(x));
+        QCOMPARE(roiStatistics(image, box(behind, 0.0, 1e4, 1.0), pixelSize).minimum, double(x + 1));
     }
 }
 
