@@ -14,6 +14,7 @@ private Q_SLOTS:
     void theRequest();
     void theResultIsComplete();
     void theResultIsLoadedAndMarked();
+    void theColourTableIsTheSequencesAtTheEnd();
     void theButtonIsEnabledAgain();
     void theActiveWindowIsRefreshed_data();
     void theActiveWindowIsRefreshed();
@@ -84,6 +85,23 @@ void tst_ResultFlow::theResultIsLoadedAndMarked()
     // The operands got no marks.
     QVERIFY(!m_bench->datasetA()->isImageMathToBeSaved());
     QVERIFY(!m_bench->datasetB()->isImageMathToBeSaved());
+}
+
+void tst_ResultFlow::theColourTableIsTheSequencesAtTheEnd()
+{
+    std::unique_ptr<CVXSDataset> loaded;
+    m_receiver->onRequest = [&loaded, this] {
+        loaded.reset(CVXSDataset::open(m_bench->resultFolder(), nullptr, nullptr));
+        QVERIFY(loaded && loaded->registerDataset());
+        QCOMPARE(loaded->getColorTable(), VXS_CT_BLUEHOT); // as its record says
+        tag_simageadjust adjust;
+        adjust.colorTable = VXS_CT_GREEN;
+        sequence()->setImageAdjust(adjust);
+    };
+    press();
+    QVERIFY(loaded);
+    QCOMPARE(loaded->getColorTable(), VXS_CT_GREEN);
+    QVERIFY(loaded->isModified());
 }
 
 void tst_ResultFlow::theButtonIsEnabledAgain()

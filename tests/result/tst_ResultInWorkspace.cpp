@@ -37,9 +37,9 @@ private Q_SLOTS:
     void aResultIsShownAndCanBeMeasured();
     void theNextStartMakesTheNextResult();
     void aResultThatWasClosedKeepsItsName();
-    void aResultOfAnotherWorkspaceKeepsItsName();
     void aResultWhoseFilesAreDamagedIsALeftOver();
     void aResultCanBeAnOperandsNeighbour();
+    void launchedAgainTheToolStillMakesOneResult();
 
 private:
     void start();
@@ -212,22 +212,6 @@ void tst_ResultInWorkspace::aResultThatWasClosedKeepsItsName()
     QCOMPARE(recordtext::hashes(folder("AB_M20260102030406")), first);
 }
 
-void tst_ResultInWorkspace::aResultOfAnotherWorkspaceKeepsItsName()
-{
-    press();
-    // Another workspace on the same folder made the next one meanwhile.
-    const QString made = folder("AB_N20260102030406");
-    QVERIFY(QDir().mkpath(made));
-    for (const QString &name : QDir(folder("AB_M20260102030406")).entryList(QDir::Files))
-        QVERIFY(QFile::copy(folder("AB_M20260102030406") + name, made + name));
-    for (const char *name : {"ClickInfo.txt", "AnalyzedClickInfo.txt"})
-        QVERIFY(recordtext::change(made + name, "[ClickNumber]: AB_M", "[ClickNumber]: AB_N"));
-    const auto others = recordtext::hashes(made);
-    press();
-    QCOMPARE(results(), QStringList({"AB_M20260102030406", "AB_N20260102030406", "AB_O20260102030406"}));
-    QCOMPARE(recordtext::hashes(made), others);
-}
-
 void tst_ResultInWorkspace::aResultWhoseFilesAreDamagedIsALeftOver()
 {
     press();
@@ -254,6 +238,21 @@ void tst_ResultInWorkspace::aResultCanBeAnOperandsNeighbour()
     QCOMPARE(recordtext::value(folder("AB_M20260102030507") + "ClickInfo.txt", "luminescent image",
                                "Image Math A ClickNumber"),
              QString("AB20260102030507"));
+}
+
+void tst_ResultInWorkspace::launchedAgainTheToolStillMakesOneResult()
+{
+    for (int i = 0; i < 2; ++i) {
+        qobject_cast<QMdiSubWindow *>(tool()->parentWidget())->close();
+        QTRY_VERIFY(!tool()->isVisible());
+        openTool();
+    }
+    press();
+    QCOMPARE(results(), QStringList{"AB_M20260102030406"});
+    int windows = 0;
+    for (const QMdiSubWindow *sub : m_fixture->window->workspace()->subWindowList())
+        windows += qobject_cast<CVXSImageWindow *>(sub->widget()) != nullptr;
+    QCOMPARE(windows, 1);
 }
 
 QTEST_MAIN(tst_ResultInWorkspace)
