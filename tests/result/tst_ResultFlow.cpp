@@ -33,6 +33,7 @@ private Q_SLOTS:
     void whereTheRecordsAreTakenFrom_data();
     void whereTheRecordsAreTakenFrom();
     void anOverviewThatWasNeverSavedIsSavedFirst();
+    void aSequenceWithoutAFolderTouchesNothingOfTheCurrentOne();
 };
 
 void tst_ResultFlow::theRequest()
@@ -348,6 +349,25 @@ void tst_ResultFlow::anOverviewThatWasNeverSavedIsSavedFirst()
     // Saved once, it is not saved again.
     QTest::mouseClick(bound.window()->m_pDisplayBtn, Qt::LeftButton);
     QCOMPARE(child.saves, 1);
+}
+
+void tst_ResultFlow::aSequenceWithoutAFolderTouchesNothingOfTheCurrentOne()
+{
+    BoundWindow bound(QStringLiteral("CD20260102030405_SEQ"));
+    bound.addClick(QStringLiteral("CD20260102030406"), false, 100.0f);
+    bound.addClick(QStringLiteral("CD20260102030507"), false, 40.0f);
+    BoxAnswerer answerer({QMessageBox::Yes});
+    QVERIFY(bound.bind()); // without a sequence window it stays unsaved
+    QCOMPARE(bound.sequence()->getDatasetFolderPath(QStringLiteral("CD20260102030406")), QString());
+    connectTo(bound.window(), m_receiver.get());
+    QTemporaryDir current;
+    const QString before = QDir::currentPath();
+    QVERIFY(QDir(current.path()).mkdir("TempFolder"));
+    QVERIFY(recordtext::write(current.path() + "/TempFolder/of a person.txt", "precious"));
+    QVERIFY(QDir::setCurrent(current.path()));
+    QTest::mouseClick(bound.window()->m_pDisplayBtn, Qt::LeftButton);
+    QVERIFY(QDir::setCurrent(before));
+    QCOMPARE(recordtext::hashes(current.path()).keys(), QStringList{"TempFolder/of a person.txt"});
 }
 
 QTEST_MAIN(tst_ResultFlow)

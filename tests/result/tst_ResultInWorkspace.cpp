@@ -37,6 +37,7 @@ private Q_SLOTS:
     void aResultIsShownAndCanBeMeasured();
     void theNextStartMakesTheNextResult();
     void aResultThatWasClosedKeepsItsName();
+    void aResultOfAnotherWorkspaceKeepsItsName();
     void aResultWhoseFilesAreDamagedIsALeftOver();
     void aResultCanBeAnOperandsNeighbour();
     void launchedAgainTheToolStillMakesOneResult();
@@ -210,6 +211,22 @@ void tst_ResultInWorkspace::aResultThatWasClosedKeepsItsName()
     press();
     QCOMPARE(results(), QStringList({"AB_M20260102030406", "AB_N20260102030406"}));
     QCOMPARE(recordtext::hashes(folder("AB_M20260102030406")), first);
+}
+
+void tst_ResultInWorkspace::aResultOfAnotherWorkspaceKeepsItsName()
+{
+    press();
+    // Another workspace on the same folder made the next one meanwhile.
+    const QString made = folder("AB_N20260102030406");
+    QVERIFY(QDir().mkpath(made));
+    for (const QString &name : QDir(folder("AB_M20260102030406")).entryList(QDir::Files))
+        QVERIFY(QFile::copy(folder("AB_M20260102030406") + name, made + name));
+    for (const char *name : {"ClickInfo.txt", "AnalyzedClickInfo.txt"})
+        QVERIFY(recordtext::change(made + name, "[ClickNumber]: AB_M", "[ClickNumber]: AB_N"));
+    const auto others = recordtext::hashes(made);
+    press();
+    QCOMPARE(results(), QStringList({"AB_M20260102030406", "AB_N20260102030406", "AB_O20260102030406"}));
+    QCOMPARE(recordtext::hashes(made), others);
 }
 
 void tst_ResultInWorkspace::aResultWhoseFilesAreDamagedIsALeftOver()
