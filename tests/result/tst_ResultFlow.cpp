@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include "host/vxapi/view/CVXSMdiSubWindow.h"
 #include "tests/result/FlowFixture.h"
 #include "tests/support/BoxAnswerer.h"
+
+#include <cmath>
 
 /// "Display Result For Measuring" from the press of the button to the loaded dataset.
 class tst_ResultFlow : public FlowFixture
@@ -26,6 +29,9 @@ private Q_SLOTS:
 
     void twoValidClicksAreNeeded_data();
     void twoValidClicksAreNeeded();
+    void operandsThatCannotBeCombinedCannotBePressed();
+    void theUnitIsThatOfThePixels_data();
+    void theUnitIsThatOfThePixels();
     void clickInfoThatFails_data();
     void clickInfoThatFails();
     void analyzedClickInfoThatFails();
@@ -241,6 +247,65 @@ void tst_ResultFlow::twoValidClicksAreNeeded()
     QVERIFY(window()->m_pDisplayBtn->isEnabled());
     press();
     QCOMPARE(requests().size(), 1);
+}
+
+void tst_ResultFlow::operandsThatCannotBeCombinedCannotBePressed()
+{
+    m_bench->bound().show();
+    ClickSpec other;
+    other.clickNumber = QStringLiteral("AB20260102030608");
+    other.fieldOfView = 20.0;
+    QVERIFY(m_bench->bound().study().add(other));
+    QVERIFY(m_bench->bound().study().save());
+    window()->m_pListBoxB->setCurrentRow(2);
+    QCOMPARE(window()->m_pListBoxB->currentItem()->text(), other.clickNumber);
+    press();
+    QVERIFY(requests().isEmpty());
+    QCOMPARE(results(), QStringList());
+    window()->m_pListBoxB->setCurrentRow(1);
+    press();
+    QCOMPARE(requests().size(), 1);
+}
+
+void tst_ResultFlow::theUnitIsThatOfThePixels_data()
+{
+    QTest::addColumn<QString>("window");
+    QTest::newRow("changed while the window is shown") << "shown";
+    QTest::newRow("changed while the window is minimised") << "minimised";
+    QTest::newRow("changed while the window is hidden") << "hidden";
+}
+
+void tst_ResultFlow::theUnitIsThatOfThePixels()
+{
+    QFETCH(QString, window);
+    m_bench->bound().show();
+    CVXSMdiSubWindow *sub = m_bench->bound().subWindow();
+    if (window == "hidden")
+        sub->hideWindow();
+    else if (window == "minimised")
+        sub->showMinimized();
+    QCoreApplication::processEvents();
+    sequence()->setActiveUnit(EUNIT_RADIANCE);
+    if (window == "hidden")
+        sub->showWindow();
+    else if (window == "minimised")
+        sub->showNormal();
+    QCoreApplication::processEvents();
+    press();
+    QCOMPARE(requests().size(), 1);
+    QCOMPARE(
+        recordtext::value(m_bench->resultFile("ClickInfo.txt"), "Graph Controls", "Intensity Calibration"),
+        QString("Radiance (Photons)"));
+    CILImage a;
+    CILImage b;
+    QCOMPARE(m_bench->datasetA()->getCalibratedLuminImage(EUNIT_RADIANCE, &a, "test"), ESTATUS_SUCCESS);
+    QCOMPARE(m_bench->datasetB()->getCalibratedLuminImage(EUNIT_RADIANCE, &b, "test"), ESTATUS_SUCCESS);
+    CILImage result;
+    QCOMPARE(result.loadTIFF(QFile::encodeName(m_bench->resultFile("luminescent.tif")).constData()),
+             EIL_SUCCESS);
+    const double expected = a.pixelAt(5, 6) - 2.5 * b.pixelAt(5, 6);
+    QVERIFY2(std::abs(result.pixelAt(5, 6) - expected) <= 1e-6 * expected,
+             qPrintable(QString("%1, not %2").arg(result.pixelAt(5, 6)).arg(expected)));
 }
 
 void tst_ResultFlow::clickInfoThatFails_data()

@@ -40,6 +40,7 @@ private Q_SLOTS:
     void aResultOfAnotherWorkspaceKeepsItsName();
     void aResultWhoseFilesAreDamagedIsALeftOver();
     void aResultCanBeAnOperandsNeighbour();
+    void aTypedKIsTakenWhenTheButtonIsPressed();
     void launchedAgainTheToolStillMakesOneResult();
 
 private:
@@ -255,6 +256,24 @@ void tst_ResultInWorkspace::aResultCanBeAnOperandsNeighbour()
     QCOMPARE(recordtext::value(folder("AB_M20260102030507") + "ClickInfo.txt", "luminescent image",
                                "Image Math A ClickNumber"),
              QString("AB20260102030507"));
+}
+
+void tst_ResultInWorkspace::aTypedKIsTakenWhenTheButtonIsPressed()
+{
+    QApplication::setActiveWindow(m_fixture->window.get());
+    auto *field = widget<QLineEdit>("m_pKLineEdit");
+    field->setFocus();
+    QVERIFY(field->hasFocus());
+    field->selectAll();
+    QTest::keyClicks(field, "0.25"); // and no Return
+    press();
+    QCOMPARE(field->text(), QString("2.50e-1"));
+    CVXSDataset *result = CVXSDataset::getOpenDataset("AB_M20260102030406");
+    QVERIFY(result);
+    QCOMPARE(result->getCoreImage(EIMAGE_LUMINESCENT)->pixelAt(0, 0), 75.0);
+    QCOMPARE(recordtext::value(folder("AB_M20260102030406") + "ClickInfo.txt", "luminescent image",
+                               "Image Math k"),
+             QString("2.50e-1"));
 }
 
 void tst_ResultInWorkspace::launchedAgainTheToolStillMakesOneResult()
