@@ -6,6 +6,7 @@
 #include "app/DatasetLoader.h"
 #include "app/DisplayMenu.h"
 #include "app/FileMenu.h"
+#include "app/HowMadePanel.h"
 #include "app/LogPane.h"
 #include "app/LooseDatasets.h"
 #include "app/PluginManager.h"
@@ -134,6 +135,12 @@ void MainWindow::makeViewMenu()
     log->setObjectName(QStringLiteral("actionLogPane"));
     log->setText(tr("Log &Pane"));
     menu->addAction(log);
+
+    auto *howMade = new HowMadePanel(m_recent, this);
+    addDockWidget(Qt::RightDockWidgetArea, howMade);
+    howMade->hide();
+    menu->addAction(howMade->toggleViewAction());
+    connect(m_workspace, &CVXSWorkspace::activeChildChanged, howMade, &HowMadePanel::setActiveChild);
 }
 
 void MainWindow::makeToolsMenu()

@@ -131,8 +131,10 @@ public:
     EILSTATUS loadTIFF(const char *path);
     /// Whether loadTIFF() would accept the header of that file; no pixel is read.
     static EILSTATUS checkTIFF(const char *path);
-    /// "file: reason" of the last loadTIFF(), checkTIFF(), saveTIFF() or saveAsTIFF() of any image that
-    /// failed.
+    /// Reads the description of such a file without its pixels, which may be damaged; empty when it has none.
+    /// A failure leaves `description` as it was.
+    static EILSTATUS loadDescription(const char *path, std::string *description);
+    /// "file: reason" of the last reading or writing of a file by any image that failed.
     static const std::string &lastError();
     /// Largest number of pixels that loadTIFF() accepts; 2^30 unless set.
     static void setPixelLimit(std::uint64_t pixels);

@@ -45,6 +45,11 @@ EILSTATUS CILImage::checkTIFF(const char *path)
     return il::checkTiff(path, s_pixelLimit);
 }
 
+EILSTATUS CILImage::loadDescription(const char *path, std::string *description)
+{
+    return il::readTiffDescription(path, *description);
+}
+
 const std::string &CILImage::lastError()
 {
     return il::lastFileError();

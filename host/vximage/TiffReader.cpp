@@ -229,33 +229,45 @@ private:
     Layout m_layout;
 };
 
-/// Opens the file and lets `use` read from it.
-template <typename Use>
-EILSTATUS withReader(const char *path, const Use &use)
+/// Opens a file for reading and returns its size; fails by throwing Failure.
+std::uint64_t openFile(TiffHandle &tiff, const char *path)
 {
-    const std::string name = path ? path : "";
+    const bool isNamed = path && *path;
     struct stat info;
-    if (name.empty() || stat(path, &info) != 0) {
-        const int error = name.empty() ? ENOENT : errno;
-        return fileError(error == EACCES ? EIL_FILE_NOT_READABLE : EIL_FILE_NOT_FOUND, name,
-                         std::strerror(error));
+    if (!isNamed || stat(path, &info) != 0) {
+        const int error = isNamed ? errno : ENOENT;
+        throw Failure{error == EACCES ? EIL_FILE_NOT_READABLE : EIL_FILE_NOT_FOUND, std::strerror(error)};
     }
     if (!S_ISREG(info.st_mode)) // opening a pipe would wait for ever
-        return fileError(EIL_FILE_NOT_READABLE, name, "not a file");
+        throw Failure{EIL_FILE_NOT_READABLE, "not a file"};
     if (access(path, R_OK) != 0)
-        return fileError(EIL_FILE_NOT_READABLE, name, std::strerror(errno));
+        throw Failure{EIL_FILE_NOT_READABLE, std::strerror(errno)};
+    if (!tiff.open(path, "r"))
+        throw Failure{EIL_FILE_DAMAGED, "not a TIFF file, or damaged: " + tiff.error("it cannot be opened")};
+    return std::uint64_t(info.st_size);
+}
+
+std::string descriptionOf(const TiffHandle &tiff)
+{
+    const char *text = nullptr;
+    const bool isDescribed = TIFFGetField(tiff.get(), TIFFTAG_IMAGEDESCRIPTION, &text) && text;
+    return isDescribed ? text : "";
+}
+
+/// Opens the file and hands it to `use(tiff, size of the file)`; what that throws becomes the status.
+template <typename Use>
+EILSTATUS withFile(const char *path, const Use &use)
+{
+    const std::string name = path ? path : "";
     TiffHandle tiff;
     try {
-        if (!tiff.open(path, "r"))
-            return fileError(EIL_FILE_DAMAGED, name,
-                             "not a TIFF file, or damaged: " + tiff.error("it cannot be opened"));
-        Reader reader(tiff, std::uint64_t(info.st_size));
-        use(reader, tiff);
+        const std::uint64_t size = openFile(tiff, path);
+        use(tiff, size);
         return EIL_SUCCESS;
     } catch (const Failure &failure) {
         return fileError(failure.status, name, failure.reason);
     } catch (const std::bad_alloc &) {
-        return fileError(EIL_NO_MEMORY, name, "there is not enough memory for its pixels");
+        return fileError(EIL_NO_MEMORY, name, "there is not enough memory for it");
     }
 }
 
@@ -263,18 +275,22 @@ EILSTATUS withReader(const char *path, const Use &use)
 
 EILSTATUS readTiff(const char *path, std::uint64_t pixelLimit, StorePtr &pixels, std::string &description)
 {
-    return withReader(path, [&](Reader &reader, TiffHandle &tiff) {
-        StorePtr read = reader.read(pixelLimit);
-        const char *text = nullptr;
-        const bool isDescribed = TIFFGetField(tiff.get(), TIFFTAG_IMAGEDESCRIPTION, &text) && text;
-        description = isDescribed ? text : "";
+    return withFile(path, [&](TiffHandle &tiff, std::uint64_t size) {
+        StorePtr read = Reader(tiff, size).read(pixelLimit);
+        description = descriptionOf(tiff);
         pixels = std::move(read);
     });
 }
 
 EILSTATUS checkTiff(const char *path, std::uint64_t pixelLimit)
 {
-    return withReader(path, [&](Reader &reader, TiffHandle &) { reader.readHeader(pixelLimit); });
+    return withFile(path,
+                    [&](TiffHandle &tiff, std::uint64_t size) { Reader(tiff, size).readHeader(pixelLimit); });
+}
+
+EILSTATUS readTiffDescription(const char *path, std::string &description)
+{
+    return withFile(path, [&](TiffHandle &tiff, std::uint64_t) { description = descriptionOf(tiff); });
 }
 
 } // namespace il

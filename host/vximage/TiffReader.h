@@ -13,5 +13,7 @@ namespace il {
 EILSTATUS readTiff(const char *path, std::uint64_t pixelLimit, StorePtr &pixels, std::string &description);
 /// Whether readTiff() would go as far as the pixels: it reads the header alone.
 EILSTATUS checkTiff(const char *path, std::uint64_t pixelLimit);
+/// Reads the description of the first page alone, without its pixels; empty when the file has none.
+EILSTATUS readTiffDescription(const char *path, std::string &description);
 
 } // namespace il

@@ -3,10 +3,11 @@
 
 #include "host/vxapi/vxapi_global.h"
 
-#include <memory>
 #include <QPolygonF>
 #include <QRectF>
 #include <QString>
+#include <QStringList>
+#include <QVector>
 
 enum EROISHAPE {
     EROI_RECTANGLE = 0,
@@ -27,6 +28,13 @@ struct tagROIInfo
     QRectF boundingBox; ///< [cm]
 };
 
+/// A stretch of a row that belongs to an ROI: from <= x < to [cm].
+struct SRoiSpan
+{
+    double from;
+    double to;
+};
+
 /// A region of interest in centimetres of the field of view: (0, 0) is the upper left corner of the image's
 /// first pixel, x to the right, y down. So an ROI covers the same tissue in a dataset of another binning.
 ///
@@ -39,6 +47,10 @@ struct tagROIInfo
 class VXAPI_EXPORT CROIBase
 {
 public:
+    /// More are refused by the manager: no hand draws them, and measuring would not end.
+    static constexpr int MAX_CORNERS = 100000;
+    static constexpr int MAX_CELLS = 10000;
+
     /// Rectangle or ellipse in that box [cm]; the box is normalised.
     CROIBase(EROISHAPE shape, EROIKIND kind, const QRectF &box);
     /// Polygon or free-hand outline [cm]; closed without repeating the first corner.
@@ -59,6 +71,13 @@ public:
 
     /// Whether that place [cm] belongs to the ROI.
     bool contains(const QPointF &place) const;
+    /// What belongs to the ROI of the row at that height [cm], from left to right, without overlap. This is
+    /// the one definition of the shapes: contains() and the statistics follow it.
+    QVector<SRoiSpan> spansAt(double y) const;
+    /// Why the ROI cannot be kept, for people: no area, a coordinate that is not finite, too many corners or
+    /// cells. Null when it can.
+    QString complaint() const;
+
     /// Shifts the ROI by that much [cm].
     void translate(const QPointF &by);
     /// Moves and scales the ROI into that box [cm] (normalised); an empty box changes nothing.
@@ -66,8 +85,14 @@ public:
     /// A cell of a grid as a rectangle ROI, named "<name> [row, column]" counted from 1; row and column from
     /// 0.
     CROIBase cell(int row, int column) const;
+    /// Names of a grid's cells, row by row; empty for the others.
+    QStringList cellNames() const;
 
 private:
+    bool isOutlined() const { return m_shape == EROI_POLYGON || m_shape == EROI_FREEHAND; }
+    QVector<SRoiSpan> ellipseSpansAt(double y) const;
+    QVector<SRoiSpan> outlineSpansAt(double y) const;
+
     QString m_name;
     EROISHAPE m_shape;
     EROIKIND m_kind;

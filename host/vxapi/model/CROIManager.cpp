@@ -1,70 +1,241 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/CROIManager.h"
 
-class CROIManager::Private
-{
-};
+#include "host/vxapi/model/CROIManager_p.h"
+#include "host/vxapi/model/CRoiMeasurementManager.h"
+#include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxutils/CVXSLog.h"
 
-CROIManager::CROIManager(CVXSDataset *) {}
+#include <algorithm>
+
+CROIManager::CROIManager(CVXSDataset *dataset) : d(std::make_unique<Private>(dataset))
+{
+    if (!dataset)
+        return;
+    connect(dataset, &CVXSDataset::unitChanged, this, &CROIManager::setAllMeasurementsInvalid);
+    connect(dataset, &CVXSDataset::calibrationChanged, this, &CROIManager::setAllMeasurementsInvalid);
+}
+
 CROIManager::~CROIManager() = default;
+
+// --- look up ---
+
 QList<CROIBase *> CROIManager::rois() const
 {
-    return {};
+    QList<CROIBase *> list;
+    for (const auto &roi : d->rois)
+        list += roi.get();
+    return list;
 }
-void CROIManager::getAllBkgROINames(QStringList *) const {}
-void CROIManager::getAllMeasurementROINamesExceptGridROI(QStringList *) const {}
-bool CROIManager::getROI(const QString &, CROIBase *&roi) const
+
+void CROIManager::getAllBkgROINames(QStringList *names) const
+{
+    names->clear();
+    for (const auto &roi : d->rois) {
+        if (roi->kind() == EROI_BACKGROUND)
+            *names += roi->name();
+    }
+}
+
+void CROIManager::getAllMeasurementROINamesExceptGridROI(QStringList *names) const
+{
+    names->clear();
+    for (const auto &roi : d->rois) {
+        if (roi->kind() == EROI_MEASUREMENT && roi->shape() != EROI_GRID)
+            *names += roi->name();
+    }
+}
+
+bool CROIManager::getROI(const QString &name, CROIBase *&roi) const
 {
     roi = nullptr;
-    return false;
+    for (const auto &candidate : d->rois) {
+        if (candidate->name() == name)
+            roi = candidate.get();
+    }
+    return roi;
 }
-void CROIManager::selectROI(CROIBase *, bool) {}
+
+// --- selection ---
+
+void CROIManager::selectROI(CROIBase *roi, bool add)
+{
+    QList<CROIBase *> selected = add ? d->selected : QList<CROIBase *>();
+    if (d->owns(roi)) {
+        selected.removeAll(roi);
+        selected += roi;
+    }
+    if (selected == d->selected)
+        return;
+    d->selected = selected;
+    Q_EMIT selectionChanged();
+}
+
 QList<CROIBase *> CROIManager::selectedROIs() const
 {
-    return {};
+    return d->selected;
 }
+
 CROIBase *CROIManager::selectedROI() const
 {
-    return nullptr;
+    return d->selected.isEmpty() ? nullptr : d->selected.last();
 }
-bool CROIManager::getSelectedROIProps(tagROIInfo *) const
+
+bool CROIManager::getSelectedROIProps(tagROIInfo *info) const
 {
-    return false;
+    const CROIBase *roi = selectedROI();
+    if (!roi || !info)
+        return false;
+    info->name = roi->name();
+    info->shape = roi->shape();
+    info->kind = roi->kind();
+    info->boundingBox = roi->boundingBox();
+    return true;
 }
-void CROIManager::selectLastCreatedROI() {}
-CROIBase *CROIManager::addROI(const CROIBase &)
+
+void CROIManager::selectLastCreatedROI()
 {
-    return nullptr;
+    selectROI(d->lastCreated, false);
 }
-bool CROIManager::renameROI(CROIBase *, const QString &)
+
+// --- change ---
+
+CROIBase *CROIManager::addROI(const CROIBase &roi)
 {
-    return false;
+    d->lastCreated = nullptr;
+    const QString complaint = roi.complaint();
+    if (!complaint.isNull()) {
+        vxLog(2, tr("%1: the ROI is not added: %2").arg(d->place(), complaint));
+        return nullptr;
+    }
+    CROIBase named(roi);
+    d->giveFreeName(&named);
+    d->lastCreated = d->append(named);
+    changed();
+    return d->lastCreated;
 }
-void CROIManager::setROIKind(CROIBase *, EROIKIND) {}
-void CROIManager::moveROI(CROIBase *, const QPointF &) {}
-void CROIManager::setROIBox(CROIBase *, const QRectF &) {}
+
+bool CROIManager::renameROI(CROIBase *roi, const QString &name)
+{
+    if (!d->owns(roi) || name.trimmed().isEmpty())
+        return false;
+    if (roi->name() == name)
+        return true;
+    const QStringList before = Private::namesOf(*roi);
+    CROIBase renamed(*roi);
+    renamed.setName(name);
+    d->release(*roi); // its own name is free for it in other letters
+    const bool isFree = d->isFree(renamed);
+    if (isFree)
+        roi->setName(name);
+    d->claim(*roi);
+    if (!isFree)
+        return false;
+    if (CRoiMeasurementManager *records = d->records())
+        records->rename(d->clickNumber(), before, Private::namesOf(*roi));
+    changed();
+    return true;
+}
+
+void CROIManager::setROIKind(CROIBase *roi, EROIKIND kind)
+{
+    if (!d->owns(roi) || roi->kind() == kind)
+        return;
+    roi->setKind(kind);
+    setMeasurementInvalid(roi);
+    changed();
+}
+
+void CROIManager::moveROI(CROIBase *roi, const QPointF &by)
+{
+    if (!d->owns(roi))
+        return;
+    CROIBase moved(*roi);
+    moved.translate(by);
+    reshape(roi, moved);
+}
+
+void CROIManager::setROIBox(CROIBase *roi, const QRectF &box)
+{
+    if (!d->owns(roi))
+        return;
+    CROIBase moved(*roi);
+    moved.setBoundingBox(box);
+    reshape(roi, moved);
+}
+
+void CROIManager::reshape(CROIBase *roi, const CROIBase &reshaped)
+{
+    const QString complaint = reshaped.complaint();
+    if (!complaint.isNull()) {
+        vxLog(2, tr("%1: ROI \"%2\" stays as it is: %3").arg(d->place(), roi->name(), complaint));
+        return;
+    }
+    if (Private::isSameShape(*roi, reshaped))
+        return;
+    *roi = reshaped;
+    setMeasurementInvalid(roi);
+    changed();
+}
+
 bool CROIManager::removeROIObject()
 {
-    return false;
+    if (d->selected.isEmpty())
+        return false;
+    QStringList names;
+    for (const CROIBase *roi : qAsConst(d->selected))
+        names += Private::namesOf(*roi);
+    d->removeSelected();
+    if (CRoiMeasurementManager *records = d->records())
+        records->remove(d->clickNumber(), names);
+    Q_EMIT selectionChanged();
+    changed();
+    return true;
 }
+
+void CROIManager::changed()
+{
+    if (d->dataset)
+        d->dataset->setModified(true);
+    Q_EMIT roisChanged();
+}
+
+// --- the host's ROI clipboard ---
+
 bool CROIManager::copyROIObject()
 {
-    return false;
+    const CROIBase *roi = selectedROI();
+    Private::clipboard() = roi ? std::optional<CROIBase>(*roi) : std::nullopt;
+    return roi;
 }
-bool CROIManager::pasteROIObject(bool)
+
+bool CROIManager::pasteROIObject(bool shifted)
 {
-    return false;
+    d->lastCreated = nullptr;
+    if (!hasCopy())
+        return false;
+    CROIBase roi(*Private::clipboard());
+    if (shifted)
+        d->shift(&roi);
+    return addROI(roi);
 }
+
 bool CROIManager::hasCopy()
 {
-    return false;
+    return Private::clipboard().has_value();
 }
-void CROIManager::setMeasurementInvalid(CROIBase *) {}
-void CROIManager::setAllMeasurementsInvalid() {}
-void CROIManager::readSection(const CPLSection *) {}
-void CROIManager::writeSection(CPLSection *) const {}
-bool CROIManager::isModified() const
+
+// --- measurement ---
+
+void CROIManager::setMeasurementInvalid(CROIBase *roi)
 {
-    return false;
+    CRoiMeasurementManager *records = d->records();
+    if (records && d->owns(roi))
+        records->invalidate(d->clickNumber(), Private::namesOf(*roi));
 }
-void CROIManager::markSaved() {}
+
+void CROIManager::setAllMeasurementsInvalid()
+{
+    if (CRoiMeasurementManager *records = d->records())
+        records->invalidate(d->clickNumber(), d->allNames());
+}

@@ -42,7 +42,9 @@ public:
     CROIBase *selectedROI() const;
     /// False, and the record untouched, when nothing is selected.
     bool getSelectedROIProps(tagROIInfo *info) const;
-    /// Selects the ROI that was made (drawn, added or pasted) last; nothing when there is none.
+    /// Selects the ROI that was made (drawn, added or pasted) last; nothing when there is none: what was read
+    /// from a file was not made now, and after a paste that failed, or when the last made one was removed,
+    /// an earlier ROI must not be taken for it.
     void selectLastCreatedROI();
 
     // --- change ---
@@ -81,8 +83,10 @@ public:
     /// Reads the ROIs of an "ROIs" section (null: none), replacing those there are. Damaged entries are left
     /// out with a log line; the dataset's modified flag is not touched.
     void readSection(const CPLSection *section);
+    /// Appends the ROIs, then the entries that could not be read, as they were.
     void writeSection(CPLSection *section) const;
-    /// Whether ROIs were changed since they were read or saved.
+    /// Whether the ROIs differ from what was read or saved last; not so for one that was pasted and removed
+    /// again.
     bool isModified() const;
     void markSaved();
 
@@ -92,6 +96,10 @@ Q_SIGNALS:
     void selectionChanged();
 
 private:
+    void changed();
+    /// Takes over that shape, if it can be kept and is another.
+    void reshape(CROIBase *roi, const CROIBase &reshaped);
+
     class Private;
     std::unique_ptr<Private> d;
 };

@@ -4,8 +4,13 @@
 #include "host/vxapi/model/RoiStatistics.h"
 #include "host/vxapi/model/VXTypes.h"
 
+#include <functional>
+#include <map>
+#include <memory>
 #include <QObject>
+#include <QStringList>
 #include <QVector>
+#include <vector>
 
 /// One measurement of one ROI (of a grid: of the whole; its cells have records of their own, named as the
 /// cells are).
@@ -29,7 +34,7 @@ public:
     SRoiStatistics counts;                ///< of the image in camera counts
     SRoiStatistics calibrated;            ///< of the image in `unit`
     double calibratedTotal = 0.0;
-    double area = 0.0;    ///< pixels of the ROI times a pixel's area [cm^2]
+    double area = 0.0;    ///< pixels of the ROI, finite or not, times a pixel's area [cm^2]
     bool isValid = false; ///< false: out of date (the ROI, the unit or the pixels changed since)
 };
 
@@ -54,13 +59,20 @@ public:
     const SRoiMeasDisplayEntry *findMeasInfoForId(const QString &datasetText, const QString &roiName) const;
     QList<const CRoiMeasInfo *> getRoiMeasInfoList() const;
 
-    // For the host: datasets and their ROI managers.
+    // For the host: datasets and their ROI managers. Those with lists do it at once and announce it once.
 
+    /// Whether there is a record of that ROI and nothing changed since it was measured.
+    bool isUpToDate(const QString &clickNumber, const QString &roiName) const;
     /// Puts the record in the place of the one of the same dataset and ROI, or appends it.
     void store(const CRoiMeasInfo &record);
+    void store(const QVector<CRoiMeasInfo> &records);
     void invalidate(const QString &clickNumber, const QString &roiName);
+    void invalidate(const QString &clickNumber, const QStringList &roiNames);
+    /// A record that has the new name already is of an ROI that is gone, and goes.
     void rename(const QString &clickNumber, const QString &from, const QString &to);
+    void rename(const QString &clickNumber, const QStringList &from, const QStringList &to);
     void remove(const QString &clickNumber, const QString &roiName);
+    void remove(const QString &clickNumber, const QStringList &roiNames);
     void removeDataset(const QString &clickNumber);
 
 Q_SIGNALS:
@@ -70,6 +82,13 @@ Q_SIGNALS:
 private:
     CRoiMeasurementManager();
 
-    QVector<CRoiMeasInfo> m_records;
-    mutable SRoiMeasDisplayEntry m_found;
+    CRoiMeasInfo *recordOf(const QString &clickNumber, const QString &roiName);
+    /// Removes records of a dataset.
+    void drop(const QString &clickNumber, const std::function<bool(const CRoiMeasInfo &)> &isGone);
+    void enter(std::size_t index);
+    void rebuildEntries();
+
+    // Both stay where they are while others come: callers hold several of them at a time.
+    std::vector<std::unique_ptr<CRoiMeasInfo>> m_records;
+    std::map<std::pair<QString, QString>, SRoiMeasDisplayEntry> m_entries; ///< by click number and ROI
 };

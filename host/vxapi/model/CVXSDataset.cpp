@@ -3,6 +3,7 @@
 
 #include "host/vxapi/model/ClickInfoKeys.h"
 #include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/CRoiMeasurementManager.h"
 #include "host/vxapi/model/CVXSDataset_p.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/model/DatasetFiles.h"
@@ -46,8 +47,18 @@ CVXSDataset::CVXSDataset(const QString &clickNumber, QObject *parent)
 
 CVXSDataset::~CVXSDataset()
 {
-    if (registry().value(d->clickNumber) == this)
+    const bool isRegistered = registry().value(d->clickNumber) == this;
+    const bool leavesRecords = isRegistered || (d->hasRecords && ownsRecords());
+    if (isRegistered)
         registry().remove(d->clickNumber);
+    if (leavesRecords)
+        CRoiMeasurementManager::getRoiMeasurementManager()->removeDataset(d->clickNumber);
+}
+
+bool CVXSDataset::ownsRecords() const
+{
+    const CVXSDataset *registered = registry().value(d->clickNumber);
+    return !registered || registered == this;
 }
 
 // --- the open datasets ---

@@ -138,7 +138,9 @@ public:
     /// all of them, or (false) those without a record that is up to date. A dataset whose luminescent image
     /// or field of view is missing, or cannot be had in its unit, gets a status and a log line of level 3,
     /// and loses its records: none of them tells the image as it is now. Without ROIs there is nothing to do
-    /// and the status is 0.
+    /// and the status is 0. A dataset in whose place another one of its click number is registered cannot be
+    /// measured: the records tell of that one. Where counts cannot be had but the unit can, the records say
+    /// so (CRoiMeasInfo::primaryROIStatistic()).
     ESTATUS MeasureROIAndMakeMeasRecords(bool all);
 
     // --- display ---
@@ -160,6 +162,11 @@ Q_SIGNALS:
     void displayChanged();
 
 private:
+    /// The measurement records of a click number tell of the registered dataset; without one, of the one that
+    /// was measured.
+    bool ownsRecords() const;
+
+    friend class CROIManager;
     friend class CVXSSequenceDataset;
     class Private;
     std::unique_ptr<Private> d;

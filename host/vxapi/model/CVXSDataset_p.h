@@ -2,13 +2,26 @@
 #pragma once
 
 #include "host/vxapi/model/CalibratedImages.h"
+#include "host/vxapi/model/CROIManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/DatasetImages.h"
 #include "host/vxparser/CPLClickInfo.h"
 
 #include <QPointer>
 
+class CRoiMeasInfo;
 class CVXSSequenceDataset;
+
+/// Names what was measured last, so that pixels changed in place are noticed.
+struct SMeasuredContent
+{
+    std::uint64_t calibrated = 0; ///< CILImage::contentId()
+    std::uint64_t counts = 0;
+    double pixelSize = 0.0;
+
+    /// False when someone may be writing the pixels.
+    bool isOf(const SMeasuredContent &now) const;
+};
 
 /// The inside of a dataset. ClickInfo is read whenever a key is needed, so nothing here repeats what it says.
 class CVXSDataset::Private
@@ -40,6 +53,26 @@ public:
     ESTATUS saveAnalyzed(const QString &target, QString *error) const;
     ESTATUS copyOtherFiles(const QString &target, QString *error) const;
 
+    /// Where the ROIs of the present folder are; empty without folder.
+    QString roiFile() const;
+    void readRois();
+    /// Whether AnalyzedClickInfo.txt of the present folder tells other ROIs than there are.
+    bool areRoisToBeWritten() const;
+    /// The record of that file (which may be missing) with the ROIs that there are.
+    ESTATUS analyzedWithRois(const QString &file, CPLClickInfo *analyzed, QString *error) const;
+    void markRoisSaved();
+    /// What ROIs are measured in.
+    struct SMeasuredImages
+    {
+        CILImage calibrated;    ///< in the dataset's unit
+        CILImage counts;        ///< empty when it cannot be had
+        double pixelSize = 0.0; ///< [cm]
+
+        SMeasuredContent content() const { return {calibrated.contentId(), counts.contentId(), pixelSize}; }
+    };
+    ESTATUS imagesToMeasure(const CVXSDataset &dataset, SMeasuredImages *measured, QString *error);
+    CRoiMeasInfo measure(const SMeasuredImages &measured, const CROIBase &roi) const;
+
     QString clickNumber;
     QString folder; ///< ends in "/", or empty
     bool isOnDisk = false;
@@ -57,4 +90,9 @@ public:
     tag_edisplayunit unit = EUNIT_COUNTS;
     CVXSToolInfo toolInfo;
     tag_ecolortable colorTable = VXS_CT_RAINBOW;
+
+    std::unique_ptr<CROIManager> rois; ///< from its first use on
+    QString roisOf;                    ///< the file that they were read from or saved to
+    bool hasRecords = false;
+    SMeasuredContent measured;
 };

@@ -89,6 +89,7 @@ ESTATUS CVXSDataset::saveDatasetAs(const QString &folder)
     d->isModified = false;
     d->isImageMathToBeSaved = false;
     d->images.markSaved();
+    d->markRoisSaved();
     return ESTATUS_SUCCESS;
 }
 
@@ -140,15 +141,17 @@ ESTATUS CVXSDataset::Private::copyOtherFiles(const QString &target, QString *err
 ESTATUS CVXSDataset::Private::saveAnalyzed(const QString &target, QString *error) const
 {
     const QString name = QString::fromLatin1(FILE_ANALYZED_CLICK_INFO);
-    if (!folder.isEmpty() && QFileInfo(folder + name).isFile()) {
+    const bool isThere = !folder.isEmpty() && QFileInfo(folder + name).isFile();
+    if (isThere && !areRoisToBeWritten()) {
         return datasetfiles::isSame(folder, target)
                    ? ESTATUS_SUCCESS
                    : datasetfiles::copyFile(folder + name, target + name, error);
     }
     CPLClickInfo analyzed;
-    ensureSection(&analyzed, SECTION_CLICK_NUMBER)->setSectionName(clickNumber);
-    ensureSection(&analyzed, SECTION_ROIS);
-    const ESTATUS status = analyzed.saveClickInfo(target + name);
+    ESTATUS status = analyzedWithRois(isThere ? folder + name : QString(), &analyzed, error);
+    if (status != ESTATUS_SUCCESS)
+        return status;
+    status = analyzed.saveClickInfo(target + name);
     if (status != ESTATUS_SUCCESS)
         *error = analyzed.lastError();
     return status;

@@ -57,6 +57,10 @@ constexpr char KEY_FLATFIELD_CORRECTED[] =
     "Flat Field Corrected"; ///< "1": corrected already in the stored pixels
 constexpr char KEY_FL_BACKGROUND_CORRECTED[] = "FL Background Corrected";
 constexpr char KEY_MATH_OPERATION[] = "Image Math Operation"; ///< its presence marks a result of image math
+constexpr char KEY_MATH_K[] = "Image Math k";                 ///< as it was typed or shown
+constexpr char KEY_MATH_A[] = "Image Math A ClickNumber";
+constexpr char KEY_MATH_B[] = "Image Math B ClickNumber";
+constexpr char KEY_MATH_PHOTOGRAPH[] = "Image Math Photo ClickNumber"; ///< absent: without photograph
 
 // --- "Camera System Info" ---
 constexpr char KEY_GAIN[] = "Electrons Per Count";              ///< g [e-/count], above 0
@@ -75,6 +79,22 @@ constexpr char KEY_COLOR_TABLE_MIN[] = "Color Table Min";
 constexpr char KEY_COLOR_TABLE_MAX[] = "Color Table Max";
 constexpr char KEY_BRIGHTNESS[] = "Brightness"; ///< whole number
 constexpr char KEY_GAMMA[] = "Gamma";
+
+// --- "ROIs" of AnalyzedClickInfo.txt: a pair an ROI, its key is the name, the value "kind shape; fields" ---
+constexpr char ROI_MEASUREMENT[] = "measurement";
+constexpr char ROI_BACKGROUND[] = "background";
+constexpr char ROI_RECTANGLE[] = "rectangle";
+constexpr char ROI_ELLIPSE[] = "ellipse";
+constexpr char ROI_POLYGON[] = "polygon";
+constexpr char ROI_FREEHAND[] = "free-hand";
+constexpr char ROI_GRID[] = "grid";
+constexpr char ROI_LEFT[] = "left";       ///< of the box, from the image's left edge [cm]
+constexpr char ROI_TOP[] = "top";         ///< of the box, from the image's upper edge, downwards [cm]
+constexpr char ROI_WIDTH[] = "width";     ///< [cm], above 0
+constexpr char ROI_HEIGHT[] = "height";   ///< [cm], above 0
+constexpr char ROI_ROWS[] = "rows";       ///< of a grid, 1 or more
+constexpr char ROI_COLUMNS[] = "columns"; ///< of a grid, 1 or more
+constexpr char ROI_CORNERS[] = "corners"; ///< of polygon and free-hand: "x y, x y, ..." [cm]
 
 // --- SequenceInfo.txt ---
 constexpr char SECTION_SEQUENCE[] = "Sequence";            ///< its name is the sequence ID

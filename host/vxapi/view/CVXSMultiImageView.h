@@ -11,6 +11,7 @@
 
 class CILImage;
 class CVXSTextTag;
+class ViewDecoration;
 
 /// Several images with colour bars and text tags over them.
 ///
@@ -45,6 +46,13 @@ public:
     bool addImage(CILImage *image, bool unused, const QString &caption, int flags);
     /// Replaces a slot's image (null empties it). False when there is no such slot.
     bool setImageAt(CILImage *image, bool unused, int slot, const QString &caption, int flags);
+    /// Puts an image beneath that of a slot; both have the same centre, and the slot's place holds both. Of
+    /// the slot's image, pixels at or below the lower limit of its palette are then not drawn, and the others
+    /// with the given opacity; one that is not finite keeps its own colour, opaque. Without image in the
+    /// slot nothing is drawn. False when there is no such slot.
+    bool setUnderlay(int slot, const SImageUnderlay &underlay);
+    /// Brightness and gamma of a slot's image; meant for photographs, a colour bar knows nothing of it.
+    bool setImageTone(int slot, const SPictureTone &tone);
     CILImage *imageAt(int slot) const;
     int slotCount() const;
 
@@ -67,6 +75,11 @@ public:
     void removeTextTag(CVXSTextTag *tag);
     void setShowTextTag(bool on);
 
+    /// Something that paints over the images and below bars and tags. It belongs to the caller and must live
+    /// as long as it is in the view. Call update() when it would paint something else.
+    void addDecoration(ViewDecoration *decoration);
+    void removeDecoration(ViewDecoration *decoration);
+
     /// The picture as it stands, at the widget's size times the screen's pixel ratio.
     void getImage(QImage &image) const;
     /// The same picture painted by the raster engine.
@@ -75,6 +88,10 @@ public:
     bool isOpenGL() const;
     /// How often pixels were read and handed to the painter: once per change of image.
     int uploadCount() const;
+    /// Where the image of a slot is painted: device-independent pixels of the view, with the fractions that
+    /// whole device pixels make. Empty where there is no image. Pixel (x, y) of a w x h image starts at
+    /// topLeft + (x / w * width, y / h * height).
+    QRectF imagePlace(int slot) const;
     /// Which pixel of which image stands at a place in the view (device-independent pixels); false where
     /// there is none.
     bool pixelAt(const QPoint &place, int *slot, QPoint *pixel) const;

@@ -33,6 +33,8 @@ uniform float span;
 uniform float high;
 uniform float middle;
 uniform vec4 notFinite;
+uniform float opacity;
+uniform bool lowIsTransparent;
 out vec4 color;
 
 float position(float value)
@@ -49,10 +51,13 @@ void main()
     ivec2 at = ivec2(gl_FragCoord.xy) - targetOrigin;
     at.y = targetSize.y - 1 - at.y;
     float value = texelFetch(pixels, ((2 * at + 1) * levelSize) / (2 * targetSize), level).r;
-    if ((floatBitsToUint(value) & 0x7f800000u) == 0x7f800000u)
+    if ((floatBitsToUint(value) & 0x7f800000u) == 0x7f800000u) {
         color = notFinite;
-    else
-        color = texelFetch(table, ivec2(int(position(value) * 255.0 + 0.5), 0), 0);
+        return;
+    }
+    float at01 = position(value);
+    float alpha = lowIsTransparent && at01 <= 0.0 ? 0.0 : opacity;
+    color = vec4(texelFetch(table, ivec2(int(at01 * 255.0 + 0.5), 0), 0).rgb * alpha, alpha);
 }
 )";
 
@@ -173,7 +178,7 @@ void GlPicture::paintItem(const SPictureItem &item, int pictureHeight)
 
     uchar bytes[256 * 4];
     uchar *byte = bytes;
-    for (const CILPalette::Rgb color : item.palette.table()) {
+    for (const CILPalette::Rgb color : item.table) {
         *byte++ = uchar(qRed(color));
         *byte++ = uchar(qGreen(color));
         *byte++ = uchar(qBlue(color));
@@ -208,8 +213,15 @@ void GlPicture::paintItem(const SPictureItem &item, int pictureHeight)
     set("high", scale.high);
     set("middle", scale.middle);
     set("notFinite", QColor(QRgb(CILPalette::notFiniteColor())));
+    set("opacity", float(item.alpha) / 255.0f);
+    set("lowIsTransparent", item.isLowTransparent);
     glViewport(target.x(), bottom, target.width(), target.height());
+    if (!item.isOpaque()) {
+        glEnable(GL_BLEND);
+        glBlendFunc(GL_ONE, GL_ONE_MINUS_SRC_ALPHA);
+    }
     glDrawArrays(GL_TRIANGLE_STRIP, 0, 4);
+    glDisable(GL_BLEND);
 }
 
 void GlPicture::paintOverlay(const QImage &overlay)

@@ -2,6 +2,7 @@
 #include "host/vxapi/view/OverlayPainter.h"
 
 #include "host/vxapi/view/ColorbarPainter.h"
+#include "host/vxapi/view/ViewDecoration.h"
 
 #include <algorithm>
 #include <QFontMetricsF>
@@ -86,6 +87,11 @@ QImage paintOverlay(const SOverlayContent &content)
     overlay.fill(Qt::transparent);
     QPainter painter(&overlay);
     paintFrames(painter, content);
+    for (ViewDecoration *decoration : content.decorations) {
+        painter.save();
+        decoration->paintOver(painter);
+        painter.restore();
+    }
     ColorbarPainter bars(painter, content.scale);
     for (const SOverlayBar &bar : content.bars)
         bars.paint(bar.rect, bar.palette);

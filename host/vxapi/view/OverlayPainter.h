@@ -8,6 +8,8 @@
 #include <QStringList>
 #include <QVector>
 
+class ViewDecoration;
+
 /// A text tag as it is to be painted.
 struct SOverlayTag
 {
@@ -32,6 +34,7 @@ struct SOverlayContent
     double scale = 1.0;         ///< device-independent pixels for one object unit
     QVector<QRect> emptyPlaces; ///< device pixels
     QVector<QRect> images;      ///< device pixels
+    QVector<ViewDecoration *> decorations;
     QVector<SOverlayBar> bars;
     QVector<SOverlayTag> tags;
 };

@@ -4,6 +4,7 @@
 #include "host/vxapi/view/ImagePyramid.h"
 #include "host/vximage/CILPalette.h"
 
+#include <array>
 #include <QRect>
 #include <QRgb>
 #include <QSize>
@@ -14,8 +15,12 @@ struct SPictureItem
 {
     int slot = 0;
     const ImagePyramid *pyramid = nullptr;
-    CILPalette palette;
-    QRect target; ///< device pixels
+    CILPalette palette;                       ///< maps a value to its position in the table
+    std::array<CILPalette::Rgb, 256> table{}; ///< the colours, from lower to upper limit
+    QRect target;                             ///< device pixels
+    int alpha = 255;               ///< of finite pixels, 0 to 255; what is not finite is always opaque
+    bool isLowTransparent = false; ///< pixels at or below the lower limit are not drawn
+    bool isOpaque() const { return alpha >= 255 && !isLowTransparent; }
 };
 
 /// What both painters paint under the overlay. Every device pixel of a target shows the level's pixel at its
@@ -25,5 +30,5 @@ struct SPictureContent
 {
     QSize size; ///< device pixels
     QRgb background = 0;
-    QVector<SPictureItem> items;
+    QVector<SPictureItem> items; ///< the lowest first
 };

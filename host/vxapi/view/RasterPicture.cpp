@@ -4,11 +4,17 @@
 #include <QPainter>
 #include <vector>
 
-QImage paintPyramid(const ImagePyramid &pyramid, const CILPalette &palette, const QSize &size)
+namespace {
+
+/// The item's pixels, premultiplied.
+QImage paintItem(const SPictureItem &item)
 {
-    QImage picture(size, QImage::Format_RGB32);
-    const ImagePyramid::Level &level = pyramid.levels()[pyramid.levelFor(size)];
-    const auto table = palette.table();
+    const QSize size = item.target.size();
+    QImage picture(size, QImage::Format_ARGB32_Premultiplied);
+    const ImagePyramid::Level &level = item.pyramid->levels()[item.pyramid->levelFor(size)];
+    std::array<QRgb, 256> table{};
+    for (std::size_t i = 0; i < table.size(); ++i)
+        table[i] = qPremultiply((item.table[i] & 0xffffffu) | (QRgb(item.alpha) << 24));
     std::vector<int> columns(size.width());
     for (int x = 0; x < size.width(); ++x)
         columns[x] = int((2LL * x + 1) * level.width / (2LL * size.width()));
@@ -17,13 +23,24 @@ QImage paintPyramid(const ImagePyramid &pyramid, const CILPalette &palette, cons
         const float *source = level.pixels.data() + row * level.width;
         auto *target = reinterpret_cast<QRgb *>(picture.scanLine(y));
         for (int x = 0; x < size.width(); ++x) {
-            const double position = palette.position(double(source[columns[x]]));
-            // Written so that a NaN, which compares as false, takes the second branch.
-            target[x] =
-                position >= 0.0 ? table[std::size_t(position * 255.0 + 0.5)] : CILPalette::notFiniteColor();
+            const double position = item.palette.position(double(source[columns[x]]));
+            // Written so that a NaN, which compares as false, takes the last branch.
+            if (item.isLowTransparent && position <= 0.0)
+                target[x] = 0;
+            else
+                target[x] = position >= 0.0 ? table[std::size_t(position * 255.0 + 0.5)]
+                                            : CILPalette::notFiniteColor();
         }
     }
     return picture;
+}
+
+} // namespace
+
+QImage paintPyramid(const ImagePyramid &pyramid, const CILPalette &palette, const QSize &size)
+{
+    return paintItem({0, &pyramid, palette, palette.table(), QRect(QPoint(), size), 255, false})
+        .convertToFormat(QImage::Format_RGB32);
 }
 
 QImage paintRasterPicture(const SPictureContent &content)
@@ -34,7 +51,6 @@ QImage paintRasterPicture(const SPictureContent &content)
     picture.fill(content.background);
     QPainter painter(&picture);
     for (const SPictureItem &item : content.items)
-        painter.drawImage(item.target.topLeft(),
-                          paintPyramid(*item.pyramid, item.palette, item.target.size()));
+        painter.drawImage(item.target.topLeft(), paintItem(item));
     return picture;
 }

@@ -89,11 +89,14 @@ private Q_SLOTS:
         dataset.setCoreImage(EIMAGE_PHOTOGRAPH, spots(60, 60));
         CVXSImageWindow window(&dataset);
         auto *choice = window.findChild<QComboBox *>(QStringLiteral("ImageChoice"));
-        QCOMPARE(choice->count(), 2);
-        choice->setCurrentIndex(1);
+        QCOMPARE(choice->count(), 3);
+        QCOMPARE(choice->currentText(), QStringLiteral("Luminescence over photograph"));
+        QCOMPARE(viewOf(window)->imageAt(0)->getWidth(), 20u);
+        choice->setCurrentIndex(2);
         QCOMPARE(viewOf(window)->imageAt(0)->getWidth(), 60u);
         QCOMPARE(viewOf(window)->imageAt(0)->getPalette().getColorTableType(), VXS_CT_GRAYS);
-        choice->setCurrentIndex(0);
+        choice->setCurrentIndex(1);
+        QCOMPARE(choice->currentText(), QStringLiteral("Luminescence"));
         QCOMPARE(viewOf(window)->imageAt(0)->getWidth(), 20u);
     }
 

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "host/vxapi/model/CROIBase.h"
+
+#include <optional>
+
+/// An ROI as the value of its pair in AnalyzedClickInfo.txt, see docs/clickinfo-format.md.
+namespace roitext {
+
+/// Everything but the name; read() gives the same numbers back, to the last bit.
+QString write(const CROIBase &roi);
+/// Nothing, with a reason for people, when the text is damaged or the ROI cannot be kept
+/// (CROIBase::complaint()).
+std::optional<CROIBase> read(const QString &text, QString *reason);
+
+} // namespace roitext

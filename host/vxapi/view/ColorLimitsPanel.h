@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "host/vxapi/view/DatasetPicture.h"
+
+#include <QWidget>
+
+class QComboBox;
+class QLineEdit;
+
+/// The limits of a colour bar, to stand beside it: automatic, full or by hand, and both as numbers. Who edits
+/// a number means limits by hand.
+class VXAPI_EXPORT ColorLimitsPanel : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit ColorLimitsPanel(QWidget *parent = nullptr);
+    /// Shows these; sends no signal. A number that is being typed is left alone.
+    void setLimits(const SColorLimits &limits);
+
+Q_SIGNALS:
+    /// The person chose; low and high count only for ELIMITS_MANUAL.
+    void limitsChosen(const SColorLimits &limits);
+
+private:
+    void chooseMode();
+    void readNumbers();
+    QLineEdit *makeField(const char *name, const QString &tip);
+
+    QComboBox *m_mode;
+    QLineEdit *m_high;
+    QLineEdit *m_low;
+    SColorLimits m_limits;
+};

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "host/vxapi/vxapi_global.h"
+
+#include <QPointer>
+#include <QSet>
+#include <QTimer>
+#include <QWidget>
+
+class CROIBase;
+class CVXSDataset;
+class MeasurementTableModel;
+class QTableView;
+class RoiMeasurer;
+
+/// The measurement table of a dataset, with copying and saving. What is selected in it is selected in the
+/// picture, and the other way round; a grid's cells stand for the grid.
+class VXAPI_EXPORT MeasurementPane : public QWidget
+{
+    Q_OBJECT
+
+public:
+    MeasurementPane(CVXSDataset *dataset, RoiMeasurer *measurer, QWidget *parent = nullptr);
+
+    /// Writes the whole table as CSV (UTF-8), the file as a whole or not at all. False with
+    /// "file: reason".
+    bool saveTable(const QString &path, QString *error);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void build();
+    void readRecords();
+    void showSelection();
+    void takeSelection();
+    QSet<CROIBase *> roisOfSelectedRows() const;
+    void copy(bool selectedOnly);
+    void askAndSave();
+
+    QPointer<CVXSDataset> m_dataset;
+    RoiMeasurer *m_measurer;
+    MeasurementTableModel *m_model;
+    QTableView *m_table = nullptr;
+    QTimer m_readTimer;
+    bool m_isSelecting = false; ///< the selection is being carried over
+};
