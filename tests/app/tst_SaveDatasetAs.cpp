@@ -151,8 +151,8 @@ void tst_SaveDatasetAs::aFailureLeavesNothingBehind()
     const QString folder = writeDataset(dir.filePath(CLICK));
     CVXSDataset *dataset = CVXSDataset::open(folder, nullptr, nullptr);
     QVERIFY(dataset && dataset->registerDataset());
-    fixture.window->looseDatasets()->add(dataset);
     QVERIFY(QFile::remove(folder + "/photograph.tif")); // before anybody read it
+    fixture.window->looseDatasets()->add(dataset);
     dataset->setColorTable(VXS_CT_RED);
     if (exists)
         QVERIFY(QDir().mkpath(place.filePath(CLICK)));
