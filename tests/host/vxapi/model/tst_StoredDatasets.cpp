@@ -65,7 +65,8 @@ private Q_SLOTS:
     void whatIsNoDatasetIsNoError();
     void whatIsIncompleteIsNotKnown_data();
     void whatIsIncompleteIsNotKnown();
-    void whatBecomesCompleteIsKnownNextTime();
+    void whatBecomesCompleteIsKnown();
+    void whatAnotherWorkspaceWritesIsKnown();
     void whatVanishedIsForgotten();
     void whatBecameIncompleteIsForgotten_data();
     void whatBecameIncompleteIsForgotten();
@@ -229,16 +230,29 @@ void tst_StoredDatasets::whatIsIncompleteIsNotKnown()
     QVERIFY2(log.failures().isEmpty(), qPrintable(log.failures().join('\n')));
 }
 
-void tst_StoredDatasets::whatBecomesCompleteIsKnownNextTime()
+void tst_StoredDatasets::whatBecomesCompleteIsKnown()
 {
     const QString last = writeDataset(root(), CLICK) + "AnalyzedClickInfo.txt";
     QVERIFY(QFile::rename(last, root() + "/aside"));
     registerRoot();
     QVERIFY(!CVXSDataset::getDataset(CLICK));
     QVERIFY(QFile::rename(root() + "/aside", last));
-    QVERIFY(!CVXSDataset::getDataset(CLICK));
-    registerRoot();
     QVERIFY(CVXSDataset::getDataset(CLICK));
+}
+
+void tst_StoredDatasets::whatAnotherWorkspaceWritesIsKnown()
+{
+    registerRoot();
+    const QString folder = writeDataset(root(), CLICK);
+    CVXSDataset *dataset = CVXSDataset::getDataset(CLICK);
+    QVERIFY2(dataset, "a result of this name would be written over it");
+    QCOMPARE(dataset->getFolderPath(), folder);
+    // Names that would leave the folder are none.
+    QTemporaryDir outside;
+    QVERIFY(!writeDataset(outside.path(), "AB1").isEmpty());
+    for (const QString &name : {QString(), QString("."), QString(".."),
+                                "../" + QDir(outside.path()).dirName() + "/AB1", outside.filePath("AB1")})
+        QVERIFY2(!CVXSDataset::getDataset(name), qPrintable(name));
 }
 
 void tst_StoredDatasets::whatVanishedIsForgotten()
