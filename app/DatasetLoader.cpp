@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "app/DatasetLoader.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/view/CVXSWorkspace.h"
-#include "host/vxparser/CPLClickInfo.h"
+#include "host/vxutils/CVXPreference.h"
 #include "host/vxutils/CVXSLog.h"
 
 #include <QDir>
@@ -13,22 +12,6 @@
 #include <memory>
 
 namespace {
-
-struct SImageSection
-{
-    tag_eimagetype type;
-    const char *section;
-};
-
-/// The sections that call for an image file.
-const SImageSection IMAGE_SECTIONS[] = {
-    {EIMAGE_PHOTOGRAPH, clickinfo::SECTION_PHOTOGRAPH},
-    {EIMAGE_LUMINESCENT, clickinfo::SECTION_LUMINESCENT},
-    {EIMAGE_XRAY, clickinfo::SECTION_XRAY},
-    {EIMAGE_FLATFIELD, clickinfo::SECTION_FLATFIELD},
-    {EIMAGE_BACKGROUND, clickinfo::SECTION_BACKGROUND},
-    {EIMAGE_EXCITATION, clickinfo::SECTION_EXCITATION},
-};
 
 ESTATUS fail(ESTATUS status, const QString &reason)
 {
@@ -61,6 +44,14 @@ void DatasetLoader::onLoadFile(const QString &path, bool flag, ESTATUS *status,
 
 ESTATUS DatasetLoader::load(const QString &path)
 {
+    const ESTATUS status = open(path);
+    // What was loaded may have been made just now, and its name is taken from here on.
+    CVXSDataset::registerStoredDatasets(CVXPreference::getProgramDataPath());
+    return status;
+}
+
+ESTATUS DatasetLoader::open(const QString &path)
+{
     const QFileInfo info(path);
     const QString folder = QDir(info.isDir() ? path : info.absolutePath()).canonicalPath();
     if (folder.isEmpty() || !info.exists())
@@ -72,7 +63,7 @@ ESTATUS DatasetLoader::load(const QString &path)
     if (!dataset)
         return fail(status == ESTATUS_SUCCESS ? ESTATUS_FAILURE : status, error);
 
-    if (CVXSDataset *known = CVXSDataset::getDataset(dataset->getClickNumber())) {
+    if (CVXSDataset *known = CVXSDataset::getOpenDataset(dataset->getClickNumber())) {
         if (canonicalFolder(known) != folder)
             return fail(ESTATUS_FAILURE, tr("%1: the click number %2 is open already, from %3")
                                              .arg(folder, dataset->getClickNumber(), known->getFolderPath()));
@@ -87,25 +78,10 @@ ESTATUS DatasetLoader::load(const QString &path)
 
 ESTATUS DatasetLoader::loadNew(CVXSDataset *dataset)
 {
-    // Written last: where it is missing, somebody's writing did not come to its end.
-    const QString last = dataset->getFolderPath() + QLatin1String(clickinfo::FILE_ANALYZED_CLICK_INFO);
-    if (!QFileInfo::exists(last))
-        return fail(ESTATUS_NOT_COMPLETE,
-                    tr("%1: the file is missing, the dataset is not complete").arg(last));
-    for (const SImageSection &image : IMAGE_SECTIONS) {
-        const CPLSection *section = (*dataset->getClickInfo())[QString::fromLatin1(image.section)];
-        if (!section)
-            continue;
-        if (!dataset->getImageList()->isPresent(image.type, false)) {
-            QString file;
-            section->getSectionName(&file, false);
-            return fail(ESTATUS_NOT_COMPLETE,
-                        tr("%1%2: the file of the \"%3\" is missing, the dataset is not complete")
-                            .arg(dataset->getFolderPath(), file, QString::fromLatin1(image.section)));
-        }
-        if (!dataset->getCoreImage(image.type))
-            return fail(ESTATUS_NOT_COMPLETE, dataset->lastError());
-    }
+    QString reason;
+    const ESTATUS status = dataset->checkComplete(&reason);
+    if (status != ESTATUS_SUCCESS)
+        return fail(status, reason);
     if (!dataset->registerDataset())
         return fail(ESTATUS_FAILURE, tr("%1: its click number is taken").arg(dataset->getFolderPath()));
     m_workspace->showDataset(dataset);

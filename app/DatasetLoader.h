@@ -29,6 +29,7 @@ public Q_SLOTS:
     void onLoadFile(const QString &path, bool flag, ESTATUS *status, downloaded_save_data *downloadData);
 
 private:
+    ESTATUS open(const QString &path);
     ESTATUS loadNew(CVXSDataset *dataset);
 
     CVXSWorkspace *m_workspace;

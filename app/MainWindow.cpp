@@ -93,6 +93,7 @@ MainWindow::MainWindow(QWidget *parent)
     connect(m_workspace, &CVXSWorkspace::activeChildChanged, this, &MainWindow::onActiveChildChanged);
     onActiveChildChanged(nullptr);
     restoreWindow();
+    CVXSDataset::registerStoredDatasets(CVXPreference::getProgramDataPath());
 }
 
 MainWindow::~MainWindow()

@@ -129,7 +129,10 @@ public:
     /// order. Signed integers become float (8, 16 bit) or double (32 bit). A failure leaves the image as it
     /// was.
     EILSTATUS loadTIFF(const char *path);
-    /// "file: reason" of the last loadTIFF(), saveTIFF() or saveAsTIFF() of any image that failed.
+    /// Whether loadTIFF() would accept the header of that file; no pixel is read.
+    static EILSTATUS checkTIFF(const char *path);
+    /// "file: reason" of the last loadTIFF(), checkTIFF(), saveTIFF() or saveAsTIFF() of any image that
+    /// failed.
     static const std::string &lastError();
     /// Largest number of pixels that loadTIFF() accepts; 2^30 unless set.
     static void setPixelLimit(std::uint64_t pixels);

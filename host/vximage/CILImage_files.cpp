@@ -40,6 +40,11 @@ EILSTATUS CILImage::loadTIFF(const char *path)
     return il::readTiff(path, s_pixelLimit, m_pixels, m_description);
 }
 
+EILSTATUS CILImage::checkTIFF(const char *path)
+{
+    return il::checkTiff(path, s_pixelLimit);
+}
+
 const std::string &CILImage::lastError()
 {
     return il::lastFileError();

@@ -59,10 +59,15 @@ class Reader
 public:
     Reader(TiffHandle &tiff, std::uint64_t fileSize) : m_tiff(tiff), m_fileSize(fileSize) {}
 
-    StorePtr read(std::uint64_t pixelLimit)
+    void readHeader(std::uint64_t pixelLimit)
     {
         readLayout();
         check(pixelLimit);
+    }
+
+    StorePtr read(std::uint64_t pixelLimit)
+    {
+        readHeader(pixelLimit);
         StorePtr raw = PixelStore::allocate(rawType(), m_layout.width, m_layout.height);
         auto *out = static_cast<char *>(raw->data());
         if (TIFFIsTiled(m_tiff.get()))
@@ -224,9 +229,9 @@ private:
     Layout m_layout;
 };
 
-} // namespace
-
-EILSTATUS readTiff(const char *path, std::uint64_t pixelLimit, StorePtr &pixels, std::string &description)
+/// Opens the file and lets `use` read from it.
+template <typename Use>
+EILSTATUS withReader(const char *path, const Use &use)
 {
     const std::string name = path ? path : "";
     struct stat info;
@@ -244,17 +249,32 @@ EILSTATUS readTiff(const char *path, std::uint64_t pixelLimit, StorePtr &pixels,
         if (!tiff.open(path, "r"))
             return fileError(EIL_FILE_DAMAGED, name,
                              "not a TIFF file, or damaged: " + tiff.error("it cannot be opened"));
-        StorePtr read = Reader(tiff, std::uint64_t(info.st_size)).read(pixelLimit);
-        const char *text = nullptr;
-        const bool isDescribed = TIFFGetField(tiff.get(), TIFFTAG_IMAGEDESCRIPTION, &text) && text;
-        description = isDescribed ? text : "";
-        pixels = std::move(read);
+        Reader reader(tiff, std::uint64_t(info.st_size));
+        use(reader, tiff);
         return EIL_SUCCESS;
     } catch (const Failure &failure) {
         return fileError(failure.status, name, failure.reason);
     } catch (const std::bad_alloc &) {
         return fileError(EIL_NO_MEMORY, name, "there is not enough memory for its pixels");
     }
+}
+
+} // namespace
+
+EILSTATUS readTiff(const char *path, std::uint64_t pixelLimit, StorePtr &pixels, std::string &description)
+{
+    return withReader(path, [&](Reader &reader, TiffHandle &tiff) {
+        StorePtr read = reader.read(pixelLimit);
+        const char *text = nullptr;
+        const bool isDescribed = TIFFGetField(tiff.get(), TIFFTAG_IMAGEDESCRIPTION, &text) && text;
+        description = isDescribed ? text : "";
+        pixels = std::move(read);
+    });
+}
+
+EILSTATUS checkTiff(const char *path, std::uint64_t pixelLimit)
+{
+    return withReader(path, [&](Reader &reader, TiffHandle &) { reader.readHeader(pixelLimit); });
 }
 
 } // namespace il

@@ -6,6 +6,7 @@
 #include "host/vxapi/model/CVXSDataset_p.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/model/DatasetFiles.h"
+#include "host/vxapi/model/StoredDatasets.h"
 #include "host/vxutils/CVXSLog.h"
 
 #include <cmath>
@@ -53,14 +54,22 @@ CVXSDataset::~CVXSDataset()
 
 CVXSDataset *CVXSDataset::getDataset(const QString &clickNumber)
 {
+    CVXSDataset *dataset = getOpenDataset(clickNumber);
+    return dataset ? dataset : StoredDatasets::instance().find(clickNumber);
+}
+
+CVXSDataset *CVXSDataset::getOpenDataset(const QString &clickNumber)
+{
     return registry().value(clickNumber);
 }
 
 bool CVXSDataset::registerDataset()
 {
     CVXSDataset *&entry = registry()[d->clickNumber];
-    if (!entry)
+    if (!entry) {
         entry = this;
+        StoredDatasets::instance().giveWayTo(this);
+    }
     return entry == this;
 }
 
