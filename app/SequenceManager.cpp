@@ -16,18 +16,7 @@
 #include <QEvent>
 #include <QPointer>
 
-#include <algorithm>
-
 namespace {
-
-bool hasChanges(const CVXSSequenceDataset *sequence)
-{
-    if (sequence->getSequenceInfoPath().isEmpty())
-        return true;
-    const QList<CVXSDataset *> datasets = sequence->getDatasets();
-    return std::any_of(datasets.begin(), datasets.end(),
-                       [](const CVXSDataset *dataset) { return dataset->isModified(); });
-}
 
 void destroyWindow(CVXSChildWindow *window)
 {
@@ -114,7 +103,7 @@ bool SequenceManager::closeAll()
 
 bool SequenceManager::isReadyToClose(CVXSSequenceDataset *sequence)
 {
-    if (!hasChanges(sequence))
+    if (!sequence->isModified())
         return true;
     enum { SAVE, DISCARD, CANCEL };
     const int answer = CVXSMessageBox::warning(

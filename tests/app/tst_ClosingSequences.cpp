@@ -11,6 +11,7 @@
 
 #include <QAction>
 #include <QDir>
+#include <QMenu>
 #include <QPointer>
 
 namespace {
@@ -39,6 +40,7 @@ private Q_SLOTS:
     void closingAnImageWindowKeepsTheSequence();
     void neverSavedOneAsks_data();
     void neverSavedOneAsks();
+    void changedOneAsks_data();
     void changedOneAsks();
     void closingTheMainWindowAsksForAllFirst();
     void quittingDiscardsNothingUnasked();
@@ -127,13 +129,30 @@ void tst_ClosingSequences::neverSavedOneAsks()
              saved);
 }
 
+void tst_ClosingSequences::changedOneAsks_data()
+{
+    QTest::addColumn<QString>("change");
+    QTest::newRow("a dataset in it") << "dataset";
+    QTest::newRow("the unit alone") << "unit";
+    QTest::newRow("the colours alone") << "colours";
+}
+
 void tst_ClosingSequences::changedOneAsks()
 {
+    QFETCH(QString, change);
     QTemporaryDir dir;
     WorkspaceFixture fixture;
     CVXSSequenceDataset *sequence = fixture.window->openSequence(writeSequence(dir.path(), ID, "AB"));
     QVERIFY(sequence);
-    sequence->getDatasets().last()->setModified(true);
+    if (change == "dataset") {
+        sequence->getDatasets().last()->setModified(true);
+    } else {
+        QAction *picked = fixture.window->findChild<QAction *>("actionReversed");
+        if (change == "unit")
+            picked = fixture.window->findChild<QMenu *>("menuUnit")->actions().at(EUNIT_RADIANCE);
+        QVERIFY(picked);
+        picked->trigger();
+    }
     const CAnswer person("&Discard");
     QVERIFY(fixture.window->sequences()->close(sequence));
     QVERIFY(person.seen().closed);
