@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/DatasetLoader.h"
 
+#include "app/LooseDatasets.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/view/CVXSWorkspace.h"
 #include "host/vxutils/CVXPreference.h"
@@ -27,8 +28,8 @@ QString canonicalFolder(const CVXSDataset *dataset)
 
 } // namespace
 
-DatasetLoader::DatasetLoader(CVXSWorkspace *workspace, QObject *parent)
-    : QObject(parent), m_workspace(workspace)
+DatasetLoader::DatasetLoader(CVXSWorkspace *workspace, LooseDatasets *loose, QObject *parent)
+    : QObject(parent), m_workspace(workspace), m_loose(loose)
 {
 }
 
@@ -42,15 +43,18 @@ void DatasetLoader::onLoadFile(const QString &path, bool flag, ESTATUS *status,
         *status = outcome;
 }
 
-ESTATUS DatasetLoader::load(const QString &path)
+ESTATUS DatasetLoader::load(const QString &path, CVXSDataset **loaded)
 {
-    const ESTATUS status = open(path);
+    CVXSDataset *dataset = nullptr;
+    const ESTATUS status = open(path, &dataset);
     // What was loaded may have been made just now, and its name is taken from here on.
     CVXSDataset::registerStoredDatasets(CVXPreference::getProgramDataPath());
+    if (loaded)
+        *loaded = dataset;
     return status;
 }
 
-ESTATUS DatasetLoader::open(const QString &path)
+ESTATUS DatasetLoader::open(const QString &path, CVXSDataset **opened)
 {
     const QFileInfo info(path);
     const QString folder = QDir(info.isDir() ? path : info.absolutePath()).canonicalPath();
@@ -68,22 +72,15 @@ ESTATUS DatasetLoader::open(const QString &path)
             return fail(ESTATUS_FAILURE, tr("%1: the click number %2 is open already, from %3")
                                              .arg(folder, dataset->getClickNumber(), known->getFolderPath()));
         m_workspace->showDataset(known);
+        *opened = known;
         return ESTATUS_SUCCESS;
     }
-    status = loadNew(dataset.get());
-    if (status == ESTATUS_SUCCESS)
-        dataset.release()->setParent(this);
-    return status;
-}
-
-ESTATUS DatasetLoader::loadNew(CVXSDataset *dataset)
-{
-    QString reason;
-    const ESTATUS status = dataset->checkComplete(&reason);
+    status = dataset->checkComplete(&error);
     if (status != ESTATUS_SUCCESS)
-        return fail(status, reason);
+        return fail(status, error);
     if (!dataset->registerDataset())
-        return fail(ESTATUS_FAILURE, tr("%1: its click number is taken").arg(dataset->getFolderPath()));
-    m_workspace->showDataset(dataset);
+        return fail(ESTATUS_FAILURE, tr("%1: its click number is taken").arg(folder));
+    *opened = dataset.release();
+    m_loose->add(*opened);
     return ESTATUS_SUCCESS;
 }

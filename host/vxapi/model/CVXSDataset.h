@@ -68,11 +68,14 @@ public:
     void setImageMathToBeSaved(bool toBeSaved);
     bool isImageMathToBeSaved() const;
     /// Writes the images, ClickInfo.txt and last AnalyzedClickInfo.txt into that folder (created when
-    /// missing), each file whole or not at all. Images that were never changed, and other files that lie with
-    /// the dataset, are copied byte for byte. Takes the folder as its own, and a dataset of type 2 becomes
-    /// one of type 0. A failure (status, lastError(), log line of level 3) leaves every file as it was or
-    /// whole, and the dataset where it was.
+    /// missing), each file whole or not at all. Images that were never changed, and other files and folders
+    /// that lie with the dataset, are copied byte for byte. Takes the folder as its own, and a dataset of
+    /// type 2 becomes one of type 0; it is neither modified nor to be saved any more. A failure (status,
+    /// lastError(), log line of level 3) leaves every file as it was or whole, and the dataset where it was.
     ESTATUS saveDatasetAs(const QString &folder);
+    /// Writes the same files, and leaves the dataset where it was, with what it has to save still to be
+    /// saved.
+    ESTATUS saveCopy(const QString &folder) const;
     /// "file: reason" of the last operation of this dataset that failed.
     QString lastError() const;
 
