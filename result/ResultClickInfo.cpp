@@ -4,6 +4,7 @@
 #include "host/vxapi/model/ClickInfoKeys.h"
 #include "host/vxparser/CPLSection.h"
 #include "host/vxutils/CVXSLog.h"
+#include "host/vxutils/writeWhole.h"
 #include "result/NoteText.h"
 
 #include <QFileInfo>
@@ -234,6 +235,6 @@ void resultclickinfo::copyImageFile(const QString &from, const QString &to)
         vxLog(3, from + QStringLiteral(": ") + source.errorString());
         return;
     }
-    if (!target.open(QIODevice::WriteOnly) || target.write(bytes) != bytes.size() || !target.commit())
+    if (!target.open(QIODevice::WriteOnly) || !writeWhole(target, bytes) || !target.commit())
         vxLog(3, to + QStringLiteral(": ") + target.errorString());
 }

@@ -158,16 +158,21 @@ EILSTATUS writeTiff(const char *path, PixelStore &pixels, const std::string &des
             std::uint32_t(std::clamp<std::size_t>(kStripBytes / rowBytes, 1, pixels.height()));
         const bool big = rowBytes * pixels.height() + description.size() > kClassicLimit;
         TiffHandle tiff;
+        const auto because = [] {
+            return errno ? std::string(" (") + std::strerror(errno) + ")" : std::string();
+        };
+        errno = 0;
         const int descriptor = file.duplicate();
         if (descriptor < 0 || !tiff.openDescriptor(descriptor, file.path().c_str(), big ? "w8" : "w")) {
+            const std::string system = because();
             if (descriptor >= 0)
                 ::close(descriptor);
-            return fileError(EIL_FILE_NOT_WRITABLE, name, tiff.error("it cannot be created"));
+            return fileError(EIL_FILE_NOT_WRITABLE, name, tiff.error("it cannot be created") + system);
         }
         setTags(tiff.get(), pixels, type, rowsPerStrip, description);
         errno = 0;
         if (!writeStrips(tiff.get(), pixels, type, rowsPerStrip) || !TIFFWriteDirectory(tiff.get())) {
-            const std::string system = errno ? std::string(" (") + std::strerror(errno) + ")" : std::string();
+            const std::string system = because();
             return fileError(EIL_FILE_NOT_WRITABLE, name, tiff.error("it cannot be written") + system);
         }
         tiff.close();

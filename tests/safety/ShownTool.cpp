@@ -4,6 +4,8 @@
 #include "app/MainWindow.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/model/StoredDatasets.h"
+#include "host/vxapi/view/CVXSImageWindow.h"
+#include "host/vxapi/view/CVXSMdiSubWindow.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -112,6 +114,20 @@ bool ShownTool::pressDisplayResult()
             m_result = CVXSDataset::getOpenDataset(click);
     }
     return m_result || fail(QStringLiteral("no result came of it"));
+}
+
+bool ShownTool::closeResult()
+{
+    CVXSImageWindow *shown = m_result ? CVXSImageWindow::getImageWindow(m_result) : nullptr;
+    if (!shown || !shown->subWindow())
+        return fail(QStringLiteral("the result has no window"));
+    // What a person answers with "Discard": the files stay.
+    m_result->setModified(false);
+    m_result->setImageMathToBeSaved(false);
+    shown->subWindow()->close();
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return !m_result || fail(QStringLiteral("the result does not close"));
 }
 
 QListWidget *ShownTool::listA() const

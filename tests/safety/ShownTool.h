@@ -3,18 +3,19 @@
 
 #include "host/vxapi/model/CVXSDataset.h"
 
+#include "host/vxapi/model/CVXSSequenceDataset.h"
+
 #include <memory>
 #include <QPointer>
 #include <QString>
 #include <QStringList>
+#include <QWidget>
 
-class CVXSSequenceDataset;
 class MainWindow;
 class QAbstractButton;
 class QComboBox;
 class QLineEdit;
 class QListWidget;
-class QWidget;
 
 /// The workspace with the tool of the build tree, worked through its menus and widgets as a person does. It
 /// uses the profile folder that VEXA_PROFILE_DIR names when it is made. What cannot be done gives false, and
@@ -34,6 +35,9 @@ public:
     bool choosePhotograph(const QString &from);
     /// Presses the button. True when a result came of it: result() tells which.
     bool pressDisplayResult();
+
+    /// Closes the result's window, saving nothing: the files stay, the dataset is not open any more.
+    bool closeResult();
 
     MainWindow &window() { return *m_window; }
     CVXSSequenceDataset *sequence() const { return m_sequence; }
