@@ -4,14 +4,18 @@
 #include "app/DatasetSaving.h"
 #include "app/EarlierResults.h"
 #include "app/FolderChoice.h"
+#include "app/ImportDialog.h"
 #include "app/LooseDatasets.h"
 #include "app/MainWindow.h"
 #include "app/RecentSequences.h"
 #include "app/SequenceManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/view/CVXSChildWindow.h"
 #include "host/vxapi/view/CVXSWorkspace.h"
 #include "host/vxutils/CVXPreference.h"
+#include "host/vxutils/CVXSErrorHandler.h"
+#include "host/vxutils/CVXSLog.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -37,6 +41,9 @@ FileMenu::FileMenu(QMenu *menu, MainWindow *window) : QObject(window), m_window(
     menu->addSeparator();
     addSaving(menu);
     menu->addSeparator();
+    connect(newAction(menu, tr("&Folder for Results..."), "actionResultFolder"), &QAction::triggered, this,
+            &FileMenu::chooseResultFolder);
+    menu->addSeparator();
     connect(newAction(menu, tr("&Quit"), "actionQuit", QKeySequence(Qt::CTRL + Qt::Key_Q)),
             &QAction::triggered, window, &QWidget::close);
 }
@@ -56,6 +63,8 @@ void FileMenu::addOpening(QMenu *menu)
     auto *earlier = new EarlierResults(results, this);
     connect(earlier, &EarlierResults::chosen, m_window, &MainWindow::openDataset);
     connect(earlier, &EarlierResults::othersWanted, this, &FileMenu::chooseDataset);
+    connect(newAction(menu, tr("&Import Images..."), "actionImportImages"), &QAction::triggered, this,
+            &FileMenu::importImages);
 }
 
 void FileMenu::addSaving(QMenu *menu)
@@ -102,6 +111,13 @@ void FileMenu::openRecent(const QString &folder)
         m_window->recentSequences()->remove(folder);
 }
 
+void FileMenu::importImages()
+{
+    ImportDialog dialog(m_window);
+    if (dialog.exec() == QDialog::Accepted)
+        m_window->sequences()->add(dialog.takeSequence().release());
+}
+
 void FileMenu::save()
 {
     if (CVXSDataset *dataset = m_window->looseDatasets()->datasetOf(m_active))
@@ -115,4 +131,20 @@ void FileMenu::saveDatasetAs()
     CVXSDataset *dataset = m_active ? m_active->getDataset() : nullptr;
     if (dataset && saving::saveDatasetElsewhere(m_window, dataset))
         CVXSDataset::registerStoredDatasets(CVXPreference::getProgramDataPath());
+}
+
+// What lies in the former folder stays there, and can be opened from there.
+void FileMenu::chooseResultFolder()
+{
+    const QString folder =
+        chooseFolder(m_window, tr("Folder for Results"), nullptr, CVXPreference::getProgramDataPath());
+    if (folder.isEmpty())
+        return;
+    QString why;
+    if (!CVXPreference::setProgramDataPath(folder, &why)) {
+        CVXSErrorHandler::errorMessage(m_window, ESTATUS_FILE_NOT_WRITABLE, why);
+        return;
+    }
+    CVXSDataset::registerStoredDatasets(CVXPreference::getProgramDataPath());
+    vxLog(1, tr("Results are stored in %1").arg(folder));
 }

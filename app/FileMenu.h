@@ -27,8 +27,10 @@ private:
     void chooseSequence();
     void chooseDataset();
     void openRecent(const QString &folder);
+    void importImages();
     void save();
     void saveDatasetAs();
+    void chooseResultFolder();
 
     MainWindow *m_window;
     QPointer<CVXSChildWindow> m_active;
