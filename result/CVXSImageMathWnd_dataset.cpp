@@ -138,9 +138,12 @@ ESTATUS CVXSImageMathWnd::prepareResultFolder()
         QDir().mkdir(folder);
     if (!m_resultClickNumber.isEmpty()) {
         const QStringList files = QDir(folder).entryList(QDir::Files, QDir::Name);
-        for (const QString &file : files) {
-            if (!QFile::remove(folder + QLatin1Char('/') + file))
+        for (const QString &name : files) {
+            QFile file(folder + QLatin1Char('/') + name);
+            if (!file.remove()) {
+                imagemath::logLine(file.fileName() + QStringLiteral(": ") + file.errorString());
                 return ESTATUS_RESULT_FOLDER;
+            }
         }
     }
     m_resultFolderPath = folder + QLatin1Char('/');

@@ -110,7 +110,7 @@ bool ShownTool::pressDisplayResult()
         return fail(QStringLiteral("\"Display Result For Measuring\" is disabled"));
     const QStringList after = knownResults();
     for (const QString &click : after) {
-        if (!before.contains(click))
+        if (!before.contains(click) && CVXSDataset::getOpenDataset(click))
             m_result = CVXSDataset::getOpenDataset(click);
     }
     return m_result || fail(QStringLiteral("no result came of it"));

@@ -59,7 +59,7 @@ void StoredDatasets::drop(SEntry *entry)
 
 void StoredDatasets::registerFolder(const QString &folder)
 {
-    const QString root = datasetfiles::folderPath(folder);
+    const QString root = m_root = datasetfiles::folderPath(folder);
     QMap<QString, SEntry> found;
     const QStringList names =
         root.isEmpty()
@@ -83,8 +83,18 @@ void StoredDatasets::registerFolder(const QString &folder)
     m_entries = found;
 }
 
+void StoredDatasets::noticeFolder(const QString &name)
+{
+    if (m_root.isEmpty() || m_entries.contains(name) || !CVXUtilityFns::isSafeFileName(name))
+        return;
+    SEntry entry;
+    if (read(m_root + name + QLatin1Char('/'), &entry))
+        m_entries.insert(name, entry);
+}
+
 CVXSDataset *StoredDatasets::find(const QString &name)
 {
+    noticeFolder(name);
     QStringList folders;
     for (auto entry = m_entries.cbegin(); entry != m_entries.cend(); ++entry) {
         if (entry->about.clickNumber == name)
