@@ -6,6 +6,7 @@
 #include "host/vxutils/CVXPreference.h"
 #include "host/vxutils/deleteFolderTree.h"
 #include "math/ToolLog.h"
+#include "result/ResultFolderLock.h"
 #include "window/CVXSImageMathWnd.h"
 
 #include <QDir>
@@ -56,11 +57,16 @@ void CVXSImageMathWnd::onClickDisplayResultForMeasuring()
     pathA += QString::fromLatin1(clickinfo::FILE_CLICK_INFO);
     pathB += QString::fromLatin1(clickinfo::FILE_CLICK_INFO);
 
-    if (writeResultClickInfo(pathA, pathB) != ESTATUS_SUCCESS) {
+    const ESTATUS written = writeResultClickInfo(pathA, pathB);
+    const ESTATUS analyzed = written == ESTATUS_SUCCESS
+                                 ? writeAnalyzedClickInfo(analyzedPathOf(pathA), analyzedPathOf(pathB))
+                                 : written;
+    m_resultLock.reset();
+    if (written != ESTATUS_SUCCESS) {
         imagemath::logLine(QStringLiteral("ClickInfo creation failed"));
         return;
     }
-    if (writeAnalyzedClickInfo(analyzedPathOf(pathA), analyzedPathOf(pathB)) != ESTATUS_SUCCESS) {
+    if (analyzed != ESTATUS_SUCCESS) {
         imagemath::logLine(QStringLiteral("Analyzed ClickInfo creation failed"));
         return;
     }
@@ -129,6 +135,28 @@ QString CVXSImageMathWnd::saveTemporaryCopy(CVXSDataset &dataset, const QString 
     dataset.setFolderPath(ownFolder);
     dataset.setModified(wasModified);
     return folder + QLatin1Char('/');
+}
+
+// The name is free until somebody has finished a result of it, which may be another workspace.
+bool CVXSImageMathWnd::reserveResultFolder(const QString &clickA)
+{
+    constexpr int PATIENCE = 10000; // ms, for the other one to write its result
+    for (;;) {
+        const QString folder = CVXPreference::getProgramDataPath() + QLatin1Char('/') + m_resultClickNumber;
+        QDir().mkdir(folder);
+        m_resultLock = std::make_unique<ResultFolderLock>(folder);
+        if (!m_resultLock->take(PATIENCE)) {
+            imagemath::logLine(folder + QStringLiteral(": another workspace is writing a result there"));
+            return false;
+        }
+        const QString free = makeResultClickNumber(clickA);
+        if (free == m_resultClickNumber)
+            return true;
+        m_resultLock.reset();
+        if (free.isNull())
+            return false;
+        m_resultClickNumber = free;
+    }
 }
 
 ESTATUS CVXSImageMathWnd::prepareResultFolder()

@@ -61,7 +61,24 @@ SFlowRun FlowFolder::makeResult(const QStringList &arguments, const QMap<QString
     return run(QStringList{QStringLiteral("result"), sequence()} + arguments, environment);
 }
 
+QList<SFlowRun> FlowFolder::makeResultsAtOnce(const QList<QStringList> &arguments) const
+{
+    std::vector<std::unique_ptr<QProcess>> processes;
+    for (const QStringList &one : arguments)
+        processes.push_back(start(QStringList{QStringLiteral("result"), sequence()} + one, {}));
+    QList<SFlowRun> runs;
+    for (const auto &process : processes)
+        runs += finish(process.get());
+    return runs;
+}
+
 SFlowRun FlowFolder::run(const QStringList &arguments, const QMap<QString, QString> &environment) const
+{
+    return finish(start(arguments, environment).get());
+}
+
+std::unique_ptr<QProcess> FlowFolder::start(const QStringList &arguments,
+                                            const QMap<QString, QString> &environment) const
 {
     QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
     variables.insert(QStringLiteral("VEXA_PROFILE_DIR"), m_path + QStringLiteral("/profile"));
@@ -69,21 +86,27 @@ SFlowRun FlowFolder::run(const QStringList &arguments, const QMap<QString, QStri
     for (auto it = environment.begin(); it != environment.end(); ++it)
         variables.insert(it.key(), it.value());
 
-    QProcess process;
-    process.setProcessEnvironment(variables);
-    process.setProcessChannelMode(QProcess::MergedChannels);
-    process.start(QStringLiteral(VEXA_BINARY_DIR "/tests/safety-flow"), arguments);
+    auto process = std::make_unique<QProcess>();
+    process->setProcessEnvironment(variables);
+    process->setProcessChannelMode(QProcess::MergedChannels);
+    process->start(QStringLiteral(VEXA_BINARY_DIR "/tests/safety-flow"), arguments);
+    return process;
+}
+
+SFlowRun FlowFolder::finish(QProcess *process)
+{
     SFlowRun run;
-    if (!process.waitForFinished(MOST_TIME)) {
-        process.kill();
-        process.waitForFinished();
-        run.output = QStringLiteral("no end in time: ") + process.errorString();
+    // It may have ended while another one was waited for.
+    if (process->state() != QProcess::NotRunning && !process->waitForFinished(MOST_TIME)) {
+        process->kill();
+        process->waitForFinished();
+        run.output = QStringLiteral("no end in time: ") + process->errorString();
         return run;
     }
-    run.output = QString::fromUtf8(process.readAll());
+    run.output = QString::fromUtf8(process->readAll());
     // After a crash Qt gives the signal as the exit code.
-    run.isKilled = process.exitStatus() == QProcess::CrashExit && process.exitCode() == SIGKILL;
-    run.isFinished = process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
+    run.isKilled = process->exitStatus() == QProcess::CrashExit && process->exitCode() == SIGKILL;
+    run.isFinished = process->exitStatus() == QProcess::NormalExit && process->exitCode() == 0;
     const QStringList lines = run.output.split(QLatin1Char('\n'));
     for (const QString &line : lines) {
         const QStringList words = line.split(QLatin1Char(' '));

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <memory>
+#include <QList>
 #include <QMap>
-#include <QProcessEnvironment>
+#include <QProcess>
 #include <QString>
 #include <QStringList>
 
@@ -35,7 +37,13 @@ public:
     SFlowRun look() const;
     SFlowRun makeResult(const QStringList &arguments, const QMap<QString, QString> &environment = {}) const;
 
+    /// In two or more workspaces that run at the same time.
+    QList<SFlowRun> makeResultsAtOnce(const QList<QStringList> &arguments) const;
+
 private:
+    std::unique_ptr<QProcess> start(const QStringList &arguments,
+                                    const QMap<QString, QString> &environment) const;
+    static SFlowRun finish(QProcess *process);
     SFlowRun run(const QStringList &arguments, const QMap<QString, QString> &environment) const;
 
     QString m_path;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxparser/CPLClickInfo.h"
+#include "result/ResultFolderLock.h"
 #include "tests/safety/FailureBench.h"
 #include "tests/safety/SafetyStudy.h"
 #include "tests/safety/UserSwitch.h"
@@ -131,6 +132,8 @@ private Q_SLOTS:
     void aListWithoutACurrentItemNeedsTwoImages();
     void aNoteOfAMegabyteIsKept();
     void aPictureThatCannotBeCalibratedIsNoResult();
+    void aFolderThatAnotherWritesIntoIsLeftAlone();
+    void twoWorkspacesAtTheSameMomentMakeTwoResults();
 
 private:
     static void addFoldersAndPermissions();
@@ -431,6 +434,45 @@ void tst_FailureTables::aPictureThatCannotBeCalibratedIsNoResult()
     QVERIFY2(bench.press(), qPrintable(bench.lastError()));
     QCOMPARE(bench.tool().result()->getClickNumber(), M);
     QCOMPARE(firstFaultOfResult(bench.resultFolder(M), false), QString());
+}
+
+void tst_FailureTables::aFolderThatAnotherWritesIntoIsLeftAlone()
+{
+    FailureBench bench(m_place->path());
+    QVERIFY2(bench.start({specOf(CLICK_A), specOf(CLICK_B)}, "A"), qPrintable(bench.lastError()));
+    const QString half = bench.resultFolder(M) + "luminescentA.TIF";
+    QVERIFY(QDir().mkpath(bench.resultFolder(M)) && write(half, "half of a result"));
+    const auto before = hashesBelow(bench.resultFolder(M));
+    {
+        ResultFolderLock other(bench.resultFolder(M));
+        QVERIFY(other.take(0));
+        QVERIFY(!bench.press());
+        QVERIFY2(bench.isLogged({M, "another workspace is writing"}),
+                 qPrintable(bench.failures().join('\n')));
+        QVERIFY(bench.failures().contains(CLICK_INFO_FAILED));
+        QCOMPARE(firstHarm(before, hashesBelow(bench.resultFolder(M))), QString());
+    }
+    // Nobody's any more: neither that of a program that is gone nor one that does not say whose it is.
+    QVERIFY(write(bench.resultFolder(M) + ".writing", ""));
+    QVERIFY2(bench.press(), qPrintable(bench.lastError()));
+    QCOMPARE(bench.tool().result()->getClickNumber(), M);
+    QCOMPARE(firstFaultOfResult(bench.resultFolder(M), true), QString());
+}
+
+void tst_FailureTables::twoWorkspacesAtTheSameMomentMakeTwoResults()
+{
+    const FlowFolder folder(m_place->path());
+    QVERIFY(folder.make());
+    for (int round = 0; round < 5; ++round) {
+        const QStringList arguments = {CLICK_A, CLICK_B};
+        const QList<SFlowRun> both = folder.makeResultsAtOnce({arguments, arguments});
+        QVERIFY2(both.at(0).isFinished, qPrintable(both.at(0).output));
+        QVERIFY2(both.at(1).isFinished, qPrintable(both.at(1).output));
+        QVERIFY2(both.at(0).resultClick != both.at(1).resultClick, qPrintable(both.at(0).resultClick));
+        for (const SFlowRun &run : both)
+            QCOMPARE(firstFaultOfResult(run.resultFolder, false), QString());
+    }
+    QCOMPARE(folder.look().known.size(), 10);
 }
 
 QTEST_MAIN(tst_FailureTables)

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#include "result/ResultFolderLock.h"
+
+ResultFolderLock::ResultFolderLock(const QString &folder) : m_file(folder + QStringLiteral("/.writing"))
+{
+    // However long it takes: only the end of its program ends it.
+    m_file.setStaleLockTime(0);
+}
+
+bool ResultFolderLock::take(int patience)
+{
+    const auto isKeptOff = [this](int wait) {
+        return !m_file.tryLock(wait) && m_file.error() == QLockFile::LockFailedError;
+    };
+    if (!isKeptOff(0))
+        return true;
+    // A program that was killed before it had written who it is.
+    qint64 process = 0;
+    QString host;
+    QString program;
+    if (!m_file.getLockInfo(&process, &host, &program))
+        m_file.removeStaleLockFile();
+    return !isKeptOff(patience);
+}
