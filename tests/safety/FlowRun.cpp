@@ -137,7 +137,7 @@ QString preloadOf(const QString &library)
     return library;
 }
 
-QString firstFaultOfResult(const QString &folder, bool isWithPhotograph)
+QString firstFaultOfResult(const QString &folder, bool isWithPhotograph, bool wasKilled)
 {
     QStringList wanted = {QStringLiteral("AnalyzedClickInfo.txt"), QStringLiteral("ClickInfo.txt"),
                           QStringLiteral("luminescent.tif"), QStringLiteral("luminescentA.TIF"),
@@ -145,6 +145,8 @@ QString firstFaultOfResult(const QString &folder, bool isWithPhotograph)
     if (isWithPhotograph)
         wanted += QStringLiteral("photograph.tif");
     QStringList files = QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    if (wasKilled)
+        files.removeOne(QStringLiteral(".writing"));
     files.sort();
     wanted.sort();
     if (files != wanted)

@@ -55,4 +55,5 @@ QString preloadOf(const QString &library);
 /// A result's folder holds its files and no others, with the pixels of A - B of the safety study: an empty
 /// text, else what is wrong. The operands' and the photograph's copies are compared with what the study was
 /// made of.
-QString firstFaultOfResult(const QString &folder, bool isWithPhotograph);
+/// A program that was killed may have left its lock.
+QString firstFaultOfResult(const QString &folder, bool isWithPhotograph, bool wasKilled = false);
