@@ -14,11 +14,8 @@ bool ResultFolderLock::take(int patience)
     };
     if (!isKeptOff(0))
         return true;
-    // A program that was killed before it had written who it is.
-    qint64 process = 0;
-    QString host;
-    QString program;
-    if (!m_file.getLockInfo(&process, &host, &program))
-        m_file.removeStaleLockFile();
+    // Who lives holds the open file as well, and it stays. Who was killed may not even have come to write who
+    // he is.
+    m_file.removeStaleLockFile();
     return !isKeptOff(patience);
 }
