@@ -6,21 +6,19 @@
 #include "math/ToolLog.h"
 #include "window/CVXSImageMathWnd.h"
 
+#include <QFileInfo>
 #include <QMessageBox>
 
 namespace {
 
-/// The section with the imaging angle; null, and told in the log, when the file or the section is not there.
-const CPLSection *luminescentSection(CPLClickInfo &info, const QString &path)
+/// A damaged file has told so itself when it was read.
+void tellWhyUnusable(const CPLClickInfo &info, const QString &path)
 {
-    const QString key = QString::fromLatin1(clickinfo::SECTION_LUMINESCENT);
-    const ESTATUS status = info.loadClickInfo(path, false);
-    const CPLSection *section = info[key];
-    if (!section)
-        imagemath::logLine(status != ESTATUS_SUCCESS
-                               ? info.lastError()
-                               : QStringLiteral("%1: there is no section \"%2\"").arg(path, key));
-    return section;
+    const QString section = QString::fromLatin1(clickinfo::SECTION_LUMINESCENT);
+    if (!QFileInfo::exists(path))
+        imagemath::logLine(info.lastError());
+    else if (!info[section] && info.lastError().isEmpty())
+        imagemath::logLine(path + QStringLiteral(": it has no section \"%1\"").arg(section));
 }
 
 } // namespace
@@ -29,10 +27,16 @@ ESTATUS CVXSImageMathWnd::checkImagingAngles(const QString &pathA, const QString
 {
     CPLClickInfo infoA;
     CPLClickInfo infoB;
-    const CPLSection *sectionA = luminescentSection(infoA, pathA);
-    const CPLSection *sectionB = luminescentSection(infoB, pathB);
-    if (!sectionA || !sectionB)
+    infoA.loadClickInfo(pathA, false);
+    infoB.loadClickInfo(pathB, false);
+    const QString luminescent = QString::fromLatin1(clickinfo::SECTION_LUMINESCENT);
+    const CPLSection *sectionA = infoA[luminescent];
+    const CPLSection *sectionB = infoB[luminescent];
+    if (!sectionA || !sectionB) {
+        tellWhyUnusable(infoA, pathA);
+        tellWhyUnusable(infoB, pathB);
         return ESTATUS_IMAGING_ANGLES;
+    }
 
     QString angleA;
     QString angleB;

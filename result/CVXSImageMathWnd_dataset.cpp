@@ -6,17 +6,16 @@
 #include "host/vxutils/CVXPreference.h"
 #include "host/vxutils/deleteFolderTree.h"
 #include "math/ToolLog.h"
+#include "result/ResultFolderLock.h"
 #include "window/CVXSImageMathWnd.h"
 
 #include <QDir>
 #include <QFile>
-#include <QLockFile>
 
 namespace {
 
 const QString TEMP_FOLDER = QStringLiteral("TempFolder");
 constexpr int ONLY_IN_MEMORY = 2;
-constexpr int LOCK_WAIT = 5000; ///< [ms]
 
 bool isOnlyInMemory(const CVXSDataset *dataset)
 {
@@ -46,16 +45,14 @@ void CVXSImageMathWnd::onClickDisplayResultForMeasuring()
         return;
     }
     m_pDisplayBtn->setEnabled(true);
-    // Two workspaces with one data folder must not choose the same free click number.
-    QLockFile lock(CVXPreference::getProgramDataPath() + QStringLiteral("/.result.lock"));
-    if (!lock.tryLock(LOCK_WAIT) && lock.error() == QLockFile::LockFailedError) {
-        imagemath::logLine(
-            QStringLiteral("Another workspace is making a result in %1; try again when it is done")
-                .arg(CVXPreference::getProgramDataPath()));
-        return;
-    }
     copyPhotograph();
     saveUnsavedOverview();
+    if (!hasPlaceOnDisk(clickA) || !hasPlaceOnDisk(clickB)) {
+        imagemath::logLine(
+            QStringLiteral("The sequence %1 has no folder on disk yet").arg(m_pSequence->getSequenceID()));
+        imagemath::logLine(QStringLiteral("ClickInfo creation failed"));
+        return;
+    }
 
     QString pathA = clickInfoFolder(clickA);
     QString pathB = clickInfoFolder(clickB);
@@ -66,17 +63,22 @@ void CVXSImageMathWnd::onClickDisplayResultForMeasuring()
     pathA += QString::fromLatin1(clickinfo::FILE_CLICK_INFO);
     pathB += QString::fromLatin1(clickinfo::FILE_CLICK_INFO);
 
-    if (writeResultClickInfo(pathA, pathB) != ESTATUS_SUCCESS) {
+    const ESTATUS written = writeResultClickInfo(pathA, pathB);
+    const ESTATUS analyzed = written == ESTATUS_SUCCESS
+                                 ? writeAnalyzedClickInfo(analyzedPathOf(pathA), analyzedPathOf(pathB))
+                                 : written;
+    m_resultLock.reset();
+    if (written != ESTATUS_SUCCESS) {
         imagemath::logLine(QStringLiteral("ClickInfo creation failed"));
         return;
     }
-    if (writeAnalyzedClickInfo(analyzedPathOf(pathA), analyzedPathOf(pathB)) != ESTATUS_SUCCESS) {
+    if (analyzed != ESTATUS_SUCCESS) {
         imagemath::logLine(QStringLiteral("Analyzed ClickInfo creation failed"));
         return;
     }
     if (isOnlyInMemory(m_pDatasetA) || isOnlyInMemory(m_pDatasetB)) {
         for (const QString &click : {clickA, clickB})
-            removeTemporaryCopy(click);
+            deleteFolderTree(QDir(m_pSequence->getDatasetFolderPath(click) + TEMP_FOLDER));
     }
     loadResult();
 }
@@ -126,15 +128,17 @@ QString CVXSImageMathWnd::clickInfoFolder(const QString &click) const
     return m_pSequence->getDatasetFolderPath(click);
 }
 
+// A relative path would mean the folder in which the workspace was started.
+bool CVXSImageMathWnd::hasPlaceOnDisk(const QString &click) const
+{
+    return QDir::isAbsolutePath(clickInfoFolder(click)) &&
+           QDir::isAbsolutePath(m_pSequence->getDatasetFolderPath(click));
+}
+
 // A copy on disk of a dataset that is only in memory, which goes on being only in memory.
 QString CVXSImageMathWnd::saveTemporaryCopy(CVXSDataset &dataset, const QString &click) const
 {
-    // A sequence without a place on disk has none for a copy either; a relative path would mean the current
-    // folder.
-    const QString datasetFolder = m_pSequence->getDatasetFolderPath(click);
-    if (QDir::isRelativePath(datasetFolder))
-        return QString();
-    const QString temporary = datasetFolder + TEMP_FOLDER;
+    const QString temporary = m_pSequence->getDatasetFolderPath(click) + TEMP_FOLDER;
     const QString folder = temporary + QLatin1Char('/') + click;
     QDir().mkdir(temporary);
     QDir().mkdir(folder);
@@ -148,11 +152,26 @@ QString CVXSImageMathWnd::saveTemporaryCopy(CVXSDataset &dataset, const QString 
     return folder + QLatin1Char('/');
 }
 
-void CVXSImageMathWnd::removeTemporaryCopy(const QString &click) const
+// The name is free until somebody has finished a result of it, which may be another workspace.
+bool CVXSImageMathWnd::reserveResultFolder(const QString &clickA)
 {
-    const QString datasetFolder = m_pSequence->getDatasetFolderPath(click);
-    if (QDir::isAbsolutePath(datasetFolder))
-        deleteFolderTree(QDir(datasetFolder + TEMP_FOLDER));
+    constexpr int PATIENCE = 10000; // ms, for the other one to write its result
+    for (;;) {
+        const QString folder = CVXPreference::getProgramDataPath() + QLatin1Char('/') + m_resultClickNumber;
+        QDir().mkdir(folder);
+        m_resultLock = std::make_unique<ResultFolderLock>(folder);
+        if (!m_resultLock->take(PATIENCE)) {
+            imagemath::logLine(folder + QStringLiteral(": another workspace is writing a result there"));
+            return false;
+        }
+        const QString free = makeResultClickNumber(clickA);
+        if (free == m_resultClickNumber)
+            return true;
+        m_resultLock.reset();
+        if (free.isNull())
+            return false;
+        m_resultClickNumber = free;
+    }
 }
 
 ESTATUS CVXSImageMathWnd::prepareResultFolder()
@@ -162,11 +181,12 @@ ESTATUS CVXSImageMathWnd::prepareResultFolder()
         QDir().mkdir(folder);
     if (!m_resultClickNumber.isEmpty()) {
         const QStringList files = QDir(folder).entryList(QDir::Files, QDir::Name);
-        for (const QString &file : files) {
-            if (QFile::remove(folder + QLatin1Char('/') + file))
-                continue;
-            imagemath::logLine(QStringLiteral("%1/%2: the file cannot be removed").arg(folder, file));
-            return ESTATUS_RESULT_FOLDER;
+        for (const QString &name : files) {
+            QFile file(folder + QLatin1Char('/') + name);
+            if (!file.remove()) {
+                imagemath::logLine(file.fileName() + QStringLiteral(": ") + file.errorString());
+                return ESTATUS_RESULT_FOLDER;
+            }
         }
     }
     m_resultFolderPath = folder + QLatin1Char('/');

@@ -4,6 +4,7 @@
 #include "host/vxapi/model/ClickInfoKeys.h"
 #include "host/vxparser/CPLSection.h"
 #include "host/vxutils/CVXSLog.h"
+#include "host/vxutils/writeWhole.h"
 #include "result/NoteText.h"
 
 #include <QFileInfo>
@@ -154,7 +155,7 @@ void resultclickinfo::fillClickNumber(CPLSection &target, const CPLSection *sour
 
 void resultclickinfo::fillLuminescent(CPLSection &target, const CPLSection *source, const SResultFacts &facts)
 {
-    QString acquisitionDate;
+    QString acquisitionDate = QStringLiteral(""); // empty, not absent
     bool hasNote = false;
     forEachPair(source, [&](const QString &key, const QString &value) {
         if (isKey(key, KEY_ACQUISITION_DATE))
@@ -174,7 +175,7 @@ void resultclickinfo::fillLuminescent(CPLSection &target, const CPLSection *sour
 
 void resultclickinfo::fillPhotograph(CPLSection &target, const CPLSection *source)
 {
-    QString acquisitionDate;
+    QString acquisitionDate = QStringLiteral(""); // empty, not absent
     forEachPair(source, [&](const QString &key, const QString &value) {
         if (isKey(key, KEY_ACQUISITION_DATE))
             acquisitionDate = value;
@@ -230,6 +231,6 @@ void resultclickinfo::copyImageFile(const QString &from, const QString &to)
         vxLog(3, from + QStringLiteral(": ") + source.errorString());
         return;
     }
-    if (!target.open(QIODevice::WriteOnly) || target.write(bytes) != bytes.size() || !target.commit())
+    if (!target.open(QIODevice::WriteOnly) || !writeWhole(target, bytes) || !target.commit())
         vxLog(3, to + QStringLiteral(": ") + target.errorString());
 }

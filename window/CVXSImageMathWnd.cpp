@@ -8,6 +8,7 @@
 #include "host/vxapi/view/CVXSMultiImageView.h"
 #include "host/vxapi/view/CVXSTextTag.h"
 #include "host/vxutils/CVXUtilityFns.h"
+#include "result/ResultFolderLock.h"
 
 #include <QCloseEvent>
 #include <QDoubleValidator>

@@ -23,6 +23,7 @@ class QCloseEvent;
 class QMenu;
 class QResizeEvent;
 class QShowEvent;
+class ResultFolderLock;
 struct downloaded_save_data;
 struct SColorbar;
 namespace imagemath {
@@ -148,9 +149,10 @@ protected:
     std::string describeResult(const QString &folderA, const QString &folderB) const;
     void copyPhotograph();
     void saveUnsavedOverview();
+    bool reserveResultFolder(const QString &clickA);
     void loadResult();
     QString clickInfoFolder(const QString &click) const;
-    void removeTemporaryCopy(const QString &click) const;
+    bool hasPlaceOnDisk(const QString &click) const;
     QString saveTemporaryCopy(CVXSDataset &dataset, const QString &click) const;
     void showWhatIsSet();
     bool askToSaveSequence();
@@ -185,7 +187,8 @@ protected:
     imagemath::ResultRecord m_resultRecord; ///< how the result image was made; empty without one
     CILImage m_photoImage;                  ///< copy of the photograph that goes with the last result dataset
     QString m_resultClickNumber;
-    QString m_resultFolderPath; ///< ends in "/"
+    QString m_resultFolderPath;                     ///< ends in "/"
+    std::unique_ptr<ResultFolderLock> m_resultLock; ///< while a result is written
     bool m_bCannotCombine = false;
     QStringList m_messages;        ///< lines of the result tag while there is no result to show
     bool m_bRefreshEnabled = true; ///< false exactly while the computation emits a colour-range signal
