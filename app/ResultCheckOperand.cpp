@@ -171,7 +171,9 @@ ResultCheckOperand ResultCheckOperand::find(const OperandRecord &record, const Q
         operand.problem = translated("\"%1\" is not a click number").arg(record.clickNumber);
         return operand;
     }
-    if (const CVXSDataset *open = CVXSDataset::getDataset(record.clickNumber))
+    // The host also answers with one whose folder has the name.
+    const CVXSDataset *open = CVXSDataset::getDataset(record.clickNumber);
+    if (open && open->getClickNumber() == record.clickNumber)
         takeOpen(*open, &operand);
     const QStringList parents = datasetParents(sequenceFolders);
     if (!operand.dataset)
