@@ -10,6 +10,7 @@
 
 #include <memory>
 #include <QAction>
+#include <QToolButton>
 #include <QtTest>
 
 /// A shown image window of a dataset of 64 x 64 pixels over 16 cm (4 pixels a centimetre), whose pixel (x, y)
@@ -45,6 +46,8 @@ public:
         window = std::make_unique<CVXSImageWindow>(dataset);
         window->resize(size);
         window->show();
+        // The table would come with the first ROI, and everything in the view would move.
+        child<QToolButton>("MeasurementTableButton")->setChecked(true);
         view = window->findChild<CVXSMultiImageView *>(QStringLiteral("ImageView"));
         QVERIFY(QTest::qWaitForWindowExposed(window.get()));
         settle();
