@@ -4,19 +4,17 @@
 #include "host/vxapi/view/CVXSImageWindow.h"
 #include "host/vxapi/view/CVXSTextTag.h"
 #include "host/vxapi/view/VXViewTypes.h"
-#include "host/vxutils/CVXSLog.h"
 #include "math/Formula.h"
 #include "math/OperandPreparation.h"
+#include "math/ResultComputation.h"
+#include "math/ToolLog.h"
 #include "window/CVXSImageMathWnd.h"
+
+#include <QDateTime>
 
 namespace {
 
 const QString CALLER = QStringLiteral("Image Math");
-
-void logFailure(const QString &message)
-{
-    getLogObject()->log(message, QString(), 0, QStringLiteral("18:26:27"), 3, false);
-}
 
 } // namespace
 
@@ -46,6 +44,7 @@ void CVXSImageMathWnd::calculateResultImage()
     CILImage calibratedB;
     CILImage countsB;
     prepareOperands(clickA, clickB, calibratedA, calibratedB, countsB);
+    noteOperands(clickA, clickB);
     announceColorRange(&CVXSImageMathWnd::colorRangeABChanged);
     restoreFlatField(m_pDatasetA, flatFieldA);
     restoreFlatField(m_pDatasetB, flatFieldB);
@@ -73,7 +72,7 @@ bool CVXSImageMathWnd::bothAssociated(const QString &clickA, const QString &clic
 void CVXSImageMathWnd::showInvalidSelection()
 {
     m_pDisplayBtn->setEnabled(false);
-    logFailure(QStringLiteral("One or more dataset(s) is/are invalid..."));
+    imagemath::logLine(QStringLiteral("One or more dataset(s) is/are invalid..."));
     m_messages = QStringList{tr("Need two images.")};
     m_pResultTag->setStringList(m_messages);
     showWhatIsSet();
@@ -104,6 +103,24 @@ void CVXSImageMathWnd::prepareOperands(const QString &clickA, const QString &cli
     m_pDisplayBtn->setEnabled(!m_bCannotCombine);
 }
 
+// Before the flat-field correction goes back to what it was.
+void CVXSImageMathWnd::noteOperands(const QString &clickA, const QString &clickB)
+{
+    m_resultRecord = imagemath::ResultRecord();
+    if (m_bCannotCombine)
+        return;
+    m_resultRecord.unit = unitKey(m_pSequence->getActiveUnit());
+    m_resultRecord.a = imagemath::recordOf(*m_pSequence->getDataset(clickA));
+    m_resultRecord.b = imagemath::recordOf(*m_pSequence->getDataset(clickB));
+}
+
+void CVXSImageMathWnd::noteFormula(const imagemath::Formula &formula)
+{
+    m_resultRecord.operation = QString::fromLatin1(formula.text);
+    m_resultRecord.k = m_kValue;
+    m_resultRecord.computed = QDateTime::currentDateTimeUtc().toString(Qt::ISODate);
+}
+
 void CVXSImageMathWnd::fetchOperandA(const QString &clickA, CILImage &calibratedA)
 {
     if (m_pDatasetA)
@@ -113,7 +130,7 @@ void CVXSImageMathWnd::fetchOperandA(const QString &clickA, CILImage &calibrated
     m_imageA = calibratedA;
     setViewImage(SLOT_A, &m_imageA);
     if (viewImage(SLOT_A) != &m_imageA)
-        logFailure(QStringLiteral("Image A could not be replaced."));
+        imagemath::logLine(QStringLiteral("Image A could not be replaced."));
 }
 
 void CVXSImageMathWnd::fetchOperandB(const QString &clickB, CILImage &calibratedB, CILImage &countsB)
@@ -128,7 +145,7 @@ void CVXSImageMathWnd::fetchOperandB(const QString &clickB, CILImage &calibrated
     m_imageB = calibratedB;
     setViewImage(SLOT_B, &m_imageB);
     if (viewImage(SLOT_B) != &m_imageB)
-        logFailure(QStringLiteral("Image B could not be replaced."));
+        imagemath::logLine(QStringLiteral("Image B could not be replaced."));
 }
 
 // The correction that the computation switched on goes back through the image window, which shows it.
@@ -151,29 +168,16 @@ void CVXSImageMathWnd::announceColorRange(void (CVXSImageMathWnd::*signal)())
 void CVXSImageMathWnd::evaluateFormula(const QString &clickB, CILImage &countsB)
 {
     const imagemath::Formula *formula = imagemath::formulaAt(m_pOperationCB->currentIndex());
-    m_imageA.ChangeType(VXS_FLOAT);
-    m_imageB.ChangeType(VXS_FLOAT);
-    countsB.ChangeType(VXS_FLOAT);
-
     if (formula && viewImage(SLOT_A) && viewImage(SLOT_B)) {
-        imagemath::Operands operands{m_imageA, m_imageB, countsB, m_kValue};
-        if (formula->readsSceneOfB) {
-            const CVXSDataset *dataset = m_pSequence->getDataset(clickB);
-            operands.ratioScale = imagemath::fluorescenceLevelScale(dataset->getClickInfo());
-            if (const CILImage *photograph = dataset->getCoreImage(EIMAGE_PHOTOGRAPH))
-                operands.tissueMask =
-                    &m_tissueMask.mask(*photograph, m_imageA.get_width(), m_imageA.get_height());
-            else if (clickHasImage(clickB, EIMAGE_PHOTOGRAPH))
-                logFailure(
-                    QStringLiteral("The photograph of %1 cannot be read; the result has no tissue mask")
-                        .arg(clickB));
-        }
-        formula->evaluate(operands, m_resultImage);
+        noteFormula(*formula);
+        m_resultRecord.maskPhotograph.clickNumber =
+            imagemath::evaluateOn(*formula, m_imageA, m_imageB, countsB, m_kValue,
+                                  *m_pSequence->getDataset(clickB), m_tissueMask, m_resultImage);
     }
 
     setViewImage(SLOT_RESULT, &m_resultImage);
     if (viewImage(SLOT_RESULT) != &m_resultImage)
-        logFailure(QStringLiteral("Result Image could not be replaced"));
+        imagemath::logLine(QStringLiteral("Result Image could not be replaced"));
     announceColorRange(&CVXSImageMathWnd::colorRangeResultChanged);
     showWhatIsSet();
 }

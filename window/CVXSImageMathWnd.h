@@ -3,6 +3,7 @@
 
 #include "host/vximage/CILImage.h"
 #include "host/vxutils/ESTATUS.h"
+#include "math/ResultRecord.h"
 #include "math/TissueMask.h"
 #include "ui_cvxsimagemathwnd.h"
 
@@ -23,6 +24,13 @@ class QMenu;
 class QResizeEvent;
 struct downloaded_save_data;
 struct SColorbar;
+namespace imagemath {
+struct Formula;
+}
+namespace resultclickinfo {
+struct SResultFacts;
+struct SDisplayFacts;
+} // namespace resultclickinfo
 
 /// The Image Math Window: two clicks of a sequence, a formula and a constant k on the left, image A, image B
 /// and the result in the view on the right.
@@ -121,9 +129,25 @@ protected:
     void fetchOperandB(const QString &clickB, CILImage &calibratedB, CILImage &countsB);
     void prepareOperands(const QString &clickA, const QString &clickB, CILImage &calibratedA,
                          CILImage &calibratedB, CILImage &countsB);
+    void noteOperands(const QString &clickA, const QString &clickB);
+    void noteFormula(const imagemath::Formula &formula);
     void evaluateFormula(const QString &clickB, CILImage &countsB);
     void announceColorRange(void (CVXSImageMathWnd::*signal)());
     void restoreFlatField(CVXSDataset *dataset, bool remembered);
+    void addROISubmenu(const QString &clickNumber);
+    QString measureInBoth(CVXSDataset &source, CVXSDataset &target, const QString &roiName);
+    void setKFromROI(float k);
+    bool isPhotoEnabled() const;
+    CVXSDataset *photoDataset() const;
+    resultclickinfo::SResultFacts resultFacts() const;
+    resultclickinfo::SDisplayFacts displayFacts();
+    void writeResultImages(const QString &pathA, const QString &pathB);
+    std::string describeResult(const QString &folderA, const QString &folderB) const;
+    void copyPhotograph();
+    void saveUnsavedOverview();
+    void loadResult();
+    QString clickInfoFolder(const QString &click) const;
+    QString saveTemporaryCopy(CVXSDataset &dataset, const QString &click) const;
     void showWhatIsSet();
     bool askToSaveSequence();
     void fillListsAtBinding();
@@ -154,6 +178,10 @@ protected:
     std::array<CILImage *, SLOT_COUNT>
         m_viewImages{}; ///< what the view shows; an image is present when its slot is not null
     imagemath::TissueMaskMemo m_tissueMask;
+    imagemath::ResultRecord m_resultRecord; ///< how the result image was made; empty without one
+    CILImage m_photoImage;                  ///< copy of the photograph that goes with the last result dataset
+    QString m_resultClickNumber;
+    QString m_resultFolderPath; ///< ends in "/"
     bool m_bCannotCombine = false;
     QStringList m_messages;        ///< lines of the result tag while there is no result to show
     bool m_bRefreshEnabled = true; ///< false exactly while the computation emits a colour-range signal

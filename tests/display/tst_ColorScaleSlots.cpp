@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The limits that image A, image B and their colour bar share.
-#include "display/ColorScale.h"
 #include "display/DisplayUnitNames.h"
-#include "host/vxapi/model/VXCalibration.h"
+#include "tests/display/ScaleSlots.h"
 #include "tests/math/ImageMathProbe.h"
 
 #include <cmath>
@@ -11,30 +10,9 @@
 #include <QtTest>
 
 using colorscale::Limits;
+using namespace scaleslots;
 
 namespace {
-
-const QString A = "AB20260102030405", B = "AB20260102030406", POWER_A = "AB20260102030407",
-              POWER_B = "AB20260102030408", TRANS_A = "AB20260102030409", TRANS_B = "AB20260102030410";
-
-void fill(TestStudy &study)
-{
-    ClickSpec spec;
-    const auto add = [&](const QString &number, const char *exposure, const char *power, const char *kind) {
-        spec.clickNumber = number;
-        spec.kind = kind;
-        spec.luminescentKeys = {{clickinfo::KEY_EXPOSURE, exposure}};
-        if (power)
-            spec.luminescentKeys.insert(clickinfo::KEY_BOTTOM_POWER, power);
-        study.add(spec);
-    };
-    add(A, "60", nullptr, clickinfo::KIND_LUMINESCENT);
-    add(B, "6", nullptr, clickinfo::KIND_LUMINESCENT);
-    add(POWER_A, "60", "4", clickinfo::KIND_FLUORESCENT);
-    add(POWER_B, "6", "0.5", clickinfo::KIND_FLUORESCENT);
-    add(TRANS_A, "60", nullptr, clickinfo::KIND_TRANSILLUMINATION);
-    add(TRANS_B, "6", nullptr, clickinfo::KIND_TRANSILLUMINATION);
-}
 
 // Rising to twice what the camera counts at that factor, with some pixels below 0: each way to find limits
 // finds others.
@@ -49,33 +27,9 @@ CILImage notFinite()
     return TestStudy::image(8, 8, [](int, int) { return std::numeric_limits<float>::quiet_NaN(); });
 }
 
-CILPalette palette(VXS_COLORTABLE_TYPES table, double min, double max, bool reversed, bool log)
-{
-    CILPalette made;
-    made.SetColorTable(table, min, max, reversed, 0);
-    made.setLogScale(log);
-    return made;
-}
-
-QString text(const CILPalette &p)
-{
-    return QString("table %1, %2 to %3%4%5")
-        .arg(int(p.getColorTableType()))
-        .arg(p.getImageMin(), 0, 'g', 17)
-        .arg(p.getImageMax(), 0, 'g', 17)
-        .arg(p.isReversed() ? ", reversed" : "", p.isLogScale() ? ", log" : "");
-}
-
 const CILPalette BEFORE_A = palette(VXS_CT_BLUEHOT, 11, 12, false, false),
                  BEFORE_B = palette(VXS_CT_GREEN, 13, 14, true, true),
                  BEFORE_BAR = palette(VXS_CT_RED, 15, 16, true, false);
-
-Limits hostRange(CILImage image, const QString &unit, double factor)
-{
-    Limits limits{-1.0, -1.0};
-    VX_LuminImageMinMax(&image, &limits.min, &limits.max, unit, factor, 65000.0, 25000);
-    return limits;
-}
 
 } // namespace
 

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The limits of the result and its colour bar, and the lower limit forced to 0.
-#include "display/ColorScale.h"
 #include "display/DisplayUnitNames.h"
-#include "host/vxapi/model/VXCalibration.h"
+#include "tests/display/ScaleSlots.h"
 #include "tests/math/ImageMathProbe.h"
 
 #include <cmath>
@@ -12,31 +11,11 @@
 #include <QtTest>
 
 using colorscale::Limits;
+using namespace scaleslots;
 
 namespace {
 
-const QString A = "AB20260102030405", B = "AB20260102030406", POWER_A = "AB20260102030407",
-              POWER_B = "AB20260102030408", TRANS_A = "AB20260102030409", TRANS_B = "AB20260102030410";
 const float NOT_A_NUMBER = std::numeric_limits<float>::quiet_NaN();
-
-void fill(TestStudy &study)
-{
-    ClickSpec spec;
-    const auto add = [&](const QString &number, const char *exposure, const char *power, const char *kind) {
-        spec.clickNumber = number;
-        spec.kind = kind;
-        spec.luminescentKeys = {{clickinfo::KEY_EXPOSURE, exposure}};
-        if (power)
-            spec.luminescentKeys.insert(clickinfo::KEY_BOTTOM_POWER, power);
-        study.add(spec);
-    };
-    add(A, "60", nullptr, clickinfo::KIND_LUMINESCENT);
-    add(B, "6", nullptr, clickinfo::KIND_LUMINESCENT);
-    add(POWER_A, "60", "4", clickinfo::KIND_FLUORESCENT);
-    add(POWER_B, "6", "0.5", clickinfo::KIND_FLUORESCENT);
-    add(TRANS_A, "60", nullptr, clickinfo::KIND_TRANSILLUMINATION);
-    add(TRANS_B, "6", nullptr, clickinfo::KIND_TRANSILLUMINATION);
-}
 
 CILImage row(const QVector<float> &values)
 {
@@ -50,32 +29,8 @@ CILImage picture(double factor)
         64, 64, [factor](int x, int y) { return float((400.0 * (x + 64 * y) - 20000.0) * factor); });
 }
 
-CILPalette palette(VXS_COLORTABLE_TYPES table, double min, double max, bool reversed, bool log)
-{
-    CILPalette made;
-    made.SetColorTable(table, min, max, reversed, 0);
-    made.setLogScale(log);
-    return made;
-}
-
-QString text(const CILPalette &p)
-{
-    return QString("table %1, %2 to %3%4%5")
-        .arg(int(p.getColorTableType()))
-        .arg(p.getImageMin(), 0, 'g', 17)
-        .arg(p.getImageMax(), 0, 'g', 17)
-        .arg(p.isReversed() ? ", reversed" : "", p.isLogScale() ? ", log" : "");
-}
-
 const CILPalette BEFORE = palette(VXS_CT_BLUEHOT, 11, 12, false, true),
                  BEFORE_BAR = palette(VXS_CT_RED, 15, 16, false, false);
-
-Limits hostRange(CILImage image, const QString &unit, double factor)
-{
-    Limits limits; // what the host leaves on failure
-    VX_LuminImageMinMax(&image, &limits.min, &limits.max, unit, factor, 65000.0, 25000);
-    return limits;
-}
 
 double radiance(CVXSDataset *dataset)
 {

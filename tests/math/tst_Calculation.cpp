@@ -1,85 +1,13 @@
 // SPDX-License-Identifier: MIT
 // The window's computation: what it decides, says and shows, and in which order.
 #include "math/Formula.h"
-#include "tests/math/ImageMathProbe.h"
-#include "tests/math/PixelCompare.h"
+#include "tests/math/CalculationStudy.h"
 
-#include <cmath>
 #include <QComboBox>
 #include <QPushButton>
 #include <QtTest>
 
-using namespace pixelcompare;
-
-namespace {
-
-const QString A = "AB20260102030405", B = "AB20260102030406", COARSE = "AB20260102030407",
-              OTHER_FIELD = "AB20260102030408", OTHER_SIZE = "AB20260102030409",
-              PHOTO_ONLY = "AB20260102030410", PHOTO_ONLY_2 = "AB20260102030411",
-              BINNING_6 = "AB20260102030412", NAN_FIELD = "AB20260102030413", UNKNOWN = "AB20260102039999";
-const QString INVALID = "One or more dataset(s) is/are invalid...", NEED_TWO = "Need two images.";
-const QString CANNOT = "Can't combine images", FOV = "having different FOV.", SIZES = "of different sizes.";
-
-ClickSpec click(const QString &number, int size = 48, float binning = 4.0f, double field = 12.5)
-{
-    ClickSpec spec;
-    spec.clickNumber = number;
-    spec.width = spec.height = size;
-    spec.binning = binning;
-    spec.fieldOfView = field;
-    const float offset = float(number.right(2).toInt());
-    spec.counts = [offset](int x, int y) { return 100.0f + offset + float(x) + 2.0f * float(y); };
-    return spec;
-}
-
-ClickSpec photographOnly(const QString &number)
-{
-    ClickSpec spec;
-    spec.clickNumber = number;
-    spec.counts = nullptr;
-    spec.photograph = [](int x, int) { return x < 20 ? 10.0f : 900.0f; };
-    return spec;
-}
-
-void fill(TestStudy &study)
-{
-    study.add(click(A));
-    study.add(click(B));
-    study.add(click(COARSE, 24, 8.0f));
-    study.add(click(OTHER_FIELD, 48, 4.0f, std::nextafter(12.5, 13.0)));
-    study.add(click(OTHER_SIZE, 47));
-    study.add(photographOnly(PHOTO_ONLY));
-    study.add(photographOnly(PHOTO_ONLY_2));
-    study.add(click(BINNING_6, 32, 6.0f));
-    ClickSpec noField = click(NAN_FIELD);
-    noField.luminescentKeys.insert(clickinfo::KEY_FOV, QString());
-    study.add(noField);
-}
-
-const QStringList RUN{"slot 0 takes A",  "slot 1 takes B", "range of A and B", "slot 2 takes result",
-                      "range of result", "settings",       "refresh"};
-
-// An earlier result with palette and bar of its own, to see whether a run leaves them.
-struct Earlier
-{
-    explicit Earlier(ImageMathProbe &window)
-    {
-        window.m_resultImage = imageOf({1, 2, 3, 4, 5, 6}, 3, 2, 2.0f);
-        CILPalette palette;
-        palette.SetColorTable(VXS_CT_BLUEHOT, 3.0, 7.0, 0, 0);
-        window.m_resultImage.setPalette(palette);
-        window.m_pColorbarResult->palette.SetImageMinMax(5.0, 9.0);
-    }
-    static bool isStill(const ImageMathProbe &window)
-    {
-        CILPalette palette;
-        palette.SetColorTable(VXS_CT_BLUEHOT, 3.0, 7.0, 0, 0);
-        return difference(window.m_resultImage, {1, 2, 3, 4, 5, 6}, 3, 2).isEmpty() &&
-               window.m_resultImage.getPalette() == palette && window.m_resultImage.binningFactor() == 2.0f;
-    }
-};
-
-} // namespace
+using namespace calculation;
 
 class tst_Calculation : public QObject
 {
@@ -96,28 +24,15 @@ private Q_SLOTS:
     void orderOfASuccessfulRun();
     void outcomes_data();
     void outcomes();
-    void theInvalidExit_data();
-    void theInvalidExit();
-    void theInvalidExitKeepsTheFlag_data();
-    void theInvalidExitKeepsTheFlag();
-    void aSuccessfulRunClearsWhatAFailedOneLeft();
     void theOneSidedRunFetchesTheImageThatIsThere_data();
     void theOneSidedRunFetchesTheImageThatIsThere();
     void everyRunStartsFromEmptySlotsAndHiddenTags();
-    void logLineOfTheInvalidExit();
-    void aSlotThatTakesNoImage_data();
-    void aSlotThatTakesNoImage();
-    void logLinesOfRefusedSlots();
     void anIndexOutsideTheFormulas_data();
     void anIndexOutsideTheFormulas();
     void refreshIsOffExactlyDuringTheSignals();
     void signalsAreEmittedOnce_data();
     void signalsAreEmittedOnce();
     void unequalGridsGiveAnEmptyResult();
-    void aVanishedSequenceIsAnInvalidSelection();
-    void aVanishedDatasetIsAnInvalidSelection();
-    void damagedImages_data();
-    void damagedImages();
     void realWidgetsRunTheComputation();
 
 private:
@@ -253,88 +168,6 @@ void tst_Calculation::outcomes()
     }
 }
 
-void tst_Calculation::theInvalidExit_data()
-{
-    QTest::addColumn<QString>("clickA");
-    QTest::addColumn<QString>("clickB");
-    QTest::newRow("click A is not of the sequence") << UNKNOWN << B;
-    QTest::newRow("click B is not of the sequence") << A << UNKNOWN;
-    QTest::newRow("neither is") << UNKNOWN << UNKNOWN;
-    QTest::newRow("list A has no current row") << QString() << B;
-    QTest::newRow("list B has no current row") << A << QString();
-    QTest::newRow("neither list has a current row") << QString() << QString();
-    QTest::newRow("an empty text in list A") << QString("") << B;
-}
-
-void tst_Calculation::theInvalidExit()
-{
-    QFETCH(QString, clickA);
-    QFETCH(QString, clickB);
-    for (bool bound : {true, false}) {
-        ImageMathProbe window;
-        if (bound)
-            QVERIFY(window.bind(m_study));
-        window.select(m_study.sequence(), A, B);
-        window.calculateResultImage();
-        window.select(m_study.sequence(), clickA, clickB);
-        const Earlier earlier(window);
-        window.m_pDisplayBtn->setEnabled(true);
-        ToolLog log;
-        QCOMPARE(window.computed(), (QStringList{"settings", "refresh"}));
-        QVERIFY(!window.m_pDisplayBtn->isEnabled());
-        QCOMPARE(log.messages(), QStringList(INVALID));
-        QCOMPARE(window.m_pResultTag->getStringList(), QStringList(NEED_TWO));
-        QCOMPARE(window.m_messages, QStringList(NEED_TWO));
-        QCOMPARE(window.filledSlots(), QStringList());
-        QVERIFY(earlier.isStill(window));
-        QCOMPARE(window.m_pColorbarResult->palette.getImageMin(), 5.0);
-        QCOMPARE(window.m_pColorbarResult->palette.getImageMax(), 9.0);
-        QCOMPARE(window.m_pResultTag->isShown(), bound);
-        if (bound) {
-            for (int slot = 0; slot < 3; ++slot)
-                QVERIFY(!window.m_pView->imageAt(slot));
-        }
-    }
-}
-
-void tst_Calculation::theInvalidExitKeepsTheFlag_data()
-{
-    QTest::addColumn<bool>("flag");
-    QTest::newRow("set") << true;
-    QTest::newRow("clear") << false;
-}
-
-void tst_Calculation::theInvalidExitKeepsTheFlag()
-{
-    QFETCH(bool, flag);
-    ImageMathProbe window;
-    QVERIFY(window.bind(m_study));
-    window.select(m_study.sequence(), A, UNKNOWN);
-    window.m_bCannotCombine = flag;
-    window.calculateResultImage();
-    QCOMPARE(window.m_bCannotCombine, flag);
-    QVERIFY(window.m_pResultTag->isShown());
-    QCOMPARE(window.m_pResultTag->getStringList(), QStringList(NEED_TWO));
-}
-
-void tst_Calculation::aSuccessfulRunClearsWhatAFailedOneLeft()
-{
-    ImageMathProbe window;
-    QVERIFY(window.bind(m_study));
-    for (const QString &clickB : {OTHER_FIELD, OTHER_SIZE, PHOTO_ONLY, UNKNOWN}) {
-        window.select(m_study.sequence(), A, clickB);
-        window.calculateResultImage();
-        QVERIFY(!window.m_pDisplayBtn->isEnabled());
-        QVERIFY(window.m_pResultTag->isShown());
-        window.select(m_study.sequence(), A, B);
-        QCOMPARE(window.computed(), RUN);
-        QVERIFY(!window.m_bCannotCombine);
-        QVERIFY(window.m_messages.isEmpty());
-        QVERIFY(window.m_pDisplayBtn->isEnabled());
-        QVERIFY(!window.m_pResultTag->isShown());
-    }
-}
-
 void tst_Calculation::theOneSidedRunFetchesTheImageThatIsThere_data()
 {
     QTest::addColumn<bool>("sideA");
@@ -372,74 +205,6 @@ void tst_Calculation::everyRunStartsFromEmptySlotsAndHiddenTags()
         window.calculateResultImage();
         QCOMPARE(window.shownTags(), 0);
         QCOMPARE(window.filledSlots().contains("R"), clickB == B);
-    }
-}
-
-void tst_Calculation::logLineOfTheInvalidExit()
-{
-    ImageMathProbe window;
-    window.select(m_study.sequence(), A, UNKNOWN);
-    ToolLog log;
-    window.calculateResultImage();
-    QCOMPARE(log.entries().size(), 1);
-    const SLogEntry line = log.entries().first();
-    QCOMPARE(line.message, INVALID);
-    QCOMPARE(line.detail, QString());
-    QCOMPARE(line.number, 0);
-    QCOMPARE(line.stamp, QString("18:26:27"));
-    QCOMPARE(line.level, 3L);
-}
-
-void tst_Calculation::aSlotThatTakesNoImage_data()
-{
-    QTest::addColumn<int>("slot");
-    QTest::addColumn<bool>("misread");
-    QTest::addColumn<QString>("message");
-    for (bool misread : {false, true}) {
-        const QString how = misread ? "holds another image" : "stays empty";
-        QTest::newRow(qPrintable("slot A " + how)) << 0 << misread << "Image A could not be replaced.";
-        QTest::newRow(qPrintable("slot B " + how)) << 1 << misread << "Image B could not be replaced.";
-        QTest::newRow(qPrintable("the result's slot " + how))
-            << 2 << misread << "Result Image could not be replaced";
-    }
-}
-
-void tst_Calculation::aSlotThatTakesNoImage()
-{
-    QFETCH(int, slot);
-    QFETCH(bool, misread);
-    QFETCH(QString, message);
-    ImageMathProbe window;
-    QVERIFY(window.bind(m_study));
-    window.select(m_study.sequence(), A, B);
-    const Earlier earlier(window);
-    (misread ? window.misreadSlot : window.refusedSlot) = slot;
-    ToolLog log;
-    QCOMPARE(window.computed(), RUN);
-    QCOMPARE(log.messages(), QStringList(message));
-    // Without A or B in the view there is nothing to evaluate; what stands in the slot does not matter.
-    const bool evaluated = slot == 2 || misread;
-    QCOMPARE(window.m_resultImage.getWidth(), evaluated ? 48u : 3u);
-    if (!evaluated)
-        QCOMPARE(difference(window.m_resultImage, {1, 2, 3, 4, 5, 6}, 3, 2), QString());
-    QVERIFY(!window.m_bCannotCombine);
-    QVERIFY(window.m_pDisplayBtn->isEnabled());
-}
-
-void tst_Calculation::logLinesOfRefusedSlots()
-{
-    for (int slot = 0; slot < 3; ++slot) {
-        ImageMathProbe window;
-        window.select(m_study.sequence(), A, B);
-        window.refusedSlot = slot;
-        ToolLog log;
-        window.calculateResultImage();
-        QCOMPARE(log.entries().size(), 1);
-        const SLogEntry line = log.entries().first();
-        QCOMPARE(line.detail, QString());
-        QCOMPARE(line.number, 0);
-        QCOMPARE(line.stamp, QString("18:26:27"));
-        QCOMPARE(line.level, 3L);
     }
 }
 
@@ -528,96 +293,6 @@ void tst_Calculation::unequalGridsGiveAnEmptyResult()
             QCOMPARE((aIsFiner ? window.m_imageA : window.m_imageB).getWidth(), 48u);
             QCOMPARE((aIsFiner ? window.m_imageB : window.m_imageA).getWidth(), 32u);
         }
-    }
-}
-
-void tst_Calculation::aVanishedSequenceIsAnInvalidSelection()
-{
-    TestStudy study("CD20260102030405_SEQ");
-    study.add(click("CD20260102030405"));
-    study.add(click("CD20260102030406"));
-    ImageMathProbe window;
-    QVERIFY(window.bind(study));
-    window.select(study.sequence(), "CD20260102030405", "CD20260102030406");
-    window.calculateResultImage();
-    study.close();
-    ToolLog log;
-    QCOMPARE(window.computed(), (QStringList{"settings", "refresh"}));
-    QCOMPARE(log.messages(), QStringList(INVALID));
-}
-
-void tst_Calculation::aVanishedDatasetIsAnInvalidSelection()
-{
-    TestStudy study("CD20260102030405_SEQ");
-    study.add(click("CD20260102030405"));
-    study.add(click("CD20260102030406"));
-    ImageMathProbe window;
-    window.select(study.sequence(), "CD20260102030405", "CD20260102030406");
-    window.calculateResultImage();
-    QVERIFY(study.sequence()->removeDataset("CD20260102030406"));
-    ToolLog log;
-    QCOMPARE(window.computed(), (QStringList{"settings", "refresh"}));
-    QCOMPARE(log.messages(), QStringList(INVALID));
-}
-
-void tst_Calculation::damagedImages_data()
-{
-    QTest::addColumn<bool>("damageA");
-    QTest::addColumn<bool>("damageB");
-    QTest::newRow("A's image file is damaged") << true << false;
-    QTest::newRow("B's image file is damaged") << false << true;
-    QTest::newRow("both image files are damaged") << true << true;
-}
-
-void tst_Calculation::damagedImages()
-{
-    QFETCH(bool, damageA);
-    QFETCH(bool, damageB);
-    const QString id = "CD20260102030405_SEQ", first = "CD20260102030405", second = "CD20260102030406";
-    TestStudy study(id);
-    study.add(click(first));
-    study.add(click(second));
-    QVERIFY(study.save());
-    const QString folder = study.sequence()->getSequenceInfoPath();
-    study.close();
-    const auto damage = [&folder](const QString &number) {
-        QFile file(folder + number + "/luminescent.tif");
-        QVERIFY(file.exists());
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("II*\0 no picture at all, only a beginning of one", 46);
-    };
-    if (damageA)
-        damage(first);
-    if (damageB)
-        damage(second);
-    ESTATUS status = ESTATUS_FAILURE;
-    QString error;
-    std::unique_ptr<CVXSSequenceDataset> sequence(CVXSSequenceDataset::open(folder, &status, &error));
-    QVERIFY2(sequence, qPrintable(error));
-    ImageMathProbe window;
-    window.select(sequence.get(), first, second);
-    for (int index = 0; index < 5; ++index) {
-        window.m_pOperationCB->setCurrentIndex(index);
-        ToolLog log;
-        window.calculateResultImage();
-        QVERIFY(log.failures() > 0);
-        QCOMPARE(window.m_imageA.isEmpty(), damageA);
-        QCOMPARE(window.m_imageB.isEmpty(), damageB);
-        QCOMPARE(window.filledSlots().mid(0, 2), (QStringList{"A", "B"}));
-        if (damageA && damageB) {
-            QVERIFY(window.m_resultImage.isEmpty());
-        } else {
-            QCOMPARE(window.m_messages, (QStringList{CANNOT, SIZES}));
-            QVERIFY(!window.m_pDisplayBtn->isEnabled());
-        }
-    }
-    // What is left of the sequence goes on working.
-    if (!damageA || !damageB) {
-        const QString whole = damageA ? second : first;
-        window.select(sequence.get(), whole, whole);
-        window.calculateResultImage();
-        QCOMPARE(window.m_messages, QStringList());
-        QCOMPARE(window.m_resultImage.getWidth(), 48u);
     }
 }
 

@@ -17,31 +17,25 @@ struct SStretch
     double length;
 };
 
-/// A length that leads from `begin` to `end` exactly, where there is one.
-double exactLength(double begin, double end)
-{
-    const double length = end - begin;
-    for (const double candidate :
-         {length, std::nextafter(length, 2.0 * length), std::nextafter(length, 0.0)}) {
-        if (begin + candidate == end)
-            return candidate;
-    }
-    return length;
-}
-
 // Each cell begins where the one before ends, to the last bit, so that no pixel is lost between them or
-// counted twice.
+// counted twice. (begin + length need not be the end that was wanted.)
 SStretch cellStretch(double begin, double length, int count, int index)
 {
-    const double end = begin + length;
-    double cellBegin = begin;
+    SStretch cell{begin, 0.0};
     for (int i = 0;; ++i) {
-        const double cellEnd = i + 1 == count ? end : begin + length * (i + 1) / count;
-        const double cellLength = exactLength(cellBegin, cellEnd);
+        const double part = i + 1 == count ? length : length * (i + 1) / count;
+        cell.length = begin + part - cell.begin;
         if (i == index)
-            return {cellBegin, cellLength};
-        cellBegin += cellLength;
+            return cell;
+        cell.begin += cell.length;
     }
+}
+
+/// Where the last of the cells ends, which may be beside the end of the whole in the last bit.
+double cellsEnd(double begin, double length, int count)
+{
+    const SStretch last = cellStretch(begin, length, count, count - 1);
+    return last.begin + last.length;
 }
 
 bool areFinite(const QPolygonF &outline)
@@ -112,8 +106,9 @@ QVector<SRoiSpan> CROIBase::spansAt(double y) const
         return ellipseSpansAt(y);
     if (isOutlined())
         return outlineSpansAt(y);
-    if (m_box.top() <= y && y < m_box.bottom())
-        return {{m_box.left(), m_box.right()}};
+    const double bottom = cellsEnd(m_box.top(), m_box.height(), m_rows);
+    if (m_box.top() <= y && y < bottom)
+        return {{m_box.left(), cellsEnd(m_box.left(), m_box.width(), m_columns)}};
     return {};
 }
 

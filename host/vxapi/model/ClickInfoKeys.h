@@ -19,6 +19,9 @@ constexpr char SECTION_USER_LABELS[] = "User Label Name Set";
 constexpr char SECTION_CAMERA[] = "Camera System Info";
 constexpr char SECTION_GRAPH_CONTROLS[] = "Graph Controls";
 constexpr char SECTION_ROIS[] = "ROIs"; ///< of AnalyzedClickInfo.txt
+constexpr char SECTION_LUMINESCENT_A[] =
+    "luminescent A image"; ///< of a result's AnalyzedClickInfo.txt; "luminescentA.TIF"
+constexpr char SECTION_LUMINESCENT_B[] = "luminescent B image"; ///< "luminescentB.TIF"
 
 // --- "ClickNumber" ---
 constexpr char KEY_SEQUENCE_ID[] = "Sequence ID";
@@ -102,5 +105,9 @@ constexpr char KEY_3D_SCENE_ONLY[] = "3D Scene Only"; ///< "1": holds only a 3D 
 constexpr char FILE_CLICK_INFO[] = "ClickInfo.txt";
 constexpr char FILE_ANALYZED_CLICK_INFO[] = "AnalyzedClickInfo.txt";
 constexpr char FILE_SEQUENCE_INFO[] = "SequenceInfo.txt";
+constexpr char FILE_LUMINESCENT[] = "luminescent.tif";
+constexpr char FILE_LUMINESCENT_A[] = "luminescentA.TIF"; ///< copies of a result's operands
+constexpr char FILE_LUMINESCENT_B[] = "luminescentB.TIF";
+constexpr char FILE_PHOTOGRAPH[] = "photograph.tif";
 
 } // namespace clickinfo

@@ -34,8 +34,8 @@ const std::array<SImageKind, DatasetImages::COUNT> &DatasetImages::kinds()
 {
     // In the order of tag_eimagetype.
     static const std::array<SImageKind, COUNT> all = {{
-        {EIMAGE_PHOTOGRAPH, SECTION_PHOTOGRAPH, "photograph.tif", "photograph"},
-        {EIMAGE_LUMINESCENT, SECTION_LUMINESCENT, "luminescent.tif", "luminescent image"},
+        {EIMAGE_PHOTOGRAPH, SECTION_PHOTOGRAPH, FILE_PHOTOGRAPH, "photograph"},
+        {EIMAGE_LUMINESCENT, SECTION_LUMINESCENT, FILE_LUMINESCENT, "luminescent image"},
         {EIMAGE_XRAY, SECTION_XRAY, "xray.tif", "X-ray image"},
         {EIMAGE_FLATFIELD, SECTION_FLATFIELD, "flatfield.tif", "flat-field image"},
         {EIMAGE_BACKGROUND, SECTION_BACKGROUND, "background.tif", "background image"},

@@ -224,6 +224,10 @@ void tst_RoiGeometry::cellsShareNoPlaceAndLoseNone_data()
     QTest::newRow("edges that no binary number tells") << QRectF(0.1, 0.3, 0.7, 1.1) << 7 << 3;
     QTest::newRow("a box across the image's edge") << QRectF(-0.7, -3.3, 0.9, 4.1) << 9 << 13;
     QTest::newRow("a box that ends at the image's edge") << QRectF(-0.3, -0.1, 0.3, 0.1) << 11 << 10;
+    QTest::newRow("a last cell that no length brings to the end")
+        << QRectF(-0.735, -0.858, 8.461, 8.581) << 2 << 2;
+    QTest::newRow("inner cells that no length brings to their end")
+        << QRectF(-0.037, -0.079, 2.801, 6.112) << 3 << 11;
     QTest::newRow("a plate of 1536 wells") << QRectF(0.33, 0.21, 10.8, 7.2) << 32 << 48;
 }
 
@@ -249,7 +253,10 @@ void tst_RoiGeometry::cellsShareNoPlaceAndLoseNone()
                 return false;
             before = end(cell);
         }
-        return before == end(grid);
+        const auto place = [&](double along) {
+            return isDown ? QPointF(box.left(), along) : QPointF(along, box.top());
+        };
+        return !grid.contains(place(before)) && grid.contains(place(std::nextafter(before, -1e9)));
     };
     QVERIFY(check(true, rows));
     QVERIFY(check(false, columns));

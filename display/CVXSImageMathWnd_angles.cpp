@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxparser/CPLClickInfo.h"
+#include "host/vxutils/CVXSMessageBox.h"
+#include "host/vxutils/CVXUtilityFns.h"
+#include "window/CVXSImageMathWnd.h"
+
+#include <QMessageBox>
+
+ESTATUS CVXSImageMathWnd::checkImagingAngles(const QString &pathA, const QString &pathB)
+{
+    CPLClickInfo infoA;
+    CPLClickInfo infoB;
+    infoA.loadClickInfo(pathA, false);
+    infoB.loadClickInfo(pathB, false);
+    const QString luminescent = QString::fromLatin1(clickinfo::SECTION_LUMINESCENT);
+    const CPLSection *sectionA = infoA[luminescent];
+    const CPLSection *sectionB = infoB[luminescent];
+    if (!sectionA || !sectionB)
+        return ESTATUS_IMAGING_ANGLES;
+
+    QString angleA;
+    QString angleB;
+    const QString key = QString::fromLatin1(clickinfo::KEY_IMAGING_ANGLE);
+    const ESTATUS statusA = sectionA->getValue(key, &angleA);
+    const ESTATUS statusB = sectionB->getValue(key, &angleB);
+    if (statusA != ESTATUS_SUCCESS && statusB != ESTATUS_SUCCESS)
+        return ESTATUS_SUCCESS;
+    // An angle that only one of them records differs from none.
+    if (angleA.toLower() == angleB.toLower())
+        return ESTATUS_SUCCESS;
+    const int answer = CVXSMessageBox::question(
+        this, CVXUtilityFns::getAppName(),
+        tr("The two datasets have different imaging angles. Do you want to continue?"), QMessageBox::Yes,
+        QMessageBox::No, QMessageBox::NoButton);
+    return answer == QMessageBox::No ? ESTATUS_IMAGING_ANGLES : ESTATUS_SUCCESS;
+}

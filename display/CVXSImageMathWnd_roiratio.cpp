@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: MIT
+#include "host/vxapi/model/CROIManager.h"
+#include "host/vxapi/model/CRoiMeasurementManager.h"
+#include "host/vxapi/model/CVXSDataset.h"
+#include "window/CVXSImageMathWnd.h"
+
+namespace {
+
+/// The record of that dataset's ROI, or null.
+const CRoiMeasInfo *recordOf(const QString &clickNumber, const QString &roiName)
+{
+    const auto *manager = CRoiMeasurementManager::getRoiMeasurementManager();
+    const SRoiMeasDisplayEntry *entry = manager->findMeasInfoForId(clickNumber, roiName);
+    return entry ? manager->getRoiMeasInfoList().value(entry->index) : nullptr;
+}
+
+double valueOf(const CRoiMeasInfo &record, tag_edisplayunit unit)
+{
+    const bool isCalibrated = unit == EUNIT_RADIANCE || unit == EUNIT_RADIANT_EFFICIENCY;
+    return isCalibrated ? record.calibratedROIStatistic() : record.primaryROIStatistic();
+}
+
+} // namespace
+
+void CVXSImageMathWnd::computeKFromROI(const QString &datasetText, const QString &roiName)
+{
+    if (!m_pListBoxA->item(m_pListBoxA->currentRow()) || !m_pListBoxB->item(m_pListBoxB->currentRow()))
+        return;
+    if (roiName == QLatin1String("_none_")) {
+        setKFromROI(1.0f);
+        return;
+    }
+    const bool isSourceA = currentClickA().contains(datasetText);
+    const QString sourceText = isSourceA ? currentClickA() : currentClickB();
+    const QString targetText = isSourceA ? currentClickB() : currentClickA();
+    CVXSDataset *source = CVXSDataset::getDataset(sourceText);
+    CVXSDataset *target = CVXSDataset::getDataset(targetText);
+    if (!source || !target)
+        return;
+    const bool wasSourceModified = source->isModified();
+    const bool wasTargetModified = target->isModified();
+    const tag_edisplayunit unit = source->getUnit();
+    const tag_edisplayunit targetUnit = target->getUnit();
+
+    const QString targetROI = measureInBoth(*source, *target, roiName);
+    const CRoiMeasInfo *sourceRecord = recordOf(sourceText, roiName);
+    const CRoiMeasInfo *targetRecord = recordOf(targetText, targetROI);
+    if (!sourceRecord || !targetRecord)
+        return; // what was pasted and changed stays, to be looked at
+    const double sourceValue = valueOf(*sourceRecord, unit);
+    const double targetValue = valueOf(*targetRecord, unit);
+
+    if (m_bPastedROI) {
+        target->roiManager()->selectLastCreatedROI();
+        target->roiManager()->removeROIObject();
+        m_bPastedROI = false;
+    }
+    source->setModified(wasSourceModified);
+    source->setUnit(unit);
+    target->setModified(wasTargetModified);
+    target->setUnit(targetUnit);
+
+    // Value in A over value in B either way; only the target's is looked at.
+    if (targetValue == 0.0)
+        setKFromROI(1.0f);
+    else
+        setKFromROI(float(isSourceA ? sourceValue / targetValue : targetValue / sourceValue));
+}
+
+// Copies the source's ROI into the target and measures both in the source's unit; one dataset's ROI is taken
+// as it was measured last. Returns the name that the ROI has in the target.
+QString CVXSImageMathWnd::measureInBoth(CVXSDataset &source, CVXSDataset &target, const QString &roiName)
+{
+    CROIManager *rois = source.roiManager();
+    CROIBase *roi = nullptr;
+    rois->getROI(roiName, roi);
+    m_bPastedROI = false;
+    rois->selectROI(roi, false);
+    tagROIInfo info;
+    rois->getSelectedROIProps(&info);
+    rois->setMeasurementInvalid(roi);
+    if (&source == &target)
+        return roiName;
+
+    m_bPastedROI = true;
+    rois->copyROIObject();
+    target.roiManager()->pasteROIObject(false);
+    const tag_edisplayunit unit = source.getUnit();
+    source.setUnit(unit);
+    target.setUnit(unit);
+    source.MeasureROIAndMakeMeasRecords(true);
+    target.MeasureROIAndMakeMeasRecords(true);
+    target.roiManager()->selectLastCreatedROI();
+    target.roiManager()->getSelectedROIProps(&info);
+    return info.name;
+}
+
+void CVXSImageMathWnd::setKFromROI(float k)
+{
+    m_kValue = k;
+    m_pKLineEdit->setText(QString::number(double(m_kValue)));
+    calculateResultImage();
+}

@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+#include "math/ResultRecord.h"
+
+#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/CVXSSequenceDataset.h"
+#include "host/vxparser/CPLClickInfo.h"
+
+#include <QCryptographicHash>
+#include <QFile>
+
+using namespace clickinfo;
+
+namespace {
+
+struct SConstant
+{
+    const char *section;
+    const char *key;
+};
+
+// Everything of ClickInfo that decides about a calibrated image or a formula.
+constexpr SConstant CONSTANTS[] = {
+    {SECTION_CAMERA, KEY_GAIN},
+    {SECTION_CAMERA, KEY_QUANTUM_EFFICIENCY},
+    {SECTION_CAMERA, KEY_PIXEL_PITCH},
+    {SECTION_CAMERA, KEY_MAGNIFICATION},
+    {SECTION_LUMINESCENT, KEY_KIND},
+    {SECTION_LUMINESCENT, KEY_EXPOSURE},
+    {SECTION_LUMINESCENT, KEY_FNUMBER},
+    {SECTION_LUMINESCENT, KEY_TRANSMISSION},
+    {SECTION_LUMINESCENT, KEY_EXCITATION_IRRADIANCE},
+    {SECTION_LUMINESCENT, KEY_BINNING},
+    {SECTION_LUMINESCENT, KEY_FOV},
+    {SECTION_LUMINESCENT, KEY_FLUORESCENCE_LEVEL},
+    {SECTION_LUMINESCENT, KEY_BACKGROUND_CORRECTED},
+    {SECTION_LUMINESCENT, KEY_FLATFIELD_CORRECTED},
+    {SECTION_LUMINESCENT, KEY_MATH_OPERATION},
+};
+
+// Sections that name an image file, and the file's name when they name none.
+constexpr SConstant IMAGES[] = {
+    {SECTION_LUMINESCENT, FILE_LUMINESCENT}, {SECTION_PHOTOGRAPH, FILE_PHOTOGRAPH},
+    {SECTION_FLATFIELD, "flatfield.tif"},    {SECTION_BACKGROUND, "background.tif"},
+    {SECTION_EXCITATION, "excitation.tif"},
+};
+
+} // namespace
+
+imagemath::OperandRecord imagemath::recordOf(const CVXSDataset &dataset)
+{
+    OperandRecord record;
+    record.clickNumber = dataset.getClickNumber();
+    if (const CVXSSequenceDataset *sequence = dataset.getSequenceDataset())
+        record.sequenceId = sequence->getSequenceID();
+    record.flatFieldCorrected = dataset.isLuminFlatFieldCorrected();
+    record.backgroundSubtracted = dataset.isLuminBackgroundSubtracted();
+    record.fluorescenceBackgroundSubtracted = dataset.isLuminFLBkgSubtracted();
+
+    const auto note = [&](const char *sectionKey, const char *key) {
+        QString value;
+        const CPLSection *section = (*dataset.getClickInfo())[QString::fromLatin1(sectionKey)];
+        if (section && section->getValue(QString::fromLatin1(key), &value) == ESTATUS_SUCCESS)
+            record.constants.insert(
+                QString::fromLatin1(sectionKey) + QLatin1Char('/') + QString::fromLatin1(key), value);
+    };
+    for (const SConstant &constant : CONSTANTS)
+        note(constant.section, constant.key);
+    // Of a result it is the unit of its pixels; of others only what they are shown in.
+    if (record.constants.contains(QString::fromLatin1(SECTION_LUMINESCENT) + QLatin1Char('/') +
+                                  QString::fromLatin1(KEY_MATH_OPERATION)))
+        note(SECTION_GRAPH_CONTROLS, KEY_INTENSITY_CALIBRATION);
+    return record;
+}
+
+QVector<imagemath::FileRecord> imagemath::imageFilesOf(const CVXSDataset &dataset, const QString &folder)
+{
+    QVector<FileRecord> files;
+    for (const SConstant &image : IMAGES) {
+        const CPLSection *section = (*dataset.getClickInfo())[QString::fromLatin1(image.section)];
+        if (!section)
+            continue;
+        QString name;
+        section->getSectionName(&name, false);
+        if (name.isEmpty())
+            name = QString::fromLatin1(image.key);
+        const QString hash = sha256OfFile(folder + name);
+        if (!hash.isEmpty())
+            files.append({name, hash});
+    }
+    return files;
+}
+
+QString imagemath::sha256OfFile(const QString &path)
+{
+    QFile file(path);
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    if (!file.open(QIODevice::ReadOnly) || !hash.addData(&file))
+        return QString();
+    return QString::fromLatin1(hash.result().toHex());
+}

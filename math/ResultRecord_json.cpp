@@ -1,0 +1,218 @@
+// SPDX-License-Identifier: MIT
+#include "math/ResultRecord.h"
+
+#include <charconv>
+#include <cmath>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace {
+
+using imagemath::FileRecord;
+using imagemath::OperandRecord;
+using imagemath::PhotographRecord;
+using imagemath::ResultRecord;
+
+// Names of the members.
+const QString MADE_BY = QStringLiteral("image math");
+const QString OPERATION = QStringLiteral("operation");
+const QString K = QStringLiteral("k");
+const QString K_HEX = QStringLiteral("k hexadecimal");
+const QString UNIT = QStringLiteral("unit");
+const QString OPERAND_A = QStringLiteral("A");
+const QString OPERAND_B = QStringLiteral("B");
+const QString PHOTOGRAPH = QStringLiteral("photograph");
+const QString MASK = QStringLiteral("mask photograph");
+const QString COMPUTED = QStringLiteral("computed");
+const QString VERSION = QStringLiteral("version");
+const QString CLICK = QStringLiteral("click number");
+const QString SEQUENCE = QStringLiteral("sequence");
+const QString FLAT_FIELD = QStringLiteral("flat field corrected");
+const QString BACKGROUND = QStringLiteral("background subtracted");
+const QString FL_BACKGROUND = QStringLiteral("fluorescence background subtracted");
+const QString CONSTANTS = QStringLiteral("constants");
+const QString FILES = QStringLiteral("files");
+const QString NAME = QStringLiteral("name");
+const QString SHA256 = QStringLiteral("sha256");
+
+/// The shortest decimal that reads back as the same float.
+QString decimal(float value)
+{
+    char text[64];
+    const auto end = std::to_chars(text, text + sizeof text, value).ptr;
+    return QString::fromLatin1(text, int(end - text));
+}
+
+QString hexadecimal(float value)
+{
+    if (!std::isfinite(value))
+        return decimal(value);
+    char text[64];
+    const auto end = std::to_chars(text, text + sizeof text, std::fabs(value), std::chars_format::hex).ptr;
+    return (std::signbit(value) ? QStringLiteral("-0x") : QStringLiteral("0x")) +
+           QString::fromLatin1(text, int(end - text));
+}
+
+bool readHexadecimal(const QString &text, float *value)
+{
+    QByteArray digits = text.toLatin1();
+    const bool isNegative = digits.startsWith('-');
+    if (isNegative)
+        digits.remove(0, 1);
+    const bool isHex = digits.startsWith("0x");
+    if (isHex)
+        digits.remove(0, 2);
+    float magnitude = 0.0f;
+    const char *last = digits.constData() + digits.size();
+    const auto read = std::from_chars(digits.constData(), last, magnitude,
+                                      isHex ? std::chars_format::hex : std::chars_format::general);
+    if (digits.isEmpty() || digits.startsWith('-') || read.ec != std::errc() || read.ptr != last)
+        return false;
+    *value = isNegative ? -magnitude : magnitude;
+    return true;
+}
+
+QJsonObject fileToJson(const FileRecord &file)
+{
+    return {{NAME, file.name}, {SHA256, file.sha256}};
+}
+
+QJsonObject operandToJson(const OperandRecord &operand)
+{
+    QJsonArray files;
+    for (const FileRecord &file : operand.files)
+        files.append(fileToJson(file));
+    QJsonObject constants;
+    for (auto it = operand.constants.begin(); it != operand.constants.end(); ++it)
+        constants.insert(it.key(), it.value());
+    return {{CLICK, operand.clickNumber},
+            {SEQUENCE, operand.sequenceId},
+            {FLAT_FIELD, operand.flatFieldCorrected},
+            {BACKGROUND, operand.backgroundSubtracted},
+            {FL_BACKGROUND, operand.fluorescenceBackgroundSubtracted},
+            {CONSTANTS, constants},
+            {FILES, files}};
+}
+
+QJsonObject photographToJson(const PhotographRecord &photograph)
+{
+    QJsonObject object = fileToJson(photograph.file);
+    object.insert(CLICK, photograph.clickNumber);
+    return object;
+}
+
+/// Reads members and remembers the first one that is missing or of another type.
+class Reader
+{
+public:
+    Reader(const QJsonObject &object, const QString &path, QString *reason)
+        : m_object(object), m_path(path), m_reason(reason)
+    {
+    }
+
+    QString text(const QString &name) { return value(name, QJsonValue::String).toString(); }
+    bool flag(const QString &name) { return value(name, QJsonValue::Bool).toBool(); }
+    QJsonObject object(const QString &name) { return value(name, QJsonValue::Object).toObject(); }
+    QJsonArray array(const QString &name) { return value(name, QJsonValue::Array).toArray(); }
+
+    void fail(const QString &name)
+    {
+        if (m_reason->isEmpty())
+            *m_reason = QStringLiteral("\"%1\" is missing or of another type").arg(m_path + name);
+    }
+
+private:
+    QJsonValue value(const QString &name, QJsonValue::Type type)
+    {
+        const QJsonValue found = m_object.value(name);
+        if (found.type() != type)
+            fail(name);
+        return found;
+    }
+
+    QJsonObject m_object;
+    QString m_path;
+    QString *m_reason;
+};
+
+FileRecord fileFromJson(const QJsonObject &object, const QString &path, QString *reason)
+{
+    Reader reader(object, path, reason);
+    return {reader.text(NAME), reader.text(SHA256)};
+}
+
+OperandRecord operandFromJson(const QJsonObject &object, const QString &path, QString *reason)
+{
+    Reader reader(object, path, reason);
+    OperandRecord operand;
+    operand.clickNumber = reader.text(CLICK);
+    operand.sequenceId = reader.text(SEQUENCE);
+    operand.flatFieldCorrected = reader.flag(FLAT_FIELD);
+    operand.backgroundSubtracted = reader.flag(BACKGROUND);
+    operand.fluorescenceBackgroundSubtracted = reader.flag(FL_BACKGROUND);
+    const QJsonObject constants = reader.object(CONSTANTS);
+    for (auto it = constants.begin(); it != constants.end(); ++it) {
+        if (!it.value().isString())
+            reader.fail(CONSTANTS + QLatin1Char('/') + it.key());
+        operand.constants.insert(it.key(), it.value().toString());
+    }
+    const QJsonArray files = reader.array(FILES);
+    for (const QJsonValue &file : files)
+        operand.files.append(fileFromJson(file.toObject(), path + FILES + QLatin1Char('/'), reason));
+    return operand;
+}
+
+PhotographRecord photographFromJson(const QJsonObject &object, const QString &path, QString *reason)
+{
+    return {Reader(object, path, reason).text(CLICK), fileFromJson(object, path, reason)};
+}
+
+} // namespace
+
+QByteArray imagemath::toJson(const ResultRecord &record)
+{
+    QJsonObject made{{OPERATION, record.operation},        {K, decimal(record.k)},
+                     {K_HEX, hexadecimal(record.k)},       {UNIT, record.unit},
+                     {OPERAND_A, operandToJson(record.a)}, {OPERAND_B, operandToJson(record.b)},
+                     {COMPUTED, record.computed},          {VERSION, record.version}};
+    if (!record.photograph.clickNumber.isEmpty())
+        made.insert(PHOTOGRAPH, photographToJson(record.photograph));
+    if (!record.maskPhotograph.clickNumber.isEmpty())
+        made.insert(MASK, photographToJson(record.maskPhotograph));
+    return QJsonDocument(QJsonObject{{MADE_BY, made}}).toJson(QJsonDocument::Indented);
+}
+
+bool imagemath::fromJson(const QByteArray &json, ResultRecord *record, QString *reason)
+{
+    reason->clear();
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(json, &error);
+    if (error.error != QJsonParseError::NoError) {
+        *reason = error.errorString();
+        return false;
+    }
+    const QJsonObject made = Reader(document.object(), QString(), reason).object(MADE_BY);
+    if (!reason->isEmpty())
+        return false;
+
+    Reader reader(made, QString(), reason);
+    ResultRecord read;
+    read.operation = reader.text(OPERATION);
+    if (!readHexadecimal(reader.text(K_HEX), &read.k))
+        reader.fail(K_HEX);
+    read.unit = reader.text(UNIT);
+    read.a = operandFromJson(reader.object(OPERAND_A), QStringLiteral("A/"), reason);
+    read.b = operandFromJson(reader.object(OPERAND_B), QStringLiteral("B/"), reason);
+    read.computed = reader.text(COMPUTED);
+    read.version = reader.text(VERSION);
+    if (made.contains(PHOTOGRAPH))
+        read.photograph =
+            photographFromJson(reader.object(PHOTOGRAPH), PHOTOGRAPH + QLatin1Char('/'), reason);
+    if (made.contains(MASK))
+        read.maskPhotograph = photographFromJson(reader.object(MASK), MASK + QLatin1Char('/'), reason);
+    if (!reason->isEmpty())
+        return false;
+    *record = read;
+    return true;
+}

@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: MIT
+#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/CVXSSequenceDataset.h"
+#include "host/vxapi/view/CVXSChildWindow.h"
+#include "host/vxutils/CVXPreference.h"
+#include "host/vxutils/deleteFolderTree.h"
+#include "math/ToolLog.h"
+#include "window/CVXSImageMathWnd.h"
+
+#include <QDir>
+#include <QFile>
+
+namespace {
+
+const QString TEMP_FOLDER = QStringLiteral("TempFolder");
+constexpr int ONLY_IN_MEMORY = 2;
+
+bool isOnlyInMemory(const CVXSDataset *dataset)
+{
+    return dataset && dataset->getDatasetType() == ONLY_IN_MEMORY;
+}
+
+QString analyzedPathOf(const QString &clickInfoPath)
+{
+    return clickInfoPath.left(clickInfoPath.lastIndexOf(QLatin1Char('/'))) + QLatin1Char('/') +
+           QString::fromLatin1(clickinfo::FILE_ANALYZED_CLICK_INFO);
+}
+
+} // namespace
+
+void CVXSImageMathWnd::onClickDisplayResultForMeasuring()
+{
+    QString clickA;
+    QString clickB;
+    if (m_pListBoxA->currentItem() && m_pListBoxB->currentItem()) {
+        clickA = currentClickA();
+        clickB = currentClickB();
+    }
+    if (!bothAssociated(clickA, clickB)) {
+        for (int slot = 0; slot < SLOT_COUNT; ++slot)
+            setViewImage(slot, nullptr);
+        showInvalidSelection();
+        return;
+    }
+    m_pDisplayBtn->setEnabled(true);
+    copyPhotograph();
+    saveUnsavedOverview();
+
+    QString pathA = clickInfoFolder(clickA);
+    QString pathB = clickInfoFolder(clickB);
+    if (isOnlyInMemory(m_pDatasetA))
+        pathA = saveTemporaryCopy(*m_pDatasetA, clickA);
+    if (isOnlyInMemory(m_pDatasetB))
+        pathB = saveTemporaryCopy(*m_pDatasetB, clickB);
+    pathA += QString::fromLatin1(clickinfo::FILE_CLICK_INFO);
+    pathB += QString::fromLatin1(clickinfo::FILE_CLICK_INFO);
+
+    if (writeResultClickInfo(pathA, pathB) != ESTATUS_SUCCESS) {
+        imagemath::logLine(QStringLiteral("ClickInfo creation failed"));
+        return;
+    }
+    if (writeAnalyzedClickInfo(analyzedPathOf(pathA), analyzedPathOf(pathB)) != ESTATUS_SUCCESS) {
+        imagemath::logLine(QStringLiteral("Analyzed ClickInfo creation failed"));
+        return;
+    }
+    if (isOnlyInMemory(m_pDatasetA) || isOnlyInMemory(m_pDatasetB)) {
+        for (const QString &click : {clickA, clickB})
+            deleteFolderTree(QDir(m_pSequence->getDatasetFolderPath(click) + TEMP_FOLDER));
+    }
+    loadResult();
+}
+
+// The folder's path ends in "/" already; the host gets it with the second one.
+void CVXSImageMathWnd::loadResult()
+{
+    ESTATUS status = ESTATUS_SUCCESS;
+    const QString path =
+        m_resultFolderPath + QLatin1Char('/') + QString::fromLatin1(clickinfo::FILE_CLICK_INFO);
+    Q_EMIT signalLoadImageMathReuslt(path, true, &status, nullptr);
+    if (status != ESTATUS_SUCCESS) {
+        imagemath::logLine(QStringLiteral("Loading Failed"));
+        return;
+    }
+    if (CVXSDataset *result = CVXSDataset::getDataset(m_resultClickNumber)) {
+        result->setColorTable(m_pSequence->getImageAdjust().colorTable);
+        result->setModified(true);
+        result->setImageMathToBeSaved(true);
+    }
+    if (CVXSChildWindow *window = CVXSChildWindow::getActiveChildWnd())
+        window->refreshAfterDatasetAdded();
+}
+
+void CVXSImageMathWnd::copyPhotograph()
+{
+    if (!isPhotoEnabled())
+        return;
+    const CVXSDataset *dataset = photoDataset();
+    if (const CILImage *photograph = dataset ? dataset->getCoreImage(EIMAGE_PHOTOGRAPH) : nullptr)
+        m_photoImage = *photograph;
+}
+
+// A computed overview may never have been saved; its datasets then have no place on disk yet.
+void CVXSImageMathWnd::saveUnsavedOverview()
+{
+    if (!m_pSequence->isTransIllumOverviewResultSequence() || !m_pSequence->getSequenceInfoPath().isEmpty())
+        return;
+    if (CVXSChildWindow *window = CVXSChildWindow::getActiveChildWnd())
+        window->saveSequence();
+}
+
+QString CVXSImageMathWnd::clickInfoFolder(const QString &click) const
+{
+    if (m_pSequence->isTransIllumOverviewResultSequence() || m_bSavedForImageMath)
+        return m_pSequence->getSequenceInfoPath() + click + QLatin1Char('/');
+    return m_pSequence->getDatasetFolderPath(click);
+}
+
+// A copy on disk of a dataset that is only in memory, which goes on being only in memory.
+QString CVXSImageMathWnd::saveTemporaryCopy(CVXSDataset &dataset, const QString &click) const
+{
+    const QString temporary = m_pSequence->getDatasetFolderPath(click) + TEMP_FOLDER;
+    const QString folder = temporary + QLatin1Char('/') + click;
+    QDir().mkdir(temporary);
+    QDir().mkdir(folder);
+    const QString ownFolder = dataset.getFolderPath();
+    const bool wasModified = dataset.isModified();
+    dataset.saveDatasetAs(folder + QLatin1Char('/'));
+    dataset.setFolderPath(ownFolder);
+    dataset.setModified(wasModified);
+    return folder + QLatin1Char('/');
+}
+
+ESTATUS CVXSImageMathWnd::prepareResultFolder()
+{
+    const QString folder = CVXPreference::getProgramDataPath() + QLatin1Char('/') + m_resultClickNumber;
+    if (!QDir(folder).exists())
+        QDir().mkdir(folder);
+    if (!m_resultClickNumber.isEmpty()) {
+        const QStringList files = QDir(folder).entryList(QDir::Files, QDir::Name);
+        for (const QString &file : files) {
+            if (!QFile::remove(folder + QLatin1Char('/') + file))
+                return ESTATUS_RESULT_FOLDER;
+        }
+    }
+    m_resultFolderPath = folder + QLatin1Char('/');
+    return ESTATUS_SUCCESS;
+}

@@ -1,0 +1,239 @@
+// SPDX-License-Identifier: MIT
+#include "result/ResultClickInfo.h"
+
+#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxparser/CPLSection.h"
+#include "host/vxutils/CVXSLog.h"
+#include "result/NoteText.h"
+
+#include <QFileInfo>
+#include <QSaveFile>
+
+using namespace clickinfo;
+
+namespace {
+
+using resultclickinfo::SResultFacts;
+
+// Keys of a result, beside those of every dataset.
+const QString SATURATED = QStringLiteral("Saturated");
+const QString CCD_CORRECTED = QStringLiteral("CCD Corrected");
+const QString MATH_K = QStringLiteral("Image Math k");
+const QString CLICK_A = QStringLiteral("Image Math A ClickNumber");
+const QString CLICK_B = QStringLiteral("Image Math B ClickNumber");
+const QString CLICK_PHOTOGRAPH = QStringLiteral("Image Math Photo ClickNumber");
+const QString IS_ROTATED = QStringLiteral("isRotated");
+const QString RAW_MIN = QStringLiteral("Raw Color Table Min");
+const QString RAW_MAX = QStringLiteral("Raw Color Table Max");
+
+QString text(const char *key)
+{
+    return QString::fromLatin1(key);
+}
+
+QString flag(bool on)
+{
+    return on ? QStringLiteral("1") : QStringLiteral("0");
+}
+
+bool isKey(const QString &key, const char *wanted)
+{
+    return key.toLower() == text(wanted).toLower();
+}
+
+/// Calls visit(key, value) for every pair in order.
+template <typename Visit>
+void forEachPair(const CPLSection *section, Visit visit)
+{
+    if (!section)
+        return;
+    QStringList keys;
+    QStringList values;
+    section->getKeyList(&keys);
+    section->getValueList(&values);
+    for (int i = 0; i < keys.size(); ++i)
+        visit(keys.at(i), values.at(i));
+}
+
+void addKeyBlock(CPLSection &target, const QString &acquisitionDate, const SResultFacts &facts)
+{
+    target.addKeyValue(text(KEY_ACQUISITION_DATE), acquisitionDate);
+    target.addKeyValue(SATURATED, flag(false));
+    target.addKeyValue(CCD_CORRECTED, flag(true));
+    target.addKeyValue(text(KEY_BACKGROUND_CORRECTED), flag(facts.isBackgroundSubtracted));
+    target.addKeyValue(text(KEY_FLATFIELD_CORRECTED), flag(facts.isFlatFieldCorrected));
+    target.addKeyValue(text(KEY_FL_BACKGROUND_CORRECTED), flag(facts.isFluorescenceBackgroundSubtracted));
+    target.addKeyValue(text(KEY_MATH_OPERATION), facts.operation);
+    target.addKeyValue(MATH_K, facts.k);
+    target.addKeyValue(CLICK_A, facts.clickA);
+    target.addKeyValue(CLICK_B, facts.clickB);
+    if (!facts.clickPhotograph.isNull())
+        target.addKeyValue(CLICK_PHOTOGRAPH, facts.clickPhotograph);
+}
+
+// A result belongs to no sequence and to no place in one.
+void leaveSequence(QString &note)
+{
+    notetext::remove(note, text(KEY_SEQUENCE_ID));
+    notetext::remove(note, text(KEY_CLICK_INDEX));
+    notetext::append(note, text(KEY_FOLDER_ON_DISK), QString());
+}
+
+QString luminescentNote(QString note, const SResultFacts &facts)
+{
+    leaveSequence(note);
+    notetext::append(note, SATURATED, flag(false));
+    notetext::append(note, CCD_CORRECTED, flag(true));
+    notetext::append(note, text(KEY_BACKGROUND_CORRECTED), flag(facts.isBackgroundSubtracted));
+    notetext::append(note, text(KEY_FLATFIELD_CORRECTED), flag(facts.isFlatFieldCorrected));
+    notetext::append(note, text(KEY_MATH_OPERATION), facts.operation);
+    notetext::append(note, MATH_K, facts.k);
+    notetext::append(note, CLICK_A, facts.clickA);
+    notetext::append(note, CLICK_B, facts.clickB);
+    notetext::replace(note, text(KEY_BINNING), QString::asprintf("%d", facts.binning));
+    if (!facts.clickPhotograph.isNull())
+        notetext::append(note, CLICK_PHOTOGRAPH, facts.clickPhotograph);
+    return note;
+}
+
+QString photographNote(QString note)
+{
+    leaveSequence(note);
+    notetext::append(note, CCD_CORRECTED, flag(true));
+    notetext::append(note, IS_ROTATED, flag(false));
+    return note;
+}
+
+void addVersion(CPLSection &target, const SResultFacts &facts)
+{
+    target.addKeyValue(text(KEY_VERSION), facts.versionText);
+    target.addKeyValue(text(KEY_FOLDER_ON_DISK), QStringLiteral(""));
+}
+
+} // namespace
+
+QStringList resultclickinfo::sectionKeys()
+{
+    return {text(SECTION_CLICK_NUMBER), text(SECTION_USER_INPUT),    text(SECTION_ANALYSIS_USER_INPUT),
+            text(SECTION_LUMINESCENT),  text(SECTION_USER_LABELS),   text(SECTION_PHOTOGRAPH),
+            text(SECTION_CAMERA),       text(SECTION_GRAPH_CONTROLS)};
+}
+
+QStringList resultclickinfo::analyzedSectionKeys()
+{
+    return {text(SECTION_CLICK_NUMBER),  text(SECTION_USER_INPUT),    text(SECTION_ANALYSIS_USER_INPUT),
+            text(SECTION_PHOTOGRAPH),    text(SECTION_USER_LABELS),   text(SECTION_LUMINESCENT),
+            text(SECTION_LUMINESCENT_A), text(SECTION_LUMINESCENT_B), text(SECTION_GRAPH_CONTROLS),
+            text(SECTION_ROIS)};
+}
+
+QString resultclickinfo::versionText(const QString &applicationVersion)
+{
+    return applicationVersion + QLatin1Char('(') + QStringLiteral(__DATE__) + QLatin1Char(')');
+}
+
+void resultclickinfo::copyPairs(CPLSection &target, const CPLSection *source)
+{
+    forEachPair(source, [&](const QString &key, const QString &value) { target.addKeyValue(key, value); });
+}
+
+void resultclickinfo::copyName(CPLSection &target, const CPLSection *source)
+{
+    if (!source)
+        return;
+    QString name;
+    source->getSectionName(&name, false);
+    if (!name.isNull())
+        target.setSectionName(name);
+}
+
+void resultclickinfo::fillClickNumber(CPLSection &target, const CPLSection *source, const SResultFacts &facts)
+{
+    forEachPair(source, [&](const QString &key, const QString &value) {
+        if (!isKey(key, KEY_SEQUENCE_ID) && !isKey(key, KEY_CLICK_INDEX))
+            target.addKeyValue(key, value);
+    });
+    addVersion(target, facts);
+}
+
+void resultclickinfo::fillLuminescent(CPLSection &target, const CPLSection *source, const SResultFacts &facts)
+{
+    QString acquisitionDate;
+    bool hasNote = false;
+    forEachPair(source, [&](const QString &key, const QString &value) {
+        if (isKey(key, KEY_ACQUISITION_DATE))
+            acquisitionDate = value;
+        if (!isKey(key, KEY_NOTE)) {
+            target.addKeyValue(key, value);
+            return;
+        }
+        hasNote = true;
+        addKeyBlock(target, acquisitionDate, facts);
+        target.addKeyValue(key, luminescentNote(value, facts));
+    });
+    if (!hasNote)
+        addKeyBlock(target, acquisitionDate, facts);
+    target.setValue(text(KEY_BINNING), facts.binning);
+}
+
+void resultclickinfo::fillPhotograph(CPLSection &target, const CPLSection *source)
+{
+    QString acquisitionDate;
+    forEachPair(source, [&](const QString &key, const QString &value) {
+        if (isKey(key, KEY_ACQUISITION_DATE))
+            acquisitionDate = value;
+        if (!isKey(key, KEY_NOTE)) {
+            target.addKeyValue(key, value);
+            return;
+        }
+        target.addKeyValue(text(KEY_ACQUISITION_DATE), acquisitionDate);
+        target.addKeyValue(CCD_CORRECTED, flag(true));
+        target.addKeyValue(IS_ROTATED, flag(false));
+        target.addKeyValue(key, photographNote(value));
+    });
+}
+
+void resultclickinfo::fillGraphControls(CPLSection &target, const CPLSection *source,
+                                        const SDisplayFacts &facts)
+{
+    copyPairs(target, source);
+    target.addKeyValue(text(KEY_INTENSITY_CALIBRATION), facts.unitName);
+    if (facts.hasOperandA) {
+        target.addKeyValue(text(KEY_REVERSED), flag(facts.reversed));
+        target.addKeyValue(text(KEY_COLOR_TABLE), facts.colorTable);
+        target.addKeyValue(text(KEY_COLOR_TABLE_LOG), flag(facts.logarithmic));
+    }
+    target.addKeyValue(text(KEY_COLOR_TABLE_MIN), QString::asprintf("%lf", facts.colorMin));
+    target.addKeyValue(text(KEY_COLOR_TABLE_MAX), QString::asprintf("%lf", facts.colorMax));
+    target.addKeyValue(RAW_MIN, QString::asprintf("%f", facts.rawMin));
+    target.addKeyValue(RAW_MAX, QString::asprintf("%f", facts.rawMax));
+    if (facts.hasPhotograph) {
+        target.addKeyValue(text(KEY_BRIGHTNESS), QString::asprintf("%d", facts.brightness));
+        target.addKeyValue(text(KEY_GAMMA), QString::asprintf("%f", facts.gamma));
+    }
+    // Once more at the end, where the last pair of a key is the one that is read.
+    target.addKeyValue(text(KEY_COLOR_TABLE), facts.colorTable);
+}
+
+void resultclickinfo::fillAnalyzedClickNumber(CPLSection &target, const CPLSection *source,
+                                              const SResultFacts &facts)
+{
+    copyPairs(target, source);
+    addVersion(target, facts);
+}
+
+void resultclickinfo::copyImageFile(const QString &from, const QString &to)
+{
+    if (!QFileInfo::exists(from))
+        return;
+    QFile source(from);
+    QSaveFile target(to);
+    const bool isRead = source.open(QIODevice::ReadOnly);
+    const QByteArray bytes = isRead ? source.readAll() : QByteArray();
+    if (!isRead || source.error() != QFileDevice::NoError) {
+        vxLog(3, from + QStringLiteral(": ") + source.errorString());
+        return;
+    }
+    if (!target.open(QIODevice::WriteOnly) || target.write(bytes) != bytes.size() || !target.commit())
+        vxLog(3, to + QStringLiteral(": ") + target.errorString());
+}
