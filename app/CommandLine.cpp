@@ -19,9 +19,10 @@ SCommandLine readCommandLine(const QStringList &arguments)
                                  QStringLiteral("FILE"));
     parser.addOption(plugins);
     parser.addOption(log);
-    parser.addPositionalArgument(QStringLiteral("SEQUENCE_FOLDER"),
-                                 tr("Folders of sequences (or their SequenceInfo.txt) to open."),
-                                 QStringLiteral("[SEQUENCE_FOLDER...]"));
+    parser.addPositionalArgument(QStringLiteral("FOLDER"),
+                                 tr("Folders of sequences or datasets (or their SequenceInfo.txt or "
+                                    "ClickInfo.txt) to open."),
+                                 QStringLiteral("[FOLDER...]"));
 
     SCommandLine result;
     if (!parser.parse(arguments)) {

@@ -14,11 +14,11 @@ struct SCommandLine
     };
     EOutcome outcome = RUN;
     QString text;
-    QString pluginFolder; ///< empty: the default one
-    QString logFile;      ///< empty: none
-    QStringList sequences;
+    QString pluginFolder;  ///< empty: the default one
+    QString logFile;       ///< empty: none
+    QStringList sequences; ///< and datasets, as they were written
 };
 
-/// Reads `vexa [--plugins DIR] [--log FILE] [SEQUENCE_FOLDER...]`; the first argument is the program. Needs
+/// Reads `vexa [--plugins DIR] [--log FILE] [FOLDER...]`; the first argument is the program. Needs
 /// an application object, of which it takes name and version.
 SCommandLine readCommandLine(const QStringList &arguments);

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "app/DatasetLoader.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
+#include "app/LooseDatasets.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/view/CVXSWorkspace.h"
-#include "host/vxparser/CPLClickInfo.h"
+#include "host/vxutils/CVXPreference.h"
 #include "host/vxutils/CVXSLog.h"
 
 #include <QDir>
@@ -13,22 +13,6 @@
 #include <memory>
 
 namespace {
-
-struct SImageSection
-{
-    tag_eimagetype type;
-    const char *section;
-};
-
-/// The sections that call for an image file.
-const SImageSection IMAGE_SECTIONS[] = {
-    {EIMAGE_PHOTOGRAPH, clickinfo::SECTION_PHOTOGRAPH},
-    {EIMAGE_LUMINESCENT, clickinfo::SECTION_LUMINESCENT},
-    {EIMAGE_XRAY, clickinfo::SECTION_XRAY},
-    {EIMAGE_FLATFIELD, clickinfo::SECTION_FLATFIELD},
-    {EIMAGE_BACKGROUND, clickinfo::SECTION_BACKGROUND},
-    {EIMAGE_EXCITATION, clickinfo::SECTION_EXCITATION},
-};
 
 ESTATUS fail(ESTATUS status, const QString &reason)
 {
@@ -44,8 +28,8 @@ QString canonicalFolder(const CVXSDataset *dataset)
 
 } // namespace
 
-DatasetLoader::DatasetLoader(CVXSWorkspace *workspace, QObject *parent)
-    : QObject(parent), m_workspace(workspace)
+DatasetLoader::DatasetLoader(CVXSWorkspace *workspace, LooseDatasets *loose, QObject *parent)
+    : QObject(parent), m_workspace(workspace), m_loose(loose)
 {
 }
 
@@ -59,7 +43,18 @@ void DatasetLoader::onLoadFile(const QString &path, bool flag, ESTATUS *status,
         *status = outcome;
 }
 
-ESTATUS DatasetLoader::load(const QString &path)
+ESTATUS DatasetLoader::load(const QString &path, CVXSDataset **loaded)
+{
+    CVXSDataset *dataset = nullptr;
+    const ESTATUS status = open(path, &dataset);
+    // What was loaded may have been made just now, and its name is taken from here on.
+    CVXSDataset::registerStoredDatasets(CVXPreference::getProgramDataPath());
+    if (loaded)
+        *loaded = dataset;
+    return status;
+}
+
+ESTATUS DatasetLoader::open(const QString &path, CVXSDataset **opened)
 {
     const QFileInfo info(path);
     const QString folder = QDir(info.isDir() ? path : info.absolutePath()).canonicalPath();
@@ -72,42 +67,20 @@ ESTATUS DatasetLoader::load(const QString &path)
     if (!dataset)
         return fail(status == ESTATUS_SUCCESS ? ESTATUS_FAILURE : status, error);
 
-    if (CVXSDataset *known = CVXSDataset::getDataset(dataset->getClickNumber())) {
+    if (CVXSDataset *known = CVXSDataset::getOpenDataset(dataset->getClickNumber())) {
         if (canonicalFolder(known) != folder)
             return fail(ESTATUS_FAILURE, tr("%1: the click number %2 is open already, from %3")
                                              .arg(folder, dataset->getClickNumber(), known->getFolderPath()));
         m_workspace->showDataset(known);
+        *opened = known;
         return ESTATUS_SUCCESS;
     }
-    status = loadNew(dataset.get());
-    if (status == ESTATUS_SUCCESS)
-        dataset.release()->setParent(this);
-    return status;
-}
-
-ESTATUS DatasetLoader::loadNew(CVXSDataset *dataset)
-{
-    // Written last: where it is missing, somebody's writing did not come to its end.
-    const QString last = dataset->getFolderPath() + QLatin1String(clickinfo::FILE_ANALYZED_CLICK_INFO);
-    if (!QFileInfo::exists(last))
-        return fail(ESTATUS_NOT_COMPLETE,
-                    tr("%1: the file is missing, the dataset is not complete").arg(last));
-    for (const SImageSection &image : IMAGE_SECTIONS) {
-        const CPLSection *section = (*dataset->getClickInfo())[QString::fromLatin1(image.section)];
-        if (!section)
-            continue;
-        if (!dataset->getImageList()->isPresent(image.type, false)) {
-            QString file;
-            section->getSectionName(&file, false);
-            return fail(ESTATUS_NOT_COMPLETE,
-                        tr("%1%2: the file of the \"%3\" is missing, the dataset is not complete")
-                            .arg(dataset->getFolderPath(), file, QString::fromLatin1(image.section)));
-        }
-        if (!dataset->getCoreImage(image.type))
-            return fail(ESTATUS_NOT_COMPLETE, dataset->lastError());
-    }
+    status = dataset->checkComplete(&error);
+    if (status != ESTATUS_SUCCESS)
+        return fail(status, error);
     if (!dataset->registerDataset())
-        return fail(ESTATUS_FAILURE, tr("%1: its click number is taken").arg(dataset->getFolderPath()));
-    m_workspace->showDataset(dataset);
+        return fail(ESTATUS_FAILURE, tr("%1: its click number is taken").arg(folder));
+    *opened = dataset.release();
+    m_loose->add(*opened);
     return ESTATUS_SUCCESS;
 }

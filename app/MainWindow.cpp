@@ -5,12 +5,16 @@
 #include "app/BannerWidget.h"
 #include "app/DatasetLoader.h"
 #include "app/DisplayMenu.h"
+#include "app/FileMenu.h"
+#include "app/HowMadePanel.h"
 #include "app/LogPane.h"
+#include "app/LooseDatasets.h"
 #include "app/PluginManager.h"
 #include "app/RecentSequences.h"
 #include "app/SequenceDrop.h"
 #include "app/SequenceManager.h"
 #include "app/WindowMenu.h"
+#include "host/vxapi/model/ClickInfoKeys.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/view/CVXSChildWindow.h"
@@ -24,7 +28,6 @@
 #include <QClipboard>
 #include <QCloseEvent>
 #include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QMdiSubWindow>
 #include <QMenuBar>
@@ -37,7 +40,6 @@ namespace {
 
 constexpr char KEY_GEOMETRY[] = "MainWindow/geometry";
 constexpr char KEY_STATE[] = "MainWindow/state";
-constexpr char KEY_FOLDER[] = "MainWindow/sequenceFolder";
 constexpr int STATE_VERSION = 1;
 
 QAction *newAction(QMenu *menu, const QString &text, const char *objectName,
@@ -56,7 +58,8 @@ MainWindow::MainWindow(QWidget *parent)
       m_workspace(new CVXSWorkspace),
       m_banner(new BannerWidget),
       m_logPane(new LogPane(getLogObject(), this)),
-      m_loader(new DatasetLoader(m_workspace, this)),
+      m_loose(new LooseDatasets(m_workspace, this)),
+      m_loader(new DatasetLoader(m_workspace, m_loose, this)),
       m_plugins(new PluginManager(m_workspace, m_loader, this)),
       m_sequences(new SequenceManager(m_workspace, m_plugins, this)),
       m_recent(new RecentSequences(this))
@@ -89,10 +92,11 @@ MainWindow::MainWindow(QWidget *parent)
         m_logPane->raise();
     });
     connect(m_sequences, &SequenceManager::opened, m_recent, &RecentSequences::add);
-    connect(m_recent, &RecentSequences::chosen, this, &MainWindow::openRecent);
+    connect(m_loose, &LooseDatasets::aboutToBeRemoved, m_plugins, &PluginManager::datasetRemoved);
     connect(m_workspace, &CVXSWorkspace::activeChildChanged, this, &MainWindow::onActiveChildChanged);
     onActiveChildChanged(nullptr);
     restoreWindow();
+    CVXSDataset::registerStoredDatasets(CVXPreference::getProgramDataPath());
 }
 
 MainWindow::~MainWindow()
@@ -101,29 +105,16 @@ MainWindow::~MainWindow()
     getLogObject()->disconnect(this);
     m_workspace->disconnect(this);
     delete m_sequences;
+    delete m_loose;
     delete m_plugins;
-    // Windows before the datasets that they show.
     delete m_workspace;
-    delete m_loader;
 }
 
 void MainWindow::makeFileMenu()
 {
     QMenu *menu = menuBar()->addMenu(tr("&File"));
     menu->setObjectName(QStringLiteral("menuFile"));
-    connect(newAction(menu, tr("&Open Sequence..."), "actionOpenSequence", QKeySequence::Open),
-            &QAction::triggered, this, &MainWindow::chooseSequence);
-    QMenu *recent = menu->addMenu(tr("Open &Recent"));
-    recent->setObjectName(QStringLiteral("menuRecent"));
-    m_recent->attach(recent);
-    menu->addSeparator();
-    m_saveAction = newAction(menu, tr("&Save Sequence"), "actionSaveSequence", QKeySequence::Save);
-    connect(m_saveAction, &QAction::triggered, this, &MainWindow::saveSequence);
-    m_closeAction = newAction(menu, tr("&Close"), "actionClose", QKeySequence::Close);
-    connect(m_closeAction, &QAction::triggered, this, &MainWindow::closeSequence);
-    menu->addSeparator();
-    connect(newAction(menu, tr("&Quit"), "actionQuit", QKeySequence(Qt::CTRL + Qt::Key_Q)),
-            &QAction::triggered, this, &QWidget::close);
+    m_fileMenu = new FileMenu(menu, this);
 }
 
 void MainWindow::makeEditMenu()
@@ -144,6 +135,12 @@ void MainWindow::makeViewMenu()
     log->setObjectName(QStringLiteral("actionLogPane"));
     log->setText(tr("Log &Pane"));
     menu->addAction(log);
+
+    auto *howMade = new HowMadePanel(m_recent, this);
+    addDockWidget(Qt::RightDockWidgetArea, howMade);
+    howMade->hide();
+    menu->addAction(howMade->toggleViewAction());
+    connect(m_workspace, &CVXSWorkspace::activeChildChanged, howMade, &HowMadePanel::setActiveChild);
 }
 
 void MainWindow::makeToolsMenu()
@@ -185,34 +182,24 @@ CVXSSequenceDataset *MainWindow::openSequence(const QString &path)
     return m_sequences->open(path);
 }
 
-void MainWindow::chooseSequence()
+CVXSDataset *MainWindow::openDataset(const QString &path)
 {
-    const auto settings = CVXPreference::settings();
-    const QString last = settings->value(QLatin1String(KEY_FOLDER)).toString();
-    const QString folder = QFileDialog::getExistingDirectory(this, tr("Open Sequence"), last);
-    if (folder.isEmpty())
-        return;
-    settings->setValue(QLatin1String(KEY_FOLDER), QFileInfo(folder).absolutePath());
-    openSequence(folder);
+    CVXSDataset *dataset = nullptr;
+    m_loader->load(path, &dataset);
+    return dataset;
 }
 
-void MainWindow::openRecent(const QString &folder)
+void MainWindow::openPath(const QString &path)
 {
-    // One that is gone is told and not offered again; one that is only damaged may be repaired.
-    if (!openSequence(folder) && !QFileInfo::exists(folder))
-        m_recent->remove(folder);
-}
-
-void MainWindow::saveSequence()
-{
-    if (CVXSChildWindow *window = CVXSChildWindow::getActiveChildWnd())
-        window->saveSequence();
-}
-
-void MainWindow::closeSequence()
-{
-    if (QMdiSubWindow *window = m_workspace->currentSubWindow())
-        window->close();
+    const QFileInfo info(path);
+    const QDir folder(info.isDir() ? path : info.absolutePath());
+    const bool isDataset = info.isDir() ? folder.exists(QLatin1String(clickinfo::FILE_CLICK_INFO)) &&
+                                              !folder.exists(QLatin1String(clickinfo::FILE_SEQUENCE_INFO))
+                                        : info.fileName() == QLatin1String(clickinfo::FILE_CLICK_INFO);
+    if (isDataset)
+        openDataset(path);
+    else
+        openSequence(path);
 }
 
 void MainWindow::copy()
@@ -263,17 +250,18 @@ void MainWindow::onActiveChildChanged(CVXSChildWindow *window)
     const QString application = CVXUtilityFns::getAppName();
     setWindowTitle(name.isEmpty() ? application : tr("%1 - %2").arg(name, application));
     m_displayMenu->setActiveChild(window);
-    m_saveAction->setEnabled(sequence);
-    m_closeAction->setEnabled(window);
+    m_fileMenu->setActiveChild(window);
     m_copyAction->setEnabled(window);
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)
 {
-    if (!m_sequences->closeAll()) {
+    // Everything is asked for before the first thing goes, so that "Cancel" leaves all as it was.
+    if (!m_loose->areReadyToClose() || !m_sequences->closeAll()) {
         event->ignore();
         return;
     }
+    m_loose->closeAllUnasked();
     const auto settings = CVXPreference::settings();
     settings->setValue(QLatin1String(KEY_GEOMETRY), saveGeometry());
     settings->setValue(QLatin1String(KEY_STATE), saveState(STATE_VERSION));
@@ -293,5 +281,5 @@ void MainWindow::dropEvent(QDropEvent *event)
         return;
     event->acceptProposedAction();
     for (const QString &path : paths)
-        openSequence(path);
+        openPath(path);
 }

@@ -5,11 +5,14 @@
 
 class BannerWidget;
 class CVXSChildWindow;
+class CVXSDataset;
 class CVXSSequenceDataset;
 class CVXSWorkspace;
 class DatasetLoader;
 class DisplayMenu;
+class FileMenu;
 class LogPane;
+class LooseDatasets;
 class PluginManager;
 class RecentSequences;
 class SequenceManager;
@@ -29,10 +32,15 @@ public:
     void loadPlugins(const QString &folder);
     /// Opens a sequence folder, or its SequenceInfo.txt. Null when that failed; the banner tells why.
     CVXSSequenceDataset *openSequence(const QString &path);
+    /// The same for a dataset's folder, or its ClickInfo.txt.
+    CVXSDataset *openDataset(const QString &path);
+    /// Opens what lies there, sequence or dataset.
+    void openPath(const QString &path);
 
     CVXSWorkspace *workspace() const { return m_workspace; }
     PluginManager *plugins() const { return m_plugins; }
     SequenceManager *sequences() const { return m_sequences; }
+    LooseDatasets *looseDatasets() const { return m_loose; }
     DatasetLoader *datasetLoader() const { return m_loader; }
     RecentSequences *recentSequences() const { return m_recent; }
     BannerWidget *banner() const { return m_banner; }
@@ -51,10 +59,6 @@ private:
     void makeHelpMenu();
     void restoreWindow();
 
-    void chooseSequence();
-    void openRecent(const QString &folder);
-    void saveSequence();
-    void closeSequence();
     void copy();
     void fillToolsMenu();
     void onLogged(const SLogEntry &entry);
@@ -63,13 +67,13 @@ private:
     CVXSWorkspace *m_workspace;
     BannerWidget *m_banner;
     LogPane *m_logPane;
+    LooseDatasets *m_loose;
     DatasetLoader *m_loader;
     PluginManager *m_plugins;
     SequenceManager *m_sequences;
     RecentSequences *m_recent;
+    FileMenu *m_fileMenu = nullptr;
     DisplayMenu *m_displayMenu = nullptr;
     QMenu *m_toolsMenu = nullptr;
-    QAction *m_saveAction = nullptr;
-    QAction *m_closeAction = nullptr;
     QAction *m_copyAction = nullptr;
 };

@@ -146,6 +146,13 @@ void PluginManager::sequenceRemoved(CVXSSequenceDataset *sequence)
     }
 }
 
+void PluginManager::datasetRemoved(CVXSDataset *dataset)
+{
+    const QList<CVXToolPluginBase *> all = plugins();
+    for (CVXToolPluginBase *plugin : all)
+        plugin->onSignalDatasetRemoved(dataset);
+}
+
 void PluginManager::copyToClipboard(const QString &objectName)
 {
     const QList<CVXToolPluginBase *> all = plugins();

@@ -6,6 +6,7 @@
 #include <QPointer>
 
 class CVXSChildWindow;
+class CVXSDataset;
 class CVXSSequenceDataset;
 class CVXSWorkspace;
 class CVXToolPluginBase;
@@ -42,6 +43,8 @@ public:
     /// To be called while the sequence and its datasets are still there. Afterwards no tool window holds on
     /// to them.
     void sequenceRemoved(CVXSSequenceDataset *sequence);
+    /// The same for a dataset that is in no sequence.
+    void datasetRemoved(CVXSDataset *dataset);
     /// Asks the tools to copy the tool window of that object name to the clipboard.
     void copyToClipboard(const QString &objectName);
 

@@ -5,6 +5,6 @@
 
 class QMimeData;
 
-/// The sequence folders (or SequenceInfo.txt files) among what is dragged over the window; other files do not
-/// count.
+/// The folders (or SequenceInfo.txt and ClickInfo.txt files) among what is dragged over the window; other
+/// files do not count.
 QStringList droppedSequences(const QMimeData *data);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/SequenceManager.h"
 
+#include "app/DatasetSaving.h"
 #include "app/PluginManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
@@ -16,18 +17,7 @@
 #include <QEvent>
 #include <QPointer>
 
-#include <algorithm>
-
 namespace {
-
-bool hasChanges(const CVXSSequenceDataset *sequence)
-{
-    if (sequence->getSequenceInfoPath().isEmpty())
-        return true;
-    const QList<CVXSDataset *> datasets = sequence->getDatasets();
-    return std::any_of(datasets.begin(), datasets.end(),
-                       [](const CVXSDataset *dataset) { return dataset->isModified(); });
-}
 
 void destroyWindow(CVXSChildWindow *window)
 {
@@ -114,7 +104,7 @@ bool SequenceManager::closeAll()
 
 bool SequenceManager::isReadyToClose(CVXSSequenceDataset *sequence)
 {
-    if (!hasChanges(sequence))
+    if (!sequence->isModified())
         return true;
     enum { SAVE, DISCARD, CANCEL };
     const int answer = CVXSMessageBox::warning(
@@ -124,7 +114,17 @@ bool SequenceManager::isReadyToClose(CVXSSequenceDataset *sequence)
         tr("&Save"), tr("&Discard"), tr("Cancel"), SAVE, CANCEL);
     if (answer == DISCARD)
         return true;
-    return answer == SAVE && m_workspace->showSequence(sequence)->saveSequence() == ESTATUS_SUCCESS;
+    return answer == SAVE && save(sequence);
+}
+
+bool SequenceManager::save(CVXSSequenceDataset *sequence)
+{
+    const bool isFirst = sequence->getSequenceInfoPath().isEmpty();
+    if (!saving::saveSequence(m_workspace->window(), sequence))
+        return false;
+    if (isFirst)
+        Q_EMIT opened(sequence->getSequenceInfoPath()); // it can be opened again from here on
+    return true;
 }
 
 void SequenceManager::remove(CVXSSequenceDataset *sequence)

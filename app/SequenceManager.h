@@ -28,6 +28,8 @@ public:
     /// Closes a sequence with its windows. One with changes, or never saved, asks first: false when the
     /// person wants it to stay.
     bool close(CVXSSequenceDataset *sequence);
+    /// Saves it; one that was never saved asks where. False when it is not saved.
+    bool save(CVXSSequenceDataset *sequence);
     bool closeAll();
 
     QList<CVXSSequenceDataset *> sequences() const { return m_sequences; }

@@ -50,6 +50,6 @@ int main(int argc, char **argv)
                                                           : commandLine.pluginFolder);
     window.show();
     for (const QString &path : commandLine.sequences)
-        window.openSequence(path);
+        window.openPath(path);
     return QApplication::exec();
 }

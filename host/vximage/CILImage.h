@@ -129,7 +129,12 @@ public:
     /// order. Signed integers become float (8, 16 bit) or double (32 bit). A failure leaves the image as it
     /// was.
     EILSTATUS loadTIFF(const char *path);
-    /// "file: reason" of the last loadTIFF(), saveTIFF() or saveAsTIFF() of any image that failed.
+    /// Whether loadTIFF() would accept the header of that file; no pixel is read.
+    static EILSTATUS checkTIFF(const char *path);
+    /// Reads the description of such a file without its pixels, which may be damaged; empty when it has none.
+    /// A failure leaves `description` as it was.
+    static EILSTATUS loadDescription(const char *path, std::string *description);
+    /// "file: reason" of the last reading or writing of a file by any image that failed.
     static const std::string &lastError();
     /// Largest number of pixels that loadTIFF() accepts; 2^30 unless set.
     static void setPixelLimit(std::uint64_t pixels);

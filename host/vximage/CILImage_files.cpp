@@ -40,6 +40,16 @@ EILSTATUS CILImage::loadTIFF(const char *path)
     return il::readTiff(path, s_pixelLimit, m_pixels, m_description);
 }
 
+EILSTATUS CILImage::checkTIFF(const char *path)
+{
+    return il::checkTiff(path, s_pixelLimit);
+}
+
+EILSTATUS CILImage::loadDescription(const char *path, std::string *description)
+{
+    return il::readTiffDescription(path, *description);
+}
+
 const std::string &CILImage::lastError()
 {
     return il::lastFileError();

@@ -59,10 +59,15 @@ class Reader
 public:
     Reader(TiffHandle &tiff, std::uint64_t fileSize) : m_tiff(tiff), m_fileSize(fileSize) {}
 
-    StorePtr read(std::uint64_t pixelLimit)
+    void readHeader(std::uint64_t pixelLimit)
     {
         readLayout();
         check(pixelLimit);
+    }
+
+    StorePtr read(std::uint64_t pixelLimit)
+    {
+        readHeader(pixelLimit);
         StorePtr raw = PixelStore::allocate(rawType(), m_layout.width, m_layout.height);
         auto *out = static_cast<char *>(raw->data());
         if (TIFFIsTiled(m_tiff.get()))
@@ -224,37 +229,68 @@ private:
     Layout m_layout;
 };
 
-} // namespace
-
-EILSTATUS readTiff(const char *path, std::uint64_t pixelLimit, StorePtr &pixels, std::string &description)
+/// Opens a file for reading and returns its size; fails by throwing Failure.
+std::uint64_t openFile(TiffHandle &tiff, const char *path)
 {
-    const std::string name = path ? path : "";
+    const bool isNamed = path && *path;
     struct stat info;
-    if (name.empty() || stat(path, &info) != 0) {
-        const int error = name.empty() ? ENOENT : errno;
-        return fileError(error == EACCES ? EIL_FILE_NOT_READABLE : EIL_FILE_NOT_FOUND, name,
-                         std::strerror(error));
+    if (!isNamed || stat(path, &info) != 0) {
+        const int error = isNamed ? errno : ENOENT;
+        throw Failure{error == EACCES ? EIL_FILE_NOT_READABLE : EIL_FILE_NOT_FOUND, std::strerror(error)};
     }
     if (!S_ISREG(info.st_mode)) // opening a pipe would wait for ever
-        return fileError(EIL_FILE_NOT_READABLE, name, "not a file");
+        throw Failure{EIL_FILE_NOT_READABLE, "not a file"};
     if (access(path, R_OK) != 0)
-        return fileError(EIL_FILE_NOT_READABLE, name, std::strerror(errno));
+        throw Failure{EIL_FILE_NOT_READABLE, std::strerror(errno)};
+    if (!tiff.open(path, "r"))
+        throw Failure{EIL_FILE_DAMAGED, "not a TIFF file, or damaged: " + tiff.error("it cannot be opened")};
+    return std::uint64_t(info.st_size);
+}
+
+std::string descriptionOf(const TiffHandle &tiff)
+{
+    const char *text = nullptr;
+    const bool isDescribed = TIFFGetField(tiff.get(), TIFFTAG_IMAGEDESCRIPTION, &text) && text;
+    return isDescribed ? text : "";
+}
+
+/// Opens the file and hands it to `use(tiff, size of the file)`; what that throws becomes the status.
+template <typename Use>
+EILSTATUS withFile(const char *path, const Use &use)
+{
+    const std::string name = path ? path : "";
     TiffHandle tiff;
     try {
-        if (!tiff.open(path, "r"))
-            return fileError(EIL_FILE_DAMAGED, name,
-                             "not a TIFF file, or damaged: " + tiff.error("it cannot be opened"));
-        StorePtr read = Reader(tiff, std::uint64_t(info.st_size)).read(pixelLimit);
-        const char *text = nullptr;
-        const bool isDescribed = TIFFGetField(tiff.get(), TIFFTAG_IMAGEDESCRIPTION, &text) && text;
-        description = isDescribed ? text : "";
-        pixels = std::move(read);
+        const std::uint64_t size = openFile(tiff, path);
+        use(tiff, size);
         return EIL_SUCCESS;
     } catch (const Failure &failure) {
         return fileError(failure.status, name, failure.reason);
     } catch (const std::bad_alloc &) {
-        return fileError(EIL_NO_MEMORY, name, "there is not enough memory for its pixels");
+        return fileError(EIL_NO_MEMORY, name, "there is not enough memory for it");
     }
+}
+
+} // namespace
+
+EILSTATUS readTiff(const char *path, std::uint64_t pixelLimit, StorePtr &pixels, std::string &description)
+{
+    return withFile(path, [&](TiffHandle &tiff, std::uint64_t size) {
+        StorePtr read = Reader(tiff, size).read(pixelLimit);
+        description = descriptionOf(tiff);
+        pixels = std::move(read);
+    });
+}
+
+EILSTATUS checkTiff(const char *path, std::uint64_t pixelLimit)
+{
+    return withFile(path,
+                    [&](TiffHandle &tiff, std::uint64_t size) { Reader(tiff, size).readHeader(pixelLimit); });
+}
+
+EILSTATUS readTiffDescription(const char *path, std::string &description)
+{
+    return withFile(path, [&](TiffHandle &tiff, std::uint64_t) { description = descriptionOf(tiff); });
 }
 
 } // namespace il

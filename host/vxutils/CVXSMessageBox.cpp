@@ -5,36 +5,28 @@
 #include <QMessageBox>
 #include <QPushButton>
 
-#include <array>
-
 namespace {
 
-using Texts = std::array<QString, 3>;
-
 int askWithTexts(QMessageBox::Icon icon, QWidget *parent, const QString &title, const QString &text,
-                 Texts texts, int defaultButton, int escapeButton)
+                 QStringList texts, int defaultButton, int escapeButton)
 {
-    if (texts[0].isEmpty() && texts[1].isEmpty() && texts[2].isEmpty())
-        texts[0] = QCoreApplication::translate("CVXSMessageBox", "OK");
+    if (texts.join(QString()).isEmpty())
+        texts = QStringList{QCoreApplication::translate("CVXSMessageBox", "OK")};
 
     QMessageBox box(icon, title, text, QMessageBox::NoButton, parent);
-    std::array<QPushButton *, 3> buttons{};
-    for (std::size_t i = 0; i < texts.size(); ++i) {
+    QList<QPushButton *> buttons;
+    for (const QString &buttonText : qAsConst(texts)) {
         // One role for all: the order stays the caller's, and Qt guesses no escape button among several.
-        if (!texts[i].isEmpty())
-            buttons[i] = box.addButton(texts[i], QMessageBox::ActionRole);
+        buttons += buttonText.isEmpty() ? nullptr : box.addButton(buttonText, QMessageBox::ActionRole);
     }
-    const auto buttonAt = [&buttons](int index) {
-        return index >= 0 && index < int(buttons.size()) ? buttons[std::size_t(index)] : nullptr;
-    };
-    if (QPushButton *button = buttonAt(defaultButton))
+    if (QPushButton *button = buttons.value(defaultButton))
         box.setDefaultButton(button);
-    if (QPushButton *button = buttonAt(escapeButton))
+    if (QPushButton *button = buttons.value(escapeButton))
         box.setEscapeButton(button);
     box.exec();
 
-    for (int i = 0; i < int(buttons.size()); ++i) {
-        if (buttonAt(i) && buttonAt(i) == box.clickedButton())
+    for (int i = 0; i < buttons.size(); ++i) {
+        if (buttons.at(i) && buttons.at(i) == box.clickedButton())
             return i;
     }
     return escapeButton;
@@ -69,6 +61,12 @@ int CVXSMessageBox::warning(QWidget *parent, const QString &title, const QString
 {
     return askWithTexts(QMessageBox::Warning, parent, title, text, {button0Text, button1Text, button2Text},
                         defaultButton, escapeButton);
+}
+
+int CVXSMessageBox::warning(QWidget *parent, const QString &title, const QString &text,
+                            const QStringList &buttonTexts, int defaultButton, int escapeButton)
+{
+    return askWithTexts(QMessageBox::Warning, parent, title, text, buttonTexts, defaultButton, escapeButton);
 }
 
 int CVXSMessageBox::warning(QWidget *parent, const QString &title, const QString &text, int button0,

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "app/RecentSequences.h"
 #include "app/SequenceManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/view/CVXSImageWindow.h"
@@ -6,11 +7,13 @@
 #include "host/vxapi/view/CVXSSequenceWindow.h"
 #include "host/vxapi/view/CVXSWorkspace.h"
 #include "host/vxutils/CVXPreference.h"
+#include "tests/app/FolderAnswer.h"
 #include "tests/app/WorkspaceFixture.h"
 #include "tests/host/vxutils/MessageBoxAnswer.h"
 
 #include <QAction>
 #include <QDir>
+#include <QMenu>
 #include <QPointer>
 
 namespace {
@@ -39,6 +42,7 @@ private Q_SLOTS:
     void closingAnImageWindowKeepsTheSequence();
     void neverSavedOneAsks_data();
     void neverSavedOneAsks();
+    void changedOneAsks_data();
     void changedOneAsks();
     void closingTheMainWindowAsksForAllFirst();
     void quittingDiscardsNothingUnasked();
@@ -101,10 +105,12 @@ void tst_ClosingSequences::neverSavedOneAsks_data()
     QTest::addColumn<int>("key");
     QTest::addColumn<bool>("closed");
     QTest::addColumn<bool>("saved");
-    QTest::newRow("Save writes it and closes") << "&Save" << 0 << true << true;
-    QTest::newRow("Discard closes") << "&Discard" << 0 << true << false;
-    QTest::newRow("Cancel keeps it") << "Cancel" << 0 << false << false;
-    QTest::newRow("Escape keeps it") << "" << int(Qt::Key_Escape) << false << false;
+    QTest::addColumn<bool>("placed");
+    QTest::newRow("Save asks where, writes it and closes") << "&Save" << 0 << true << true << true;
+    QTest::newRow("Save without a place keeps it") << "&Save" << 0 << false << false << false;
+    QTest::newRow("Discard closes") << "&Discard" << 0 << true << false << true;
+    QTest::newRow("Cancel keeps it") << "Cancel" << 0 << false << false << true;
+    QTest::newRow("Escape keeps it") << "" << int(Qt::Key_Escape) << false << false << true;
 }
 
 void tst_ClosingSequences::neverSavedOneAsks()
@@ -113,27 +119,49 @@ void tst_ClosingSequences::neverSavedOneAsks()
     QFETCH(int, key);
     QFETCH(bool, closed);
     QFETCH(bool, saved);
+    QFETCH(bool, placed);
+    QTemporaryDir place;
     WorkspaceFixture fixture;
     QPointer<CVXSSequenceDataset> sequence = newSequence();
     fixture.window->sequences()->add(sequence);
     {
         const CAnswer person(answer, key);
+        const CFolderAnswer folder(placed ? place.path() : QString());
         QCOMPARE(fixture.window->sequences()->close(sequence), closed);
+        QCOMPARE(folder.seen(), answer == "&Save");
+        if (folder.seen())
+            QCOMPARE(folder.startFolder(), CVXPreference::getProgramDataPath() + "/sequences");
         QVERIFY(person.seen().closed);
         QVERIFY2(person.seen().text.contains(ID), qPrintable(person.seen().text));
     }
     QCOMPARE(sequence.isNull(), closed);
-    QCOMPARE(QFile::exists(CVXPreference::getProgramDataPath() + "/sequences/" + ID + "/SequenceInfo.txt"),
-             saved);
+    QCOMPARE(QFile::exists(place.filePath(ID + "/SequenceInfo.txt")), saved);
+}
+
+void tst_ClosingSequences::changedOneAsks_data()
+{
+    QTest::addColumn<QString>("change");
+    QTest::newRow("a dataset in it") << "dataset";
+    QTest::newRow("the unit alone") << "unit";
+    QTest::newRow("the colours alone") << "colours";
 }
 
 void tst_ClosingSequences::changedOneAsks()
 {
+    QFETCH(QString, change);
     QTemporaryDir dir;
     WorkspaceFixture fixture;
     CVXSSequenceDataset *sequence = fixture.window->openSequence(writeSequence(dir.path(), ID, "AB"));
     QVERIFY(sequence);
-    sequence->getDatasets().last()->setModified(true);
+    if (change == "dataset") {
+        sequence->getDatasets().last()->setModified(true);
+    } else {
+        QAction *picked = fixture.window->findChild<QAction *>("actionReversed");
+        if (change == "unit")
+            picked = fixture.window->findChild<QMenu *>("menuUnit")->actions().at(EUNIT_RADIANCE);
+        QVERIFY(picked);
+        picked->trigger();
+    }
     const CAnswer person("&Discard");
     QVERIFY(fixture.window->sequences()->close(sequence));
     QVERIFY(person.seen().closed);
@@ -166,10 +194,13 @@ void tst_ClosingSequences::quittingDiscardsNothingUnasked()
     WorkspaceFixture fixture;
     fixture.window->sequences()->add(newSequence());
     const CAnswer person("&Save");
+    const CFolderAnswer folder(fixture.profile());
     fixture.window->findChild<QAction *>("actionQuit")->trigger();
     QVERIFY(person.seen().closed);
     QVERIFY(!fixture.window->isVisible());
-    QVERIFY(QFile::exists(CVXPreference::getProgramDataPath() + "/sequences/" + ID + "/SequenceInfo.txt"));
+    QVERIFY(QFile::exists(fixture.profile() + "/" + ID + "/SequenceInfo.txt"));
+    // It can be opened again without looking for it.
+    QCOMPARE(fixture.window->recentSequences()->folders(), QStringList{fixture.profile() + "/" + ID});
 }
 
 QTEST_MAIN(tst_ClosingSequences)

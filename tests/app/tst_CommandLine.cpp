@@ -56,8 +56,7 @@ void tst_CommandLine::helpNamesEveryOption()
     for (const char *option : {"--help", "-h"}) {
         const SCommandLine line = readCommandLine({"vexa", option});
         QCOMPARE(line.outcome, SCommandLine::TELL);
-        for (const char *word :
-             {"--plugins <DIR>", "--log <FILE>", "--help", "--version", "[SEQUENCE_FOLDER...]"})
+        for (const char *word : {"--plugins <DIR>", "--log <FILE>", "--help", "--version", "[FOLDER...]"})
             QVERIFY2(line.text.contains(word), qPrintable(line.text));
     }
 }

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "app/DatasetLoader.h"
+#include "app/LooseDatasets.h"
 #include "app/SequenceManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/view/CVXSImageWindow.h"
 #include "host/vxapi/view/CVXSMdiSubWindow.h"
 #include "host/vxapi/view/CVXSWorkspace.h"
+#include "host/vxutils/CVXPreference.h"
 #include "tests/app/WorkspaceFixture.h"
 
 #include <QDir>
@@ -41,7 +43,9 @@ private Q_SLOTS:
     void opensADataset_data();
     void opensADataset();
     void loadingTwiceAddsNothing();
-    void aClosedWindowIsShownAgain();
+    void aClosedOneIsLoadedAgain();
+    void aResultOfTheProgramDataFolderStaysKnown();
+    void whatIsOnlyRegisteredIsOpened();
     void aDatasetOfAnOpenSequenceIsShown();
     void sameClickNumberElsewhereIsRefused();
     void folderThatIsNotComplete_data();
@@ -84,27 +88,62 @@ void tst_DatasetLoader::loadingTwiceAddsNothing()
         QCOMPARE(load(fixture.window.get(), path), ESTATUS_SUCCESS);
     QCOMPARE(CVXSDataset::getDataset(CLICK), dataset);
     QCOMPARE(fixture.window->workspace()->subWindowList().size(), 1);
-    QCOMPARE(fixture.window->datasetLoader()->findChildren<CVXSDataset *>().size(), 1);
+    QCOMPARE(fixture.window->looseDatasets()->datasets().size(), 1);
     // The same folder by another name.
     QVERIFY(QFile::link(dir.filePath(CLICK), dir.filePath("link")));
     QCOMPARE(load(fixture.window.get(), dir.filePath("link/ClickInfo.txt")), ESTATUS_SUCCESS);
     QCOMPARE(fixture.window->workspace()->subWindowList().size(), 1);
 }
 
-void tst_DatasetLoader::aClosedWindowIsShownAgain()
+void tst_DatasetLoader::aClosedOneIsLoadedAgain()
 {
     QTemporaryDir dir;
     const QString path = writeDataset(dir.path(), CLICK) + "ClickInfo.txt";
     WorkspaceFixture fixture;
     QCOMPARE(load(fixture.window.get(), path), ESTATUS_SUCCESS);
-    CVXSDataset *dataset = CVXSDataset::getDataset(CLICK);
+    QPointer<CVXSDataset> dataset = CVXSDataset::getDataset(CLICK);
     QPointer<CVXSImageWindow> image = CVXSImageWindow::getImageWindow(dataset);
     image->subWindow()->close();
     QTRY_VERIFY(image.isNull());
-    // Its click number stays taken.
-    QCOMPARE(CVXSDataset::getDataset(CLICK), dataset);
+    QVERIFY(dataset.isNull());
+    QVERIFY(!CVXSDataset::getDataset(CLICK));
     QCOMPARE(load(fixture.window.get(), path), ESTATUS_SUCCESS);
-    QVERIFY(CVXSImageWindow::getImageWindow(dataset));
+    QVERIFY(CVXSImageWindow::getImageWindow(CVXSDataset::getDataset(CLICK)));
+}
+
+void tst_DatasetLoader::aResultOfTheProgramDataFolderStaysKnown()
+{
+    WorkspaceFixture fixture;
+    // Written after the start, as a tool does it.
+    const QString folder = writeDataset(CVXPreference::getProgramDataPath(), CLICK);
+    QVERIFY(!CVXSDataset::getDataset(CLICK));
+    QCOMPARE(load(fixture.window.get(), folder + "/ClickInfo.txt"), ESTATUS_SUCCESS);
+    CVXSDataset *dataset = CVXSDataset::getOpenDataset(CLICK);
+    QVERIFY(dataset);
+    CVXSImageWindow::getImageWindow(dataset)->subWindow()->close();
+    QTRY_VERIFY(!CVXSDataset::getOpenDataset(CLICK));
+    // Its click number stays taken, also for the next start.
+    QVERIFY(CVXSDataset::getDataset(CLICK));
+    fixture.window = std::make_unique<MainWindow>();
+    QVERIFY(CVXSDataset::getDataset(CLICK));
+}
+
+void tst_DatasetLoader::whatIsOnlyRegisteredIsOpened()
+{
+    WorkspaceFixture fixture;
+    const QString folder = writeDataset(CVXPreference::getProgramDataPath(), CLICK);
+    fixture.window = std::make_unique<MainWindow>(); // the next start
+    fixture.window->show();
+    QPointer<CVXSDataset> stored = CVXSDataset::getDataset(CLICK);
+    QVERIFY(stored);
+    QVERIFY(!CVXSDataset::getOpenDataset(CLICK));
+    QVERIFY(fixture.window->workspace()->subWindowList().isEmpty());
+    QCOMPARE(load(fixture.window.get(), folder + "ClickInfo.txt"), ESTATUS_SUCCESS);
+    CVXSDataset *opened = CVXSDataset::getOpenDataset(CLICK);
+    QVERIFY(opened);
+    QCOMPARE(fixture.window->looseDatasets()->datasets(), QList<CVXSDataset *>{opened});
+    QVERIFY(CVXSImageWindow::getImageWindow(opened)->isVisible());
+    QTRY_VERIFY(stored.isNull());
 }
 
 void tst_DatasetLoader::aDatasetOfAnOpenSequenceIsShown()
@@ -117,7 +156,7 @@ void tst_DatasetLoader::aDatasetOfAnOpenSequenceIsShown()
     QCOMPARE(load(fixture.window.get(), sequence->getDatasetFolderPath(CLICK) + "ClickInfo.txt"),
              ESTATUS_SUCCESS);
     QVERIFY(CVXSImageWindow::getImageWindow(sequence->getDataset(CLICK)));
-    QVERIFY(fixture.window->datasetLoader()->findChildren<CVXSDataset *>().isEmpty());
+    QVERIFY(fixture.window->looseDatasets()->datasets().isEmpty());
 }
 
 void tst_DatasetLoader::sameClickNumberElsewhereIsRefused()
@@ -170,7 +209,7 @@ void tst_DatasetLoader::folderThatIsNotComplete()
     QVERIFY(isFailureLogged({file}));
     QVERIFY(!CVXSDataset::getDataset(CLICK));
     QVERIFY(fixture.window->workspace()->subWindowList().isEmpty());
-    QVERIFY(fixture.window->datasetLoader()->findChildren<CVXSDataset *>().isEmpty());
+    QVERIFY(fixture.window->looseDatasets()->datasets().isEmpty());
 }
 
 QTEST_MAIN(tst_DatasetLoader)

@@ -170,7 +170,7 @@ void tst_MainWindow::doesNotTakeOtherDrops()
 {
     WorkspaceFixture fixture;
     const CVXSSequenceDataset *none = nullptr;
-    QVERIFY(!drop(fixture.window.get(), {m_folder + "AB20260102030406/ClickInfo.txt"}));
+    QVERIFY(!drop(fixture.window.get(), {m_folder + "AB20260102030406/luminescent.tif"}));
     QVERIFY(!drop(fixture.window.get(), {m_data.filePath("missing")}));
     QVERIFY(!drop(fixture.window.get(), {}));
     QCOMPARE(CVXSSequenceDataset::getSequenceDataset(ID), none);

@@ -7,6 +7,7 @@
 #include "host/vxapi/model/CVXSDataset_p.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/model/DatasetFiles.h"
+#include "host/vxapi/model/StoredDatasets.h"
 #include "host/vxutils/CVXSLog.h"
 
 #include <cmath>
@@ -64,14 +65,22 @@ bool CVXSDataset::ownsRecords() const
 
 CVXSDataset *CVXSDataset::getDataset(const QString &clickNumber)
 {
+    CVXSDataset *dataset = getOpenDataset(clickNumber);
+    return dataset ? dataset : StoredDatasets::instance().find(clickNumber);
+}
+
+CVXSDataset *CVXSDataset::getOpenDataset(const QString &clickNumber)
+{
     return registry().value(clickNumber);
 }
 
 bool CVXSDataset::registerDataset()
 {
     CVXSDataset *&entry = registry()[d->clickNumber];
-    if (!entry)
+    if (!entry) {
         entry = this;
+        StoredDatasets::instance().giveWayTo(this);
+    }
     return entry == this;
 }
 

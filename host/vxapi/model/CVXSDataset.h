@@ -26,24 +26,28 @@ public:
 
     // --- the open datasets ---
 
-    /// The dataset of that click number that is open in this process, else the one that lies complete in a
-    /// folder handed to registerStoredDatasets(), which is opened for this; else null.
+    /// The dataset of that click number that is open in this process, else the one that lies complete in the
+    /// folder handed to registerStoredDatasets(), which is opened for this; else null. A stored dataset whose
+    /// folder has that name answers too, whatever its click number: the name is taken. What is answered for a
+    /// stored dataset goes when somebody opens it otherwise, or when its files do: keep it in a QPointer.
     static CVXSDataset *getDataset(const QString &clickNumber);
+    /// The open one alone.
+    static CVXSDataset *getOpenDataset(const QString &clickNumber);
     /// Takes notice of every dataset that lies complete directly under that folder (the program-data path),
     /// so that getDataset() knows it and no result of image math gets its name again. What is there
-    /// incomplete is left alone and not known. Called at start and after each load; a dataset that is gone is
-    /// forgotten.
+    /// incomplete is left alone and not known. Called at start and after each load; a dataset that is gone,
+    /// or was registered under another folder, is forgotten.
     static void registerStoredDatasets(const QString &folder);
     /// Whether the dataset lies complete in its folder: ClickInfo.txt, AnalyzedClickInfo.txt (written last),
-    /// and every image that the sections of ClickInfo call for is there and readable. ESTATUS_NOT_COMPLETE
-    /// with "file: reason" otherwise.
+    /// and every image that the sections of ClickInfo call for is there and readable, to its last pixel.
+    /// ESTATUS_NOT_COMPLETE with "file: reason" (also lastError()) otherwise; the caller tells the person.
     ESTATUS checkComplete(QString *error) const;
     /// Reads the ClickInfo of a dataset folder; pixels come later. Null on failure, with status and "file:
     /// reason" (either may be null); the caller tells the person. The dataset is not registered yet.
     static CVXSDataset *open(const QString &folder, ESTATUS *status, QString *error,
                              QObject *parent = nullptr);
-    /// Makes getDataset() answer with this dataset. False when another one of that click number is
-    /// registered.
+    /// Makes getDataset() answer with this dataset, and so no stored one. False when another one of that
+    /// click number is registered.
     bool registerDataset();
 
     // --- identity and storage ---
@@ -64,11 +68,14 @@ public:
     void setImageMathToBeSaved(bool toBeSaved);
     bool isImageMathToBeSaved() const;
     /// Writes the images, ClickInfo.txt and last AnalyzedClickInfo.txt into that folder (created when
-    /// missing), each file whole or not at all. Images that were never changed, and other files that lie with
-    /// the dataset, are copied byte for byte. Takes the folder as its own, and a dataset of type 2 becomes
-    /// one of type 0. A failure (status, lastError(), log line of level 3) leaves every file as it was or
-    /// whole, and the dataset where it was.
+    /// missing), each file whole or not at all. Images that were never changed, and other files and folders
+    /// that lie with the dataset, are copied byte for byte. Takes the folder as its own, and a dataset of
+    /// type 2 becomes one of type 0; it is neither modified nor to be saved any more. A failure (status,
+    /// lastError(), log line of level 3) leaves every file as it was or whole, and the dataset where it was.
     ESTATUS saveDatasetAs(const QString &folder);
+    /// Writes the same files, and leaves the dataset where it was, with what it has to save still to be
+    /// saved.
+    ESTATUS saveCopy(const QString &folder) const;
     /// "file: reason" of the last operation of this dataset that failed.
     QString lastError() const;
 

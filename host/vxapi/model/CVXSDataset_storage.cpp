@@ -8,7 +8,6 @@
 #include "host/vxutils/CVXUtilityFns.h"
 
 #include <cmath>
-#include <QDir>
 #include <QFileInfo>
 
 using namespace clickinfo;
@@ -88,9 +87,22 @@ ESTATUS CVXSDataset::saveDatasetAs(const QString &folder)
     d->folder = target;
     d->isOnDisk = true;
     d->isModified = false;
+    d->isImageMathToBeSaved = false;
     d->images.markSaved();
     d->markRoisSaved();
     return ESTATUS_SUCCESS;
+}
+
+ESTATUS CVXSDataset::saveCopy(const QString &folder) const
+{
+    const QString target = datasetfiles::folderPath(folder);
+    QString error = tr("%1: no folder to save it in is named").arg(d->clickNumber);
+    const ESTATUS status = target.isEmpty() ? ESTATUS_BAD_NAME : d->saveTo(target, &error);
+    if (status != ESTATUS_SUCCESS) {
+        d->lastError = error;
+        vxLog(3, tr("No copy of %1 is saved: %2").arg(d->clickNumber, error), QString(), int(status));
+    }
+    return status;
 }
 
 ESTATUS CVXSDataset::Private::saveTo(const QString &target, QString *error)
@@ -122,15 +134,7 @@ ESTATUS CVXSDataset::Private::copyOtherFiles(const QString &target, QString *err
         if (images.isPresent(kind.type))
             own += images.fileName(kind.type);
     }
-    const QStringList files = QDir(folder).entryList(QDir::Files, QDir::Name);
-    for (const QString &file : files) {
-        if (own.contains(file))
-            continue;
-        const ESTATUS status = datasetfiles::copyFile(folder + file, target + file, error);
-        if (status != ESTATUS_SUCCESS)
-            return status;
-    }
-    return ESTATUS_SUCCESS;
+    return datasetfiles::copyTree(folder, target, own, error);
 }
 
 // Written last: a folder that has it is complete.

@@ -104,6 +104,15 @@ QString CVXSSequenceDataset::getDatasetFolderPath(const QString &clickNumber) co
     return own.isEmpty() ? d->plannedFolder(clickNumber) : own;
 }
 
+bool CVXSSequenceDataset::isModified() const
+{
+    const QList<CVXSDataset *> datasets = getDatasets();
+    return d->isModified || d->folder.isEmpty() ||
+           std::any_of(datasets.begin(), datasets.end(), [](const CVXSDataset *dataset) {
+               return dataset->isModified() || dataset->getDatasetType() == 2;
+           });
+}
+
 QString CVXSSequenceDataset::lastError() const
 {
     return d->lastError;
@@ -121,6 +130,7 @@ void CVXSSequenceDataset::setActiveUnit(tag_edisplayunit unit)
     if (unit < EUNIT_COUNTS || unit >= EUNIT_COUNT)
         return;
     const bool isNew = unit != d->activeUnit;
+    d->isModified = d->isModified || isNew;
     d->activeUnit = unit;
     d->hasActiveUnit = true;
     const QList<CVXSDataset *> datasets = getDatasets();
@@ -139,6 +149,7 @@ void CVXSSequenceDataset::setImageAdjust(const tag_simageadjust &adjust)
 {
     const bool isNew = adjust.colorTable != d->adjust.colorTable || adjust.reverse != d->adjust.reverse ||
                        adjust.logScale != d->adjust.logScale;
+    d->isModified = d->isModified || isNew;
     d->adjust = adjust;
     d->toolInfo.reversed = adjust.reverse;
     d->toolInfo.logarithmic = adjust.logScale;
@@ -153,6 +164,8 @@ const CVXSToolInfo &CVXSSequenceDataset::getToolInfo() const
 void CVXSSequenceDataset::setToolInfo(const CVXSToolInfo &info)
 {
     const bool isNew = info.reversed != d->toolInfo.reversed || info.logarithmic != d->toolInfo.logarithmic;
+    d->isModified = d->isModified || isNew || info.brightness != d->toolInfo.brightness ||
+                    info.gamma != d->toolInfo.gamma;
     d->toolInfo = info;
     d->adjust.reverse = info.reversed;
     d->adjust.logScale = info.logarithmic;
@@ -166,6 +179,7 @@ bool CVXSSequenceDataset::isTransIllumOverviewResultSequence() const
 
 void CVXSSequenceDataset::setTransIllumOverviewResultSequence(bool on)
 {
+    d->isModified = d->isModified || on != d->isTransIllumOverview;
     d->isTransIllumOverview = on;
 }
 
@@ -176,6 +190,7 @@ bool CVXSSequenceDataset::is3DSceneOnly() const
 
 void CVXSSequenceDataset::set3DSceneOnly(bool on)
 {
+    d->isModified = d->isModified || on != d->is3DSceneOnly;
     d->is3DSceneOnly = on;
 }
 
@@ -202,6 +217,7 @@ bool CVXSSequenceDataset::addDataset(CVXSDataset *dataset, int position)
     const int end = d->entries.size();
     d->entries.insert(position < 0 ? end : std::min(position, end), {clickNumber, dataset});
     d->adopt(dataset);
+    d->isModified = true;
     Q_EMIT updateOnChangeSequence();
     return true;
 }
@@ -215,6 +231,7 @@ bool CVXSSequenceDataset::removeDataset(const QString &clickNumber)
     if (dataset)
         Q_EMIT datasetAboutToBeRemoved(dataset);
     d->entries.remove(index);
+    d->isModified = true;
     delete dataset.data();
     Q_EMIT updateOnChangeSequence();
     return true;

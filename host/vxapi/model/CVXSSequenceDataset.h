@@ -78,6 +78,10 @@ public:
     ESTATUS save(const QString &parentFolder = QString());
     QString lastError() const;
 
+    /// Whether closing it would lose something: it was never saved, or since it was opened or saved its unit,
+    /// its colours or its list of datasets changed, or one of its datasets was changed or has no files yet.
+    bool isModified() const;
+
 Q_SIGNALS:
     /// Datasets were added or removed, or the unit or the colours in which they are shown changed.
     void updateOnChangeSequence();

@@ -41,6 +41,7 @@ public:
     QString folder; ///< ends in "/"; empty while never saved
     QString lastError;
     QVector<Entry> entries;
+    bool isModified = false; ///< apart from the datasets
 
     tag_edisplayunit activeUnit = EUNIT_COUNTS;
     bool hasActiveUnit = false; ///< chosen, stored, or taken from the first dataset

@@ -223,6 +223,7 @@ ESTATUS CVXSSequenceDataset::save(const QString &parentFolder)
     if (status != ESTATUS_SUCCESS)
         return d->fail(status, info.lastError());
     d->folder = target;
+    d->isModified = false;
     return ESTATUS_SUCCESS;
 }
 

@@ -57,6 +57,10 @@ constexpr char KEY_FLATFIELD_CORRECTED[] =
     "Flat Field Corrected"; ///< "1": corrected already in the stored pixels
 constexpr char KEY_FL_BACKGROUND_CORRECTED[] = "FL Background Corrected";
 constexpr char KEY_MATH_OPERATION[] = "Image Math Operation"; ///< its presence marks a result of image math
+constexpr char KEY_MATH_K[] = "Image Math k";                 ///< as it was typed or shown
+constexpr char KEY_MATH_A[] = "Image Math A ClickNumber";
+constexpr char KEY_MATH_B[] = "Image Math B ClickNumber";
+constexpr char KEY_MATH_PHOTOGRAPH[] = "Image Math Photo ClickNumber"; ///< absent: without photograph
 
 // --- "Camera System Info" ---
 constexpr char KEY_GAIN[] = "Electrons Per Count";              ///< g [e-/count], above 0

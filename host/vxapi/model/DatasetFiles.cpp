@@ -75,3 +75,31 @@ ESTATUS datasetfiles::copyFile(const QString &from, const QString &to, QString *
         return failed(ESTATUS_FILE_NOT_WRITABLE, to, target.errorString(), error);
     return ESTATUS_SUCCESS;
 }
+
+ESTATUS datasetfiles::copyTree(const QString &from, const QString &to, const QStringList &without,
+                               QString *error)
+{
+    const QDir source(from);
+    const QStringList files = source.entryList(QDir::Files | QDir::Hidden, QDir::Name);
+    for (const QString &file : files) {
+        const ESTATUS status = without.contains(file)
+                                   ? ESTATUS_SUCCESS
+                                   : copyFile(source.filePath(file), QDir(to).filePath(file), error);
+        if (status != ESTATUS_SUCCESS)
+            return status;
+    }
+    const QString target = QFileInfo(to).canonicalFilePath() + QLatin1Char('/');
+    const QStringList folders =
+        source.entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot | QDir::NoSymLinks, QDir::Name);
+    for (const QString &folder : folders) {
+        if (target.startsWith(QFileInfo(source.filePath(folder)).canonicalFilePath() + QLatin1Char('/')))
+            continue;
+        const QString below = QDir(to).filePath(folder);
+        ESTATUS status = makeFolder(below, error);
+        if (status == ESTATUS_SUCCESS)
+            status = copyTree(source.filePath(folder), below, {}, error);
+        if (status != ESTATUS_SUCCESS)
+            return status;
+    }
+    return ESTATUS_SUCCESS;
+}

@@ -1,9 +1,143 @@
 // SPDX-License-Identifier: MIT
+#include "host/vxapi/model/StoredDatasets.h"
+
+#include "host/vxapi/model/ClickInfoKeys.h"
 #include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/DatasetCompleteness.h"
+#include "host/vxapi/model/DatasetFiles.h"
+#include "host/vxutils/CVXUtilityFns.h"
 
-void CVXSDataset::registerStoredDatasets(const QString &) {}
+#include <QDir>
+#include <QFileInfo>
 
-ESTATUS CVXSDataset::checkComplete(QString *) const
+void CVXSDataset::registerStoredDatasets(const QString &folder)
 {
-    return ESTATUS_SUCCESS;
+    StoredDatasets::instance().registerFolder(folder);
+}
+
+bool StoredDatasets::SStamp::operator==(const SStamp &other) const
+{
+    return folder == other.folder && clickInfo == other.clickInfo && size == other.size;
+}
+
+StoredDatasets &StoredDatasets::instance()
+{
+    // Never destroyed: datasets may die after the objects of this file do.
+    static auto *datasets = new StoredDatasets;
+    return *datasets;
+}
+
+StoredDatasets::SStamp StoredDatasets::stampOf(const QString &folder)
+{
+    const QFileInfo clickInfo(folder + QString::fromLatin1(clickinfo::FILE_CLICK_INFO));
+    return {QFileInfo(folder).lastModified(), clickInfo.lastModified(), clickInfo.size()};
+}
+
+bool StoredDatasets::read(const QString &folder, SEntry *entry)
+{
+    entry->about.folder = folder;
+    entry->stamp = stampOf(folder); // before the reading, so that what changes meanwhile is seen
+    datasetfiles::SFolderContent content;
+    QString reason;
+    if (datasetfiles::checkFiles(folder, &content, &reason) != ESTATUS_SUCCESS ||
+        !CVXUtilityFns::isSafeFileName(content.clickNumber))
+        return false;
+    const QFileInfo last(folder + QString::fromLatin1(clickinfo::FILE_ANALYZED_CLICK_INFO));
+    entry->about.clickNumber = content.clickNumber;
+    entry->about.isResult = content.isResult;
+    entry->about.written = last.lastModified();
+    return true;
+}
+
+void StoredDatasets::drop(SEntry *entry)
+{
+    // Later: who asked for it may stand in the middle of using it.
+    if (entry->opened)
+        entry->opened->deleteLater();
+    entry->opened.clear();
+}
+
+void StoredDatasets::registerFolder(const QString &folder)
+{
+    const QString root = datasetfiles::folderPath(folder);
+    QMap<QString, SEntry> found;
+    const QStringList names =
+        root.isEmpty()
+            ? QStringList()
+            : QDir(root).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Unsorted);
+    for (const QString &name : names) {
+        const QString path = root + name + QLatin1Char('/');
+        const auto known = m_entries.find(name);
+        const bool isKnown = known != m_entries.end() && known->about.folder == path;
+        SEntry entry;
+        if (isKnown && known->stamp == stampOf(path))
+            entry = *known;
+        else if (!read(path, &entry))
+            continue;
+        found.insert(name, entry);
+        if (isKnown && entry.opened)
+            known->opened.clear(); // it goes on
+    }
+    for (SEntry &entry : m_entries)
+        drop(&entry);
+    m_entries = found;
+}
+
+CVXSDataset *StoredDatasets::find(const QString &name)
+{
+    QStringList folders;
+    for (auto entry = m_entries.cbegin(); entry != m_entries.cend(); ++entry) {
+        if (entry->about.clickNumber == name)
+            folders += entry.key();
+    }
+    // Of copies of a dataset, the one in the folder of its own name.
+    if (folders.removeOne(name))
+        folders.prepend(name);
+    else if (m_entries.contains(name))
+        folders.append(name);
+    for (const QString &folder : qAsConst(folders)) {
+        if (CVXSDataset *dataset = open(folder))
+            return dataset;
+    }
+    return nullptr;
+}
+
+CVXSDataset *StoredDatasets::open(const QString &folderName)
+{
+    SEntry &entry = m_entries[folderName];
+    SEntry now;
+    const bool isComplete = read(entry.about.folder, &now);
+    if (isComplete && entry.opened && now.stamp == entry.stamp)
+        return entry.opened;
+    drop(&entry);
+    if (!isComplete) {
+        m_entries.remove(folderName);
+        return nullptr;
+    }
+    entry = now;
+    CVXSDataset *elsewhere = CVXSDataset::getOpenDataset(entry.about.clickNumber);
+    if (elsewhere && datasetfiles::isSame(elsewhere->getFolderPath(), entry.about.folder))
+        return elsewhere;
+    entry.opened = CVXSDataset::open(entry.about.folder, nullptr, nullptr);
+    return entry.opened;
+}
+
+QList<SStoredDataset> StoredDatasets::list() const
+{
+    QList<SStoredDataset> all;
+    for (const SEntry &entry : m_entries)
+        all += entry.about;
+    return all;
+}
+
+void StoredDatasets::giveWayTo(const CVXSDataset *opened)
+{
+    for (SEntry &entry : m_entries) {
+        if (!entry.opened)
+            continue;
+        if (entry.opened == opened)
+            entry.opened.clear(); // it is its new owner's
+        else if (entry.about.clickNumber == opened->getClickNumber())
+            drop(&entry);
+    }
 }

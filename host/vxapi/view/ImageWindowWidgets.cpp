@@ -109,6 +109,10 @@ QSplitter *ImageWindowWidgets::body(QWidget *window)
     limits->addToMiddle(opacity);
     row->addWidget(view, 1);
     row->addWidget(limits);
+    // Pictures of a dataset are compared: each stays where the others are.
+    QSizePolicy policy = limits->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    limits->setSizePolicy(policy);
     table->hide();
     auto *splitter = make<QSplitter>(window, "ImageSplitter");
     splitter->setOrientation(Qt::Vertical);

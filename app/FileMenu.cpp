@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: MIT
+#include "app/FileMenu.h"
+
+#include "app/DatasetSaving.h"
+#include "app/EarlierResults.h"
+#include "app/FolderChoice.h"
+#include "app/ImportDialog.h"
+#include "app/LooseDatasets.h"
+#include "app/MainWindow.h"
+#include "app/RecentSequences.h"
+#include "app/SequenceManager.h"
+#include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/CVXSSequenceDataset.h"
+#include "host/vxapi/view/CVXSChildWindow.h"
+#include "host/vxapi/view/CVXSWorkspace.h"
+#include "host/vxutils/CVXPreference.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QMdiSubWindow>
+#include <QMenu>
+
+namespace {
+
+QAction *newAction(QMenu *menu, const QString &text, const char *objectName,
+                   const QKeySequence &shortcut = QKeySequence())
+{
+    QAction *action = menu->addAction(text);
+    action->setObjectName(QString::fromLatin1(objectName));
+    action->setShortcut(shortcut);
+    return action;
+}
+
+} // namespace
+
+FileMenu::FileMenu(QMenu *menu, MainWindow *window) : QObject(window), m_window(window)
+{
+    addOpening(menu);
+    menu->addSeparator();
+    addSaving(menu);
+    menu->addSeparator();
+    connect(newAction(menu, tr("&Quit"), "actionQuit", QKeySequence(Qt::CTRL + Qt::Key_Q)),
+            &QAction::triggered, window, &QWidget::close);
+}
+
+void FileMenu::addOpening(QMenu *menu)
+{
+    connect(newAction(menu, tr("&Open Sequence..."), "actionOpenSequence", QKeySequence::Open),
+            &QAction::triggered, this, &FileMenu::chooseSequence);
+    QMenu *recent = menu->addMenu(tr("Open &Recent"));
+    recent->setObjectName(QStringLiteral("menuRecent"));
+    m_window->recentSequences()->attach(recent);
+    connect(m_window->recentSequences(), &RecentSequences::chosen, this, &FileMenu::openRecent);
+    connect(newAction(menu, tr("Open &Dataset..."), "actionOpenDataset"), &QAction::triggered, this,
+            &FileMenu::chooseDataset);
+    QMenu *results = menu->addMenu(tr("Open &Earlier Result"));
+    results->setObjectName(QStringLiteral("menuEarlierResults"));
+    auto *earlier = new EarlierResults(results, this);
+    connect(earlier, &EarlierResults::chosen, m_window, &MainWindow::openDataset);
+    connect(earlier, &EarlierResults::othersWanted, this, &FileMenu::chooseDataset);
+    connect(newAction(menu, tr("&Import Images..."), "actionImportImages"), &QAction::triggered, this,
+            &FileMenu::importImages);
+}
+
+void FileMenu::addSaving(QMenu *menu)
+{
+    m_save = newAction(menu, tr("&Save"), "actionSaveSequence", QKeySequence::Save);
+    connect(m_save, &QAction::triggered, this, &FileMenu::save);
+    m_saveAs = newAction(menu, tr("Save Dataset &As..."), "actionSaveDatasetAs", QKeySequence::SaveAs);
+    connect(m_saveAs, &QAction::triggered, this, &FileMenu::saveDatasetAs);
+    m_close = newAction(menu, tr("&Close"), "actionClose", QKeySequence::Close);
+    connect(m_close, &QAction::triggered, this, [this] {
+        if (QMdiSubWindow *window = m_window->workspace()->currentSubWindow())
+            window->close();
+    });
+}
+
+void FileMenu::setActiveChild(CVXSChildWindow *window)
+{
+    m_active = window;
+    m_save->setEnabled(SequenceManager::sequenceOf(window) || m_window->looseDatasets()->datasetOf(window));
+    m_saveAs->setEnabled(window && window->getDataset());
+    m_close->setEnabled(window);
+}
+
+void FileMenu::chooseSequence()
+{
+    const QString folder =
+        chooseFolder(m_window, tr("Open Sequence"), "MainWindow/sequenceFolder", QString(), REMEMBER_PARENT);
+    if (!folder.isEmpty())
+        m_window->openSequence(folder);
+}
+
+void FileMenu::chooseDataset()
+{
+    const QString folder = chooseFolder(m_window, tr("Open Dataset"), "MainWindow/datasetFolder",
+                                        CVXPreference::getProgramDataPath(), REMEMBER_PARENT);
+    if (!folder.isEmpty())
+        m_window->openDataset(folder);
+}
+
+void FileMenu::openRecent(const QString &folder)
+{
+    // One that is gone is told and not offered again; one that is only damaged may be repaired.
+    if (!m_window->openSequence(folder) && !QFileInfo::exists(folder))
+        m_window->recentSequences()->remove(folder);
+}
+
+void FileMenu::importImages()
+{
+    ImportDialog dialog(m_window);
+    if (dialog.exec() == QDialog::Accepted)
+        m_window->sequences()->add(dialog.takeSequence().release());
+}
+
+void FileMenu::save()
+{
+    if (CVXSDataset *dataset = m_window->looseDatasets()->datasetOf(m_active))
+        saving::saveDataset(m_window, dataset);
+    else if (CVXSSequenceDataset *sequence = SequenceManager::sequenceOf(m_active))
+        m_window->sequences()->save(sequence);
+}
+
+void FileMenu::saveDatasetAs()
+{
+    CVXSDataset *dataset = m_active ? m_active->getDataset() : nullptr;
+    if (dataset && saving::saveDatasetElsewhere(m_window, dataset))
+        CVXSDataset::registerStoredDatasets(CVXPreference::getProgramDataPath());
+}

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "host/vxapi/model/ImageImport.h"
+
+#include <memory>
+#include <QDateTime>
+#include <QVector>
+
+class CVXSSequenceDataset;
+
+/// What becomes one dataset.
+struct SImportImage
+{
+    QString luminescent;
+    QString photograph;    ///< empty: none
+    double exposure = 0.0; ///< [s]; 0: that of the settings
+};
+
+struct SImportRequest
+{
+    QVector<SImportImage> images;
+    QString initials; ///< of the user; ASCII letters
+    SImportSettings settings;
+};
+
+/// Makes a sequence in memory of image files, in their order. Click numbers are initials and a date-time
+/// stamp, from `now` on a second each, such as "ZB20261121153000"; the sequence has the first of them and
+/// "_SEQ". Names that an open or stored dataset has are left out. All or nothing: null on failure, with
+/// status and "file: reason" or "setting: reason".
+std::unique_ptr<CVXSSequenceDataset> importSequence(const SImportRequest &request, const QDateTime &now,
+                                                    ESTATUS *status, QString *error);

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+class CVXSDataset;
+
+/// What came of computing a result of image math again from its record and its operands' files.
+struct ResultCheck
+{
+    enum class Verdict {
+        Same,               ///< to the last bit, and nothing that was recorded changed
+        SameThoughChanged,  ///< to the last bit, but something that was recorded changed
+        DifferentAsChanged, ///< the operands changed since, and give another result now
+        Different,          ///< other pixels although nothing that was recorded changed
+        NotFound,           ///< the record or an operand is missing
+        Failed,             ///< something is there but cannot be read or computed
+    };
+
+    Verdict verdict = Verdict::Failed;
+    QString headline;  ///< one sentence
+    QStringList lines; ///< what differs or is missing, one fact a line; what was compared
+
+    /// Level of the log line that tells it.
+    long level() const;
+
+    /// Computes the result again on datasets that are opened for this: nothing that is open is touched. Each
+    /// operand is looked for among the open datasets, then in the folders of these sequences, then under
+    /// the program-data path. Hashes and calibration constants are compared with the record first, then the
+    /// pixels on disk with the computed ones, bit by bit (a NaN equals a NaN).
+    static ResultCheck of(const CVXSDataset &result, const QStringList &sequenceFolders);
+};

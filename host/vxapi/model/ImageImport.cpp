@@ -1,0 +1,199 @@
+// SPDX-License-Identifier: MIT
+#include "host/vxapi/model/ImageImport.h"
+
+#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxparser/CPLClickInfo.h"
+#include "host/vxutils/CVXPreference.h"
+#include "host/vxutils/CVXUtilityFns.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <QCoreApplication>
+#include <QDateTime>
+#include <QFile>
+#include <QStringList>
+
+using namespace clickinfo;
+
+namespace {
+
+constexpr double CM_PER_UM = 1e-4;
+constexpr double NO_LIMIT = std::numeric_limits<double>::infinity();
+
+QString translated(const char *text)
+{
+    return QCoreApplication::translate("ImageImport", text);
+}
+
+QString text(const char *key)
+{
+    return QString::fromLatin1(key);
+}
+
+/// "setting: reason" of the first setting that is not usable; empty when all are.
+QString refusal(const SImportSettings &settings)
+{
+    const auto refused = [](const char *key, const QString &reason) {
+        return text(key) + QStringLiteral(": ") + reason;
+    };
+    const QStringList kinds = {text(KIND_LUMINESCENT), text(KIND_FLUORESCENT), text(KIND_TRANSFLUORESCENT),
+                               text(KIND_TRANSILLUMINATION)};
+    if (!settings.kind.isEmpty() && !kinds.contains(settings.kind))
+        return refused(KEY_KIND, translated("\"%1\" is no kind of acquisition").arg(settings.kind));
+    struct SAboveZero
+    {
+        const char *key;
+        double value;
+        double most;
+    };
+    const SAboveZero numbers[] = {
+        {KEY_FOV, settings.fieldOfView, NO_LIMIT},
+        {KEY_EXPOSURE, settings.exposure, NO_LIMIT},
+        {KEY_FNUMBER, settings.fNumber, NO_LIMIT},
+        {KEY_PIXEL_PITCH, settings.pixelPitch, NO_LIMIT},
+        {KEY_GAIN, settings.electronsPerCount, NO_LIMIT},
+        {KEY_QUANTUM_EFFICIENCY, settings.quantumEfficiency, 1.0},
+        {KEY_TRANSMISSION, settings.transmission, 1.0},
+    };
+    for (const SAboveZero &number : numbers) {
+        if (!std::isfinite(number.value) || number.value <= 0.0 || number.value > number.most)
+            return refused(number.key, std::isinf(number.most)
+                                           ? translated("it has to be a number above 0")
+                                           : translated("it has to be a number above 0, at most 1"));
+    }
+    if (!std::isfinite(settings.binning) || settings.binning < 1.0)
+        return refused(KEY_BINNING, translated("it has to be a number of 1 or more"));
+    if (!std::isfinite(settings.excitationIrradiance) || settings.excitationIrradiance < 0.0)
+        return refused(KEY_EXCITATION_IRRADIANCE,
+                       translated("it has to be a number above 0, or 0 when it is not known"));
+    if (!settings.acquisitionDate.isEmpty() &&
+        !QDateTime::fromString(settings.acquisitionDate, Qt::ISODate).isValid())
+        return refused(
+            KEY_ACQUISITION_DATE,
+            translated("\"%1\" is no date of the form 2026-11-21T15:30:00").arg(settings.acquisitionDate));
+    return QString();
+}
+
+ESTATUS statusOf(EILSTATUS status)
+{
+    switch (status) {
+    case EIL_FILE_NOT_FOUND:
+        return ESTATUS_FILE_NOT_FOUND;
+    case EIL_FILE_NOT_READABLE:
+        return ESTATUS_FILE_NOT_READABLE;
+    case EIL_FILE_TOO_LARGE:
+        return ESTATUS_IMAGE_TOO_LARGE;
+    case EIL_NO_MEMORY:
+        return ESTATUS_FAILURE;
+    default:
+        return ESTATUS_BAD_IMAGE;
+    }
+}
+
+ESTATUS read(const QString &path, CILImage *image, QString *error)
+{
+    const EILSTATUS status = image->loadTIFF(QFile::encodeName(path).constData());
+    if (status == EIL_SUCCESS)
+        return ESTATUS_SUCCESS;
+    *error = QString::fromStdString(CILImage::lastError());
+    return statusOf(status);
+}
+
+void setNumber(CPLSection *section, const char *key, double value)
+{
+    section->setValue(text(key), textOfNumber(value));
+}
+
+/// What luminescent image and photograph have in common.
+void describe(CPLSection *section, const SImportSettings &settings, double binning)
+{
+    if (!settings.acquisitionDate.isEmpty())
+        section->setValue(text(KEY_ACQUISITION_DATE), settings.acquisitionDate);
+    setNumber(section, KEY_BINNING, binning);
+    setNumber(section, KEY_FOV, settings.fieldOfView);
+}
+
+/// The note is the last pair of its section: what a tool adds is found before it.
+void addNote(CPLSection *section, double binning)
+{
+    section->addKeyValue(text(KEY_NOTE), QStringLiteral("Binning Factor=%1;").arg(textOfNumber(binning)));
+}
+
+void addLuminescent(CVXSDataset *dataset, CILImage image, const SImportSettings &settings)
+{
+    image.setBinningFactor(float(settings.binning));
+    dataset->setCoreImage(EIMAGE_LUMINESCENT, image);
+    CPLSection *section = ensureSection(dataset->getClickInfo(), SECTION_LUMINESCENT);
+    describe(section, settings, settings.binning);
+    section->setValue(text(KEY_KIND), settings.kind.isEmpty() ? text(KIND_LUMINESCENT) : settings.kind);
+    setNumber(section, KEY_EXPOSURE, settings.exposure);
+    setNumber(section, KEY_FNUMBER, settings.fNumber);
+    setNumber(section, KEY_TRANSMISSION, settings.transmission);
+    if (settings.excitationIrradiance > 0.0)
+        setNumber(section, KEY_EXCITATION_IRRADIANCE, settings.excitationIrradiance);
+    if (!settings.imagingAngle.isEmpty())
+        section->setValue(text(KEY_IMAGING_ANGLE), settings.imagingAngle);
+    addNote(section, settings.binning);
+
+    const double sensorWidth =
+        double(image.getWidth()) * settings.binning * settings.pixelPitch * CM_PER_UM; // [cm]
+    CPLSection *camera = ensureSection(dataset->getClickInfo(), SECTION_CAMERA);
+    setNumber(camera, KEY_GAIN, settings.electronsPerCount);
+    setNumber(camera, KEY_QUANTUM_EFFICIENCY, settings.quantumEfficiency);
+    setNumber(camera, KEY_PIXEL_PITCH, settings.pixelPitch);
+    setNumber(camera, KEY_MAGNIFICATION, sensorWidth / settings.fieldOfView);
+}
+
+/// It shows the same field, so its binning follows from its size.
+void addPhotograph(CVXSDataset *dataset, const CILImage &image, const SImportSettings &settings,
+                   double sensorPixels)
+{
+    dataset->setCoreImage(EIMAGE_PHOTOGRAPH, image);
+    CPLSection *section = ensureSection(dataset->getClickInfo(), SECTION_PHOTOGRAPH);
+    const double binning = std::max(1.0, sensorPixels / double(image.getWidth()));
+    describe(section, settings, binning);
+    addNote(section, binning);
+}
+
+} // namespace
+
+std::unique_ptr<CVXSDataset> importImages(const QString &clickNumber, const QString &luminescentPath,
+                                          const QString &photographPath, const SImportSettings &settings,
+                                          ESTATUS *status, QString *error)
+{
+    const auto tell = [status, error](ESTATUS code, const QString &reason) {
+        if (status)
+            *status = code;
+        if (error)
+            *error = reason;
+        return nullptr;
+    };
+    if (!CVXUtilityFns::isSafeFileName(clickNumber))
+        return tell(ESTATUS_BAD_NAME,
+                    translated("click number: \"%1\" is not a plain file name").arg(clickNumber));
+    const QString setting = refusal(settings);
+    if (!setting.isEmpty())
+        return tell(ESTATUS_BAD_VALUE, setting);
+    if (luminescentPath.isEmpty())
+        return tell(ESTATUS_FILE_NOT_FOUND, translated("luminescent image: no file is named"));
+    CILImage luminescent;
+    CILImage photograph;
+    QString reason;
+    ESTATUS code = read(luminescentPath, &luminescent, &reason);
+    if (code == ESTATUS_SUCCESS && !photographPath.isEmpty())
+        code = read(photographPath, &photograph, &reason);
+    if (code != ESTATUS_SUCCESS)
+        return tell(code, reason);
+
+    auto dataset = std::make_unique<CVXSDataset>(clickNumber);
+    ensureSection(dataset->getClickInfo(), SECTION_CLICK_NUMBER)
+        ->setValue(text(KEY_VERSION), CVXPreference::getAppVersion());
+    addLuminescent(dataset.get(), luminescent, settings);
+    if (!photograph.isEmpty())
+        addPhotograph(dataset.get(), photograph, settings, double(luminescent.getWidth()) * settings.binning);
+    tell(ESTATUS_SUCCESS, QString());
+    return dataset;
+}

@@ -1,0 +1,382 @@
+// SPDX-License-Identifier: MIT
+#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/CVXSSequenceDataset.h"
+#include "host/vxapi/model/ImageImport.h"
+#include "host/vxparser/CPLClickInfo.h"
+#include "tests/host/vxapi/model/Files.h"
+#include "tests/host/vxapi/model/LogLines.h"
+#include "tests/host/vxutils/UnprivilegedUser.h"
+#include "tests/support/TestStudy.h"
+
+#include <QtTest>
+
+#include <clocale>
+#include <cmath>
+#include <functional>
+#include <limits>
+#include <sys/stat.h>
+
+using namespace clickinfo;
+
+using Edit = std::function<void(SImportSettings *)>;
+Q_DECLARE_METATYPE(Edit)
+
+namespace {
+
+const QString CLICK = QStringLiteral("ZB20261121153000");
+constexpr double NOT_A_NUMBER = std::numeric_limits<double>::quiet_NaN();
+
+/// A fluorescence image in every setting of its own.
+SImportSettings allSettings()
+{
+    SImportSettings settings;
+    settings.kind = QString::fromLatin1(KIND_FLUORESCENT);
+    settings.fieldOfView = 12.5;
+    settings.binning = 4.0;
+    settings.exposure = 0.5;
+    settings.fNumber = 1.4;
+    settings.pixelPitch = 13.5;
+    settings.electronsPerCount = 2.0;
+    settings.quantumEfficiency = 0.8;
+    settings.transmission = 0.25;
+    settings.excitationIrradiance = 20.0;
+    settings.imagingAngle = QStringLiteral("Left");
+    settings.acquisitionDate = QStringLiteral("2026-11-21T15:30:00");
+    return settings;
+}
+
+QString value(const CVXSDataset &dataset, const char *section, const char *key)
+{
+    return textOf(*dataset.getClickInfo(), section, key);
+}
+
+} // namespace
+
+class tst_ImageImport : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void makesADatasetInMemory();
+    void writesEverySettingDown();
+    void radianceIsThatOfTheFormula();
+    void leavesOutWhatIsNotKnown();
+    void everyPixelTypeIsTaken_data();
+    void everyPixelTypeIsTaken();
+    void survivesSavingAndOpening();
+    void numbersAreThoseOfTheCLocale();
+    void badSettings_data();
+    void badSettings();
+    void badFiles_data();
+    void badFiles();
+    void aFileThatMayNotBeRead();
+    void realImages();
+
+private:
+    QString write(const QString &name, const CILImage &image) const
+    {
+        const QString path = m_folder->filePath(name);
+        return image.saveTIFF(QFile::encodeName(path).constData()) == EIL_SUCCESS ? path : QString();
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QString m_luminescent;
+    QString m_photograph;
+};
+
+void tst_ImageImport::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    m_luminescent =
+        write("bright.tif", TestStudy::image(32, 24, [](int x, int y) { return float(x + 100 * y); }));
+    m_photograph = write("photo.tif", TestStudy::image(64, 48, [](int x, int) { return float(x); }));
+    QVERIFY(!m_luminescent.isEmpty() && !m_photograph.isEmpty());
+}
+
+void tst_ImageImport::makesADatasetInMemory()
+{
+    const LogLines log;
+    ESTATUS status = ESTATUS_FAILURE;
+    QString error = "something";
+    const auto dataset = importImages(CLICK, m_luminescent, m_photograph, allSettings(), &status, &error);
+    QVERIFY2(dataset, qPrintable(error));
+    QCOMPARE(status, ESTATUS_SUCCESS);
+    QVERIFY(error.isEmpty());
+    QCOMPARE(dataset->getClickNumber(), CLICK);
+    QCOMPARE(dataset->getDatasetType(), 2);
+    QVERIFY(dataset->getFolderPath().isEmpty());
+    QVERIFY(dataset->isModified());
+    QVERIFY(!CVXSDataset::getDataset(CLICK));
+    CILImage *image = dataset->getCoreImage(EIMAGE_LUMINESCENT);
+    QVERIFY(image);
+    QCOMPARE(image->getWidth(), 32u);
+    QCOMPARE(image->pixelAt(5, 7), 705.0);
+    QCOMPARE(image->binningFactor(), 4.0f);
+    QCOMPARE(dataset->getCoreImage(EIMAGE_PHOTOGRAPH)->pixelAt(63, 47), 63.0);
+    QCOMPARE(dataset->getUnit(), EUNIT_COUNTS);
+    QVERIFY(log.failures().isEmpty());
+}
+
+void tst_ImageImport::writesEverySettingDown()
+{
+    const auto dataset = importImages(CLICK, m_luminescent, m_photograph, allSettings(), nullptr, nullptr);
+    QVERIFY(dataset);
+    QVERIFY(dataset->isFluorescentDataset());
+    QCOMPARE(dataset->getFOVForImage(EIMAGE_LUMINESCENT), 12.5);
+    QCOMPARE(dataset->getFOVForImage(EIMAGE_PHOTOGRAPH), 12.5);
+    const QMap<QString, QString> expected = {{KEY_KIND, "fluorescent"},
+                                             {KEY_FOV, "12.5"},
+                                             {KEY_BINNING, "4"},
+                                             {KEY_EXPOSURE, "0.5"},
+                                             {KEY_FNUMBER, "1.4"},
+                                             {KEY_TRANSMISSION, "0.25"},
+                                             {KEY_EXCITATION_IRRADIANCE, "20"},
+                                             {KEY_IMAGING_ANGLE, "Left"},
+                                             {KEY_ACQUISITION_DATE, "2026-11-21T15:30:00"}};
+    for (auto it = expected.begin(); it != expected.end(); ++it)
+        QCOMPARE(value(*dataset, SECTION_LUMINESCENT, qPrintable(it.key())), it.value());
+    QCOMPARE(value(*dataset, SECTION_CAMERA, KEY_GAIN), QString("2"));
+    QCOMPARE(value(*dataset, SECTION_CAMERA, KEY_QUANTUM_EFFICIENCY), QString("0.8"));
+    QCOMPARE(value(*dataset, SECTION_CAMERA, KEY_PIXEL_PITCH), QString("13.5"));
+    // 32 pixels of 4 x 13.5 um on 12.5 cm.
+    QCOMPARE(numberOf(*dataset->getClickInfo(), SECTION_CAMERA, KEY_MAGNIFICATION), 32 * 4 * 13.5e-4 / 12.5);
+    QCOMPARE(value(*dataset, SECTION_PHOTOGRAPH, KEY_BINNING), QString("2"));
+    QStringList keys;
+    (*dataset->getClickInfo())[QString::fromLatin1(SECTION_LUMINESCENT)]->getKeyList(&keys);
+    QCOMPARE(keys.last(), QString::fromLatin1(KEY_NOTE));
+}
+
+void tst_ImageImport::radianceIsThatOfTheFormula()
+{
+    const auto dataset = importImages(CLICK, m_luminescent, QString(), allSettings(), nullptr, nullptr);
+    QVERIFY(dataset);
+    CILImage radiance;
+    QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_RADIANCE, &radiance, "test"), ESTATUS_SUCCESS);
+    const double m = 32 * 4 * 13.5e-4 / 12.5;
+    const double side = 13.5e-4 * 4;
+    const double factor = 2.0 / (0.8 * 0.25) * 4 * 1.4 * 1.4 * (1 + m) * (1 + m) / (M_PI * side * side * 0.5);
+    QVERIFY(std::abs(radiance.pixelAt(5, 7) / (705.0 * factor) - 1.0) < 1e-6);
+    CILImage efficiency;
+    QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_RADIANT_EFFICIENCY, &efficiency, "test"),
+             ESTATUS_SUCCESS);
+    QVERIFY(std::abs(efficiency.pixelAt(5, 7) / (705.0 * factor / 20.0) - 1.0) < 1e-6);
+}
+
+void tst_ImageImport::leavesOutWhatIsNotKnown()
+{
+    SImportSettings settings;
+    settings.fieldOfView = 20.0;
+    const auto dataset = importImages(CLICK, m_luminescent, QString(), settings, nullptr, nullptr);
+    QVERIFY(dataset);
+    QVERIFY(dataset->isLuminescentDataset());
+    QVERIFY(!dataset->getImageList()->isPresent(EIMAGE_PHOTOGRAPH));
+    for (const char *key : {KEY_EXCITATION_IRRADIANCE, KEY_IMAGING_ANGLE, KEY_ACQUISITION_DATE})
+        QVERIFY2(value(*dataset, SECTION_LUMINESCENT, key).isNull(), key);
+}
+
+void tst_ImageImport::everyPixelTypeIsTaken_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::newRow("8-bit") << int(VXS_UINT8);
+    QTest::newRow("16-bit") << int(VXS_UINT16);
+    QTest::newRow("32-bit") << int(VXS_UINT32);
+    QTest::newRow("float") << int(VXS_FLOAT);
+}
+
+void tst_ImageImport::everyPixelTypeIsTaken()
+{
+    QFETCH(int, type);
+    CILImage image = TestStudy::image(5, 3, [](int x, int y) { return float(x + 7 * y); });
+    QVERIFY(image.ChangeType(VXSDataTypes(type)));
+    SImportSettings settings;
+    settings.fieldOfView = 1.0;
+    const auto dataset =
+        importImages(CLICK, write("typed.tif", image), QString(), settings, nullptr, nullptr);
+    QVERIFY(dataset);
+    QCOMPARE(int(dataset->getCoreImage(EIMAGE_LUMINESCENT)->getType()), type);
+    CILImage counts;
+    QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_COUNTS, &counts, "test"), ESTATUS_SUCCESS);
+    QCOMPARE(counts.pixelAt(4, 2), 18.0);
+}
+
+void tst_ImageImport::survivesSavingAndOpening()
+{
+    auto dataset = importImages(CLICK, m_luminescent, m_photograph, allSettings(), nullptr, nullptr);
+    QVERIFY(dataset);
+    CVXSSequenceDataset sequence("ZB20261121153000_SEQ");
+    QVERIFY(sequence.addDataset(dataset.get()));
+    dataset.release();
+    // The files that it came from are not needed any more.
+    QVERIFY(QFile::remove(m_luminescent));
+    QCOMPARE(sequence.save(m_folder->path()), ESTATUS_SUCCESS);
+    const std::unique_ptr<CVXSDataset> again(
+        CVXSDataset::open(sequence.getDatasetFolderPath(CLICK), nullptr, nullptr));
+    QVERIFY(again);
+    QString error;
+    QCOMPARE(again->checkComplete(&error), ESTATUS_SUCCESS);
+    QCOMPARE(again->getDatasetType(), 0);
+    QCOMPARE(again->getCoreImage(EIMAGE_LUMINESCENT)->pixelAt(5, 7), 705.0);
+    QCOMPARE(value(*again, SECTION_LUMINESCENT, KEY_FNUMBER), QString("1.4"));
+}
+
+void tst_ImageImport::numbersAreThoseOfTheCLocale()
+{
+    const QLocale before;
+    QLocale::setDefault(QLocale(QLocale::German));
+    std::setlocale(LC_NUMERIC, "de_DE.UTF-8"); // where it is not installed, Qt's alone has to do
+    const auto dataset = importImages(CLICK, m_luminescent, QString(), allSettings(), nullptr, nullptr);
+    std::setlocale(LC_NUMERIC, "C");
+    QLocale::setDefault(before);
+    QVERIFY(dataset);
+    QCOMPARE(value(*dataset, SECTION_LUMINESCENT, KEY_FNUMBER), QString("1.4"));
+}
+
+void tst_ImageImport::badSettings_data()
+{
+    QTest::addColumn<Edit>("edit");
+    QTest::addColumn<QString>("setting");
+    const auto row = [](const char *name, const Edit &edit, const char *setting) {
+        QTest::newRow(name) << edit << QString::fromLatin1(setting);
+    };
+    row(
+        "an unknown kind", [](SImportSettings *s) { s->kind = "x-ray"; }, KEY_KIND);
+    row(
+        "no field of view", [](SImportSettings *s) { s->fieldOfView = 0.0; }, KEY_FOV);
+    row(
+        "a field of view below 0", [](SImportSettings *s) { s->fieldOfView = -1.0; }, KEY_FOV);
+    row(
+        "a field of view that is no number", [](SImportSettings *s) { s->fieldOfView = NOT_A_NUMBER; },
+        KEY_FOV);
+    row(
+        "a field of view without end", [](SImportSettings *s) { s->fieldOfView = INFINITY; }, KEY_FOV);
+    row(
+        "binning below 1", [](SImportSettings *s) { s->binning = 0.5; }, KEY_BINNING);
+    row(
+        "binning that is no number", [](SImportSettings *s) { s->binning = NOT_A_NUMBER; }, KEY_BINNING);
+    row(
+        "no exposure", [](SImportSettings *s) { s->exposure = 0.0; }, KEY_EXPOSURE);
+    row(
+        "no f-number", [](SImportSettings *s) { s->fNumber = 0.0; }, KEY_FNUMBER);
+    row(
+        "no pixel pitch", [](SImportSettings *s) { s->pixelPitch = 0.0; }, KEY_PIXEL_PITCH);
+    row(
+        "no gain", [](SImportSettings *s) { s->electronsPerCount = 0.0; }, KEY_GAIN);
+    row(
+        "no quantum efficiency", [](SImportSettings *s) { s->quantumEfficiency = 0.0; },
+        KEY_QUANTUM_EFFICIENCY);
+    row(
+        "a quantum efficiency in percent", [](SImportSettings *s) { s->quantumEfficiency = 80.0; },
+        KEY_QUANTUM_EFFICIENCY);
+    row(
+        "a transmission above 1", [](SImportSettings *s) { s->transmission = 1.01; }, KEY_TRANSMISSION);
+    row(
+        "an irradiance below 0", [](SImportSettings *s) { s->excitationIrradiance = -1.0; },
+        KEY_EXCITATION_IRRADIANCE);
+    row(
+        "a date of another form", [](SImportSettings *s) { s->acquisitionDate = "21.11.2026"; },
+        KEY_ACQUISITION_DATE);
+}
+
+void tst_ImageImport::badSettings()
+{
+    QFETCH(Edit, edit);
+    QFETCH(QString, setting);
+    SImportSettings settings = allSettings();
+    edit(&settings);
+    ESTATUS status = ESTATUS_SUCCESS;
+    QString error;
+    QVERIFY(!importImages(CLICK, m_luminescent, m_photograph, settings, &status, &error));
+    QCOMPARE(status, ESTATUS_BAD_VALUE);
+    QVERIFY2(error.startsWith(setting + ": ") && error.size() > setting.size() + 12, qPrintable(error));
+}
+
+void tst_ImageImport::badFiles_data()
+{
+    QTest::addColumn<QString>("luminescent");
+    QTest::addColumn<QString>("photograph");
+    QTest::addColumn<QString>("clickNumber");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QString>("named");
+    const QString good = "bright.tif";
+    QTest::newRow("no file named") << ""
+                                   << "" << CLICK << int(ESTATUS_FILE_NOT_FOUND) << "luminescent image";
+    QTest::newRow("no such file") << "gone.tif"
+                                  << "" << CLICK << int(ESTATUS_FILE_NOT_FOUND) << "gone.tif";
+    QTest::newRow("a text file") << "text.tif"
+                                 << "" << CLICK << int(ESTATUS_BAD_IMAGE) << "text.tif";
+    QTest::newRow("a cut file") << "cut.tif"
+                                << "" << CLICK << int(ESTATUS_BAD_IMAGE) << "cut.tif";
+    QTest::newRow("a folder") << "."
+                              << "" << CLICK << int(ESTATUS_FILE_NOT_READABLE) << "";
+    QTest::newRow("a photograph that is gone")
+        << good << "gone.tif" << CLICK << int(ESTATUS_FILE_NOT_FOUND) << "gone.tif";
+    QTest::newRow("a photograph that is damaged")
+        << good << "cut.tif" << CLICK << int(ESTATUS_BAD_IMAGE) << "cut.tif";
+    QTest::newRow("a click number that leaves its folder") << good << ""
+                                                           << "../ZB1" << int(ESTATUS_BAD_NAME) << "../ZB1";
+    QTest::newRow("no click number") << good << ""
+                                     << "" << int(ESTATUS_BAD_NAME) << "click number";
+}
+
+void tst_ImageImport::badFiles()
+{
+    QFETCH(QString, luminescent);
+    QFETCH(QString, photograph);
+    QFETCH(QString, clickNumber);
+    QFETCH(QString, named);
+    QVERIFY(writeFile(m_folder->filePath("text.tif"), "no pixels"));
+    const QByteArray whole = readFile(m_luminescent);
+    QVERIFY(writeFile(m_folder->filePath("cut.tif"), whole.left(whole.size() / 2)));
+    const auto path = [this](const QString &name) {
+        return name.isEmpty() ? QString() : m_folder->filePath(name);
+    };
+    ESTATUS status = ESTATUS_SUCCESS;
+    QString error;
+    QVERIFY(!importImages(clickNumber, path(luminescent), path(photograph), allSettings(), &status, &error));
+    QTEST(int(status), "status");
+    QVERIFY2(error.contains(named) && error.contains(": "), qPrintable(error));
+    QVERIFY(!importImages(clickNumber, path(luminescent), path(photograph), allSettings(), nullptr, nullptr));
+}
+
+void tst_ImageImport::aFileThatMayNotBeRead()
+{
+    QCOMPARE(chmod(QFile::encodeName(m_folder->path()).constData(), 0755), 0);
+    QCOMPARE(chmod(QFile::encodeName(m_luminescent).constData(), 0000), 0);
+    const QString path = m_luminescent;
+    QVERIFY(holdsForUnprivilegedUser([path] {
+        ESTATUS status = ESTATUS_SUCCESS;
+        QString error;
+        return !importImages(CLICK, path, QString(), allSettings(), &status, &error) &&
+               status == ESTATUS_FILE_NOT_READABLE && error.startsWith(path + ": ");
+    }));
+}
+
+void tst_ImageImport::realImages()
+{
+    const QByteArray shared = qgetenv("VEXA_SHARED_DATA");
+    const QString folder =
+        (shared.isEmpty() ? QStringLiteral(VEXA_SOURCE_DIR "/../shared/data") : QFile::decodeName(shared)) +
+        "/plants/";
+    if (!QFileInfo::exists(folder + "day07_luminescence.tif"))
+        QSKIP("the images of plants are not there");
+    SImportSettings settings;
+    settings.fieldOfView = 30.0; // not recorded with the images
+    for (const char *day : {"day07", "day10", "day14"}) {
+        QString error;
+        const auto dataset = importImages(CLICK, folder + day + "_luminescence.tif",
+                                          folder + day + "_photograph.tif", settings, nullptr, &error);
+        QVERIFY2(dataset, qPrintable(error));
+        CILImage counts;
+        QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_COUNTS, &counts, "test"), ESTATUS_SUCCESS);
+        QCOMPARE(counts.getWidth(), 2048u);
+        QCOMPARE(double(counts.getMin()), 2.0); // the camera's offset
+        QVERIFY(counts.getMax() > 10.0f);
+        QCOMPARE(dataset->getCoreImage(EIMAGE_PHOTOGRAPH)->getWidth(), 750u);
+    }
+}
+
+QTEST_GUILESS_MAIN(tst_ImageImport)
+#include "tst_ImageImport.moc"

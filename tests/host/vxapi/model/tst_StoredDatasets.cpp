@@ -1,0 +1,499 @@
+// SPDX-License-Identifier: MIT
+#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/CVXSSequenceDataset.h"
+#include "host/vxapi/model/StoredDatasets.h"
+#include "host/vxparser/CPLClickInfo.h"
+#include "tests/host/vxapi/model/Files.h"
+#include "tests/host/vxapi/model/LogLines.h"
+#include "tests/host/vxutils/UnprivilegedUser.h"
+#include "tests/support/TestStudy.h"
+
+#include <QElapsedTimer>
+#include <QPointer>
+#include <QtTest>
+
+#include <sys/stat.h>
+
+namespace {
+
+const QString CLICK = QStringLiteral("AB_M20260102030405");
+
+CILImage ramp(int size = 16)
+{
+    return TestStudy::image(size, size, [](int x, int y) { return float(x + y); });
+}
+
+/// Writes a complete dataset of that click number into `root`/`folderName`/ and returns that folder.
+QString writeDataset(const QString &root, const QString &clickNumber, const QString &folderName = QString(),
+                     bool isResult = false)
+{
+    CVXSDataset dataset(clickNumber);
+    dataset.setCoreImage(EIMAGE_LUMINESCENT, ramp());
+    dataset.setCoreImage(EIMAGE_PHOTOGRAPH, ramp());
+    if (isResult)
+        (*dataset.getClickInfo())[QString::fromLatin1(clickinfo::SECTION_LUMINESCENT)]->setValue(
+            QString::fromLatin1(clickinfo::KEY_MATH_OPERATION), QStringLiteral("A - B * k"));
+    const QString folder =
+        root + QLatin1Char('/') + (folderName.isEmpty() ? clickNumber : folderName) + QLatin1Char('/');
+    return dataset.saveDatasetAs(folder) == ESTATUS_SUCCESS ? folder : QString();
+}
+
+QStringList registeredFolders()
+{
+    QStringList names;
+    const QList<SStoredDataset> all = StoredDatasets::instance().list();
+    for (const SStoredDataset &stored : all)
+        names += QDir(stored.folder).dirName();
+    return names;
+}
+
+} // namespace
+
+class tst_StoredDatasets : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void aStoredDatasetIsOpenedWhenAskedFor();
+    void askingAgainGivesTheSameObject();
+    void registeringAgainKeepsWhatIsOpened();
+    void resultsAreTold();
+    void whatIsNoDatasetIsNoError();
+    void whatIsIncompleteIsNotKnown_data();
+    void whatIsIncompleteIsNotKnown();
+    void whatBecomesCompleteIsKnownNextTime();
+    void whatVanishedIsForgotten();
+    void whatBecameIncompleteIsForgotten_data();
+    void whatBecameIncompleteIsForgotten();
+    void whatChangedIsReadAnew();
+    void anotherFolderReplacesTheFirst();
+    void theNameOfTheFolderIsTakenToo();
+    void theClickNumberAnswersBeforeTheFolder();
+    void aCopyUnderAnotherNameDoesNotHideTheOriginal();
+    void aSequenceMayOpenAStoredClickNumber();
+    void anOpenDatasetWinsAndGivesWayAgain();
+    void theStoredObjectItselfMayBeRegistered();
+    void aFolderThatMayNotBeReadIsSkipped();
+    void manyDatasetsAreRegisteredQuickly();
+    void completenessNamesFileAndReason();
+    void pixelsAreReadWhenLoadingAndNotBefore();
+    void completenessOfADatasetInMemory();
+
+private:
+    QString root() const { return m_root->path(); }
+    void registerRoot() const { CVXSDataset::registerStoredDatasets(root()); }
+
+    std::unique_ptr<QTemporaryDir> m_root;
+};
+
+void tst_StoredDatasets::init()
+{
+    m_root = std::make_unique<QTemporaryDir>();
+}
+
+void tst_StoredDatasets::cleanup()
+{
+    CVXSDataset::registerStoredDatasets(QString());
+    QCOMPARE(registeredFolders(), QStringList());
+    m_root.reset();
+}
+
+void tst_StoredDatasets::aStoredDatasetIsOpenedWhenAskedFor()
+{
+    const QString folder = writeDataset(root(), CLICK);
+    QVERIFY(!CVXSDataset::getDataset(CLICK));
+    registerRoot();
+    QVERIFY(!CVXSDataset::getOpenDataset(CLICK));
+    CVXSDataset *dataset = CVXSDataset::getDataset(CLICK);
+    QVERIFY(dataset);
+    QCOMPARE(dataset->getClickNumber(), CLICK);
+    QCOMPARE(dataset->getFolderPath(), folder);
+    QCOMPARE(dataset->getDatasetType(), 0);
+    QVERIFY(dataset->getCoreImage(EIMAGE_LUMINESCENT));
+    QCOMPARE(dataset->getCoreImage(EIMAGE_LUMINESCENT)->pixelAt(3, 4), 7.0);
+    QVERIFY(!CVXSDataset::getOpenDataset(CLICK));
+    QVERIFY(!CVXSDataset::getDataset("AB_N20260102030405"));
+}
+
+void tst_StoredDatasets::askingAgainGivesTheSameObject()
+{
+    QVERIFY(!writeDataset(root(), CLICK).isEmpty());
+    registerRoot();
+    CVXSDataset *dataset = CVXSDataset::getDataset(CLICK);
+    QVERIFY(dataset);
+    QCOMPARE(CVXSDataset::getDataset(CLICK), dataset);
+}
+
+void tst_StoredDatasets::registeringAgainKeepsWhatIsOpened()
+{
+    QVERIFY(!writeDataset(root(), CLICK).isEmpty());
+    registerRoot();
+    QPointer<CVXSDataset> dataset = CVXSDataset::getDataset(CLICK);
+    QVERIFY(!writeDataset(root(), "AB_N20260102030405").isEmpty());
+    registerRoot();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(dataset);
+    QCOMPARE(CVXSDataset::getDataset(CLICK), dataset.data());
+    QVERIFY(CVXSDataset::getDataset("AB_N20260102030405"));
+}
+
+void tst_StoredDatasets::resultsAreTold()
+{
+    const QString acquired = writeDataset(root(), "AB20260102030405");
+    const QString result = writeDataset(root(), CLICK, QString(), true);
+    registerRoot();
+    const QList<SStoredDataset> all = StoredDatasets::instance().list();
+    QCOMPARE(all.size(), 2);
+    QCOMPARE(all[0].folder, acquired);
+    QVERIFY(!all[0].isResult);
+    QCOMPARE(all[1].folder, result);
+    QCOMPARE(all[1].clickNumber, CLICK);
+    QVERIFY(all[1].isResult);
+    QCOMPARE(all[1].written, QFileInfo(result + "AnalyzedClickInfo.txt").lastModified());
+}
+
+void tst_StoredDatasets::whatIsNoDatasetIsNoError()
+{
+    QVERIFY(!writeDataset(root(), CLICK).isEmpty());
+    // Sequences are saved beside the results; datasets in them are theirs.
+    QVERIFY(!writeDataset(root() + "/sequences/AB20260102030405_SEQ", "AB20260102030406").isEmpty());
+    QVERIFY(QDir(root()).mkdir("empty"));
+    QVERIFY(writeFile(root() + "/a file", "text"));
+    QVERIFY(QDir(root()).mkpath("pipes"));
+    QCOMPARE(mkfifo(QFile::encodeName(root() + "/pipes/ClickInfo.txt").constData(), 0644), 0);
+    const LogLines log;
+    registerRoot();
+    QCOMPARE(registeredFolders(), QStringList{CLICK});
+    QVERIFY(!CVXSDataset::getDataset("AB20260102030406"));
+    QVERIFY(!CVXSDataset::getDataset("sequences"));
+    CVXSDataset::registerStoredDatasets(root() + "/not there");
+    QCOMPARE(registeredFolders(), QStringList());
+    QVERIFY2(log.failures().isEmpty(), qPrintable(log.failures().join('\n')));
+}
+
+void tst_StoredDatasets::whatIsIncompleteIsNotKnown_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("how");
+    QTest::newRow("no ClickInfo.txt") << "ClickInfo.txt"
+                                      << "removed";
+    QTest::newRow("a broken ClickInfo.txt") << "ClickInfo.txt"
+                                            << "broken";
+    QTest::newRow("no AnalyzedClickInfo.txt, which is written last") << "AnalyzedClickInfo.txt"
+                                                                     << "removed";
+    QTest::newRow("a broken AnalyzedClickInfo.txt") << "AnalyzedClickInfo.txt"
+                                                    << "broken";
+    QTest::newRow("no luminescent image") << "luminescent.tif"
+                                          << "removed";
+    QTest::newRow("no photograph though a section calls for it") << "photograph.tif"
+                                                                 << "removed";
+    QTest::newRow("an image that is no TIFF") << "luminescent.tif"
+                                              << "broken";
+    QTest::newRow("an image that was cut") << "photograph.tif"
+                                           << "cut";
+    QTest::newRow("an empty image file") << "photograph.tif"
+                                         << "empty";
+}
+
+namespace {
+
+bool damage(const QString &path, const QString &how)
+{
+    if (how == "removed")
+        return QFile::remove(path);
+    if (how == "broken")
+        return writeFile(path, "[a]\nnonsense\n");
+    if (how == "empty")
+        return writeFile(path, "");
+    QFile file(path);
+    return how == "cut" && file.resize(file.size() / 2);
+}
+
+} // namespace
+
+void tst_StoredDatasets::whatIsIncompleteIsNotKnown()
+{
+    QFETCH(QString, file);
+    QFETCH(QString, how);
+    const QString folder = writeDataset(root(), CLICK);
+    QVERIFY(damage(folder + file, how));
+    const LogLines log;
+    registerRoot();
+    QVERIFY(!CVXSDataset::getDataset(CLICK));
+    QCOMPARE(registeredFolders(), QStringList());
+    // A left-over of an earlier day is no failure of today.
+    QVERIFY2(log.failures().isEmpty(), qPrintable(log.failures().join('\n')));
+}
+
+void tst_StoredDatasets::whatBecomesCompleteIsKnownNextTime()
+{
+    const QString last = writeDataset(root(), CLICK) + "AnalyzedClickInfo.txt";
+    QVERIFY(QFile::rename(last, root() + "/aside"));
+    registerRoot();
+    QVERIFY(!CVXSDataset::getDataset(CLICK));
+    QVERIFY(QFile::rename(root() + "/aside", last));
+    QVERIFY(!CVXSDataset::getDataset(CLICK));
+    registerRoot();
+    QVERIFY(CVXSDataset::getDataset(CLICK));
+}
+
+void tst_StoredDatasets::whatVanishedIsForgotten()
+{
+    const QString folder = writeDataset(root(), CLICK);
+    registerRoot();
+    QPointer<CVXSDataset> dataset = CVXSDataset::getDataset(CLICK);
+    QVERIFY(dataset);
+    QVERIFY(QDir(folder).removeRecursively());
+    const LogLines log;
+    QVERIFY(!CVXSDataset::getDataset(CLICK));
+    QVERIFY2(dataset, "it goes when whoever holds it has come to an end");
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(dataset.isNull());
+    QCOMPARE(registeredFolders(), QStringList());
+    QVERIFY(log.failures().isEmpty());
+}
+
+void tst_StoredDatasets::whatBecameIncompleteIsForgotten_data()
+{
+    whatIsIncompleteIsNotKnown_data();
+}
+
+void tst_StoredDatasets::whatBecameIncompleteIsForgotten()
+{
+    QFETCH(QString, file);
+    QFETCH(QString, how);
+    const QString folder = writeDataset(root(), CLICK);
+    registerRoot();
+    QVERIFY(CVXSDataset::getDataset(CLICK));
+    QVERIFY(damage(folder + file, how));
+    const LogLines log;
+    QVERIFY(!CVXSDataset::getDataset(CLICK));
+    QCOMPARE(registeredFolders(), QStringList());
+    QVERIFY2(log.failures().isEmpty(), qPrintable(log.failures().join('\n')));
+}
+
+void tst_StoredDatasets::whatChangedIsReadAnew()
+{
+    const QString folder = writeDataset(root(), CLICK);
+    registerRoot();
+    QCOMPARE(CVXSDataset::getDataset(CLICK)->getDatasetType(), 0);
+    QVERIFY(QDir(folder).removeRecursively());
+    QCOMPARE(writeDataset(root(), CLICK, QString(), true), folder);
+    QCOMPARE(CVXSDataset::getDataset(CLICK)->getDatasetType(), 1);
+}
+
+void tst_StoredDatasets::anotherFolderReplacesTheFirst()
+{
+    QTemporaryDir other;
+    const QString folder = writeDataset(root(), CLICK);
+    QVERIFY(!writeDataset(other.path(), "AB_N20260102030405").isEmpty());
+    const QString otherFolder = writeDataset(other.path(), CLICK);
+    registerRoot();
+    QCOMPARE(CVXSDataset::getDataset(CLICK)->getFolderPath(), folder);
+    CVXSDataset::registerStoredDatasets(other.path());
+    QCOMPARE(CVXSDataset::getDataset(CLICK)->getFolderPath(), otherFolder);
+    registerRoot();
+    QVERIFY(!CVXSDataset::getDataset("AB_N20260102030405"));
+}
+
+void tst_StoredDatasets::theNameOfTheFolderIsTakenToo()
+{
+    const QString name = QStringLiteral("AB_N20260102030405");
+    QVERIFY(!writeDataset(root(), CLICK, name).isEmpty());
+    registerRoot();
+    QVERIFY(CVXSDataset::getDataset(CLICK));
+    CVXSDataset *dataset = CVXSDataset::getDataset(name);
+    QVERIFY2(dataset, "a result of this name would be written into that folder");
+    QCOMPARE(dataset, CVXSDataset::getDataset(CLICK));
+}
+
+void tst_StoredDatasets::theClickNumberAnswersBeforeTheFolder()
+{
+    const QString other = QStringLiteral("AB_N20260102030405");
+    QVERIFY(!writeDataset(root(), other, CLICK).isEmpty()); // the names are crossed
+    const QString folder = writeDataset(root(), CLICK, other);
+    registerRoot();
+    QCOMPARE(CVXSDataset::getDataset(CLICK)->getClickNumber(), CLICK);
+    QCOMPARE(CVXSDataset::getDataset(CLICK)->getFolderPath(), folder);
+    QCOMPARE(CVXSDataset::getDataset(other)->getClickNumber(), other);
+}
+
+void tst_StoredDatasets::aCopyUnderAnotherNameDoesNotHideTheOriginal()
+{
+    QVERIFY(!writeDataset(root(), CLICK, "AA copy").isEmpty());
+    const QString folder = writeDataset(root(), CLICK);
+    QVERIFY(!writeDataset(root(), CLICK, "ZZ copy").isEmpty());
+    registerRoot();
+    QCOMPARE(CVXSDataset::getDataset(CLICK)->getFolderPath(), folder);
+    QVERIFY(QDir(folder).removeRecursively());
+    QCOMPARE(CVXSDataset::getDataset(CLICK)->getFolderPath(), root() + "/AA copy/");
+}
+
+void tst_StoredDatasets::aSequenceMayOpenAStoredClickNumber()
+{
+    const QString id = QStringLiteral("AB20260102030405_SEQ");
+    QTemporaryDir data;
+    {
+        CVXSSequenceDataset sequence(id);
+        auto *dataset = new CVXSDataset(CLICK);
+        dataset->setCoreImage(EIMAGE_LUMINESCENT, ramp());
+        QVERIFY(sequence.addDataset(dataset));
+        QCOMPARE(sequence.save(data.path()), ESTATUS_SUCCESS);
+    }
+    const QString stored = writeDataset(root(), CLICK);
+    registerRoot();
+    QPointer<CVXSDataset> before = CVXSDataset::getDataset(CLICK);
+    QVERIFY(before);
+    ESTATUS status = ESTATUS_FAILURE;
+    QStringList warnings;
+    const std::unique_ptr<CVXSSequenceDataset> sequence(
+        CVXSSequenceDataset::open(data.filePath(id), &status, nullptr, &warnings));
+    QVERIFY(sequence);
+    QVERIFY2(warnings.isEmpty(), qPrintable(warnings.join('\n')));
+    CVXSDataset *open = sequence->getDataset(CLICK);
+    QVERIFY(open);
+    QCOMPARE(CVXSDataset::getDataset(CLICK), open);
+    QVERIFY(open->getFolderPath() != stored);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(before.isNull());
+}
+
+void tst_StoredDatasets::anOpenDatasetWinsAndGivesWayAgain()
+{
+    const QString folder = writeDataset(root(), CLICK);
+    registerRoot();
+    auto open = std::make_unique<CVXSDataset>(CLICK);
+    QVERIFY(open->registerDataset());
+    QCOMPARE(CVXSDataset::getDataset(CLICK), open.get());
+    open.reset();
+    CVXSDataset *stored = CVXSDataset::getDataset(CLICK);
+    QVERIFY(stored);
+    QCOMPARE(stored->getFolderPath(), folder);
+    // An open dataset of that very folder is the one that its name stands for.
+    QVERIFY(!writeDataset(root(), "AB20260102030499", "another name").isEmpty());
+    registerRoot();
+    open.reset(CVXSDataset::open(root() + "/another name", nullptr, nullptr));
+    QVERIFY(open->registerDataset());
+    QCOMPARE(CVXSDataset::getDataset("another name"), open.get());
+}
+
+void tst_StoredDatasets::theStoredObjectItselfMayBeRegistered()
+{
+    QVERIFY(!writeDataset(root(), CLICK).isEmpty());
+    registerRoot();
+    QPointer<CVXSDataset> dataset = CVXSDataset::getDataset(CLICK);
+    QVERIFY(dataset->registerDataset());
+    QCOMPARE(CVXSDataset::getOpenDataset(CLICK), dataset.data());
+    CVXSDataset::registerStoredDatasets(QString());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY2(dataset, "it belongs to who registered it");
+    delete dataset;
+    QVERIFY(!CVXSDataset::getDataset(CLICK));
+}
+
+void tst_StoredDatasets::aFolderThatMayNotBeReadIsSkipped()
+{
+    QVERIFY(!writeDataset(root(), CLICK).isEmpty());
+    const QString locked = writeDataset(root(), "AB_N20260102030405");
+    QCOMPARE(chmod(QFile::encodeName(root()).constData(), 0755), 0);
+    QCOMPARE(chmod(QFile::encodeName(locked).constData(), 0000), 0);
+    const QString path = root();
+    QVERIFY(holdsForUnprivilegedUser([path] {
+        getLogObject()->clear();
+        CVXSDataset::registerStoredDatasets(path);
+        return registeredFolders() == QStringList{CLICK} && LogLines().failures().isEmpty();
+    }));
+    QCOMPARE(chmod(QFile::encodeName(locked).constData(), 0755), 0);
+}
+
+void tst_StoredDatasets::manyDatasetsAreRegisteredQuickly()
+{
+    constexpr int COUNT = 500;
+    const QString first = writeDataset(root(), "AB20260102000000");
+    for (int i = 1; i < COUNT; ++i) {
+        const QString folder = root() + QString("/AB%1/").arg(20260102000000LL + i);
+        QVERIFY(QDir().mkpath(folder));
+        for (const QString &file : filesOf(first))
+            QVERIFY(QFile::copy(first + file, folder + file));
+        QVERIFY(replaceInFile(folder + "ClickInfo.txt", "AB20260102000000",
+                              "AB" + QByteArray::number(20260102000000LL + i)));
+    }
+    QElapsedTimer clock;
+    clock.start();
+    registerRoot();
+    const qint64 cold = clock.restart();
+    registerRoot();
+    const qint64 warm = clock.elapsed();
+    QCOMPARE(registeredFolders().size(), COUNT);
+    qInfo("%d datasets: %lld ms, again %lld ms", COUNT, cold, warm);
+    QVERIFY2(cold < 5000, "10 ms a dataset are a disk that reads pixels");
+    QVERIFY2(warm < 1000, "what did not change is not read again");
+}
+
+void tst_StoredDatasets::completenessNamesFileAndReason()
+{
+    const QString folder = writeDataset(root(), CLICK);
+    std::unique_ptr<CVXSDataset> dataset(CVXSDataset::open(folder, nullptr, nullptr));
+    QString error;
+    QCOMPARE(dataset->checkComplete(&error), ESTATUS_SUCCESS);
+    QVERIFY(error.isEmpty());
+    QVERIFY(QFile::remove(folder + "AnalyzedClickInfo.txt"));
+    QCOMPARE(dataset->checkComplete(&error), ESTATUS_NOT_COMPLETE);
+    QVERIFY2(error.startsWith(folder + "AnalyzedClickInfo.txt: "), qPrintable(error));
+    QCOMPARE(dataset->lastError(), error);
+    QCOMPARE(dataset->checkComplete(nullptr), ESTATUS_NOT_COMPLETE);
+}
+
+namespace {
+
+/// A 16 x 16 image of 8 bits with a sound header, whose compressed pixels end after the first two rows.
+QByteArray tiffWithoutItsLastPixels()
+{
+    QByteArray bytes("II*\0\x08\0\0\0", 8);
+    const auto put = [&bytes](quint32 value, int count) {
+        for (int i = 0; i < count; ++i)
+            bytes.append(char(value >> (8 * i)));
+    };
+    constexpr quint32 PACKBITS = 32773;
+    const QVector<QPair<quint32, quint32>> tags = {{256, 16}, {257, 16}, {258, 8},  {259, PACKBITS}, {262, 1},
+                                                   {273, 0},  {277, 1},  {278, 16}, {279, 4}};
+    put(quint32(tags.size()), 2);
+    const quint32 pixels = quint32(8 + 2 + 12 * tags.size() + 4);
+    for (const auto &tag : tags) {
+        put(tag.first, 2);
+        put(4, 2); // LONG
+        put(1, 4);
+        put(tag.first == 273 ? pixels : tag.second, 4);
+    }
+    put(0, 4);
+    return bytes + QByteArray("\xf1\x07\xf1\x09", 4); // 16 times 7, 16 times 9
+}
+
+} // namespace
+
+void tst_StoredDatasets::pixelsAreReadWhenLoadingAndNotBefore()
+{
+    const QString folder = writeDataset(root(), CLICK);
+    QVERIFY(writeFile(folder + "photograph.tif", tiffWithoutItsLastPixels()));
+    registerRoot();
+    QVERIFY(CVXSDataset::getDataset(CLICK)); // so far as anybody can tell without reading pixels
+    std::unique_ptr<CVXSDataset> dataset(CVXSDataset::open(folder, nullptr, nullptr));
+    QString error;
+    QCOMPARE(dataset->checkComplete(&error), ESTATUS_NOT_COMPLETE);
+    QVERIFY2(error.startsWith(folder + "photograph.tif: "), qPrintable(error));
+}
+
+void tst_StoredDatasets::completenessOfADatasetInMemory()
+{
+    CVXSDataset dataset(CLICK);
+    dataset.setCoreImage(EIMAGE_LUMINESCENT, ramp());
+    QString error;
+    QCOMPARE(dataset.checkComplete(&error), ESTATUS_NOT_COMPLETE);
+    QVERIFY2(error.startsWith(CLICK + ": "), qPrintable(error));
+}
+
+QTEST_GUILESS_MAIN(tst_StoredDatasets)
+#include "tst_StoredDatasets.moc"
