@@ -2,6 +2,7 @@
 #include "tests/host/vxapi/view/RoiWindowFixture.h"
 
 #include <QComboBox>
+#include <QInputDialog>
 #include <QLabel>
 #include <QSpinBox>
 #include <QToolBar>
@@ -313,6 +314,42 @@ private Q_SLOTS:
         CROIBase *measurement = f.add(QRectF(1.0, 1.0, 1.0, 1.0));
         f.manager->selectROI(measurement, false);
         QCOMPARE(kind->currentText(), QStringLiteral("Measurement"));
+    }
+
+    void anRoiIsRenamed_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("status");
+        QTest::newRow("a new name") << "  Left flank "
+                                    << "Left flank" << QString();
+        QTest::newRow("a name that is taken") << "tumor"
+                                              << "ROI 1"
+                                              << "\"ROI 1\" keeps its name: \"tumor\" is taken.";
+        QTest::newRow("no name") << "  "
+                                 << "ROI 1"
+                                 << "\"ROI 1\" keeps its name: the new one is empty.";
+    }
+    void anRoiIsRenamed()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, name);
+        QFETCH(QString, status);
+        RoiWindowFixture f;
+        f.add(QRectF(8.0, 8.0, 2.0, 2.0), QStringLiteral("Tumor"));
+        CROIBase *roi = f.add(QRectF(4.0, 4.0, 2.0, 2.0));
+        f.key(Qt::Key_F2); // nothing selected: nothing asked
+        f.manager->selectROI(roi, false);
+        QTimer::singleShot(0, this, [typed] {
+            auto *dialog = qobject_cast<QInputDialog *>(QApplication::activeModalWidget());
+            QVERIFY(dialog);
+            QCOMPARE(dialog->textValue(), QStringLiteral("ROI 1"));
+            dialog->setTextValue(typed);
+            dialog->accept();
+        });
+        QTest::keyClick(f.view, Qt::Key_F2);
+        QCOMPARE(roi->name(), name);
+        QCOMPARE(f.child<QLabel>("RoiStatus")->text(), status);
     }
 
     void roisArePaintedAndMarked()
