@@ -248,6 +248,21 @@ private Q_SLOTS:
         QCOMPARE(f.manager->selectedROI(), b);
     }
 
+    void delInTheTableDeletesTheRoi()
+    {
+        TableFixture f;
+        f.add(QRectF(2.0, 2.0, 2.0, 2.0));
+        f.add(QRectF(6.0, 6.0, 2.0, 2.0));
+        QTRY_COMPARE(f.rows(), 2);
+        f.table()->selectRow(0);
+        QTest::keyClick(f.table(), Qt::Key_Delete);
+        QTRY_COMPARE(f.names(), QStringList({"ROI 2"}));
+        QVERIFY(f.selectedRows().isEmpty());
+        QTest::keyClick(f.table(), Qt::Key_Delete); // nothing selected
+        f.settle();
+        QCOMPARE(f.rows(), 1);
+    }
+
     void theTableIsCopied()
     {
         TableFixture f;

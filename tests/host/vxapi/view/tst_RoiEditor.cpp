@@ -95,6 +95,16 @@ private Q_SLOTS:
         QVERIFY(f.child<QAction>("RoiRectangleTool")->isChecked());
     }
 
+    void aDrawingWhoseEndWasNeverSeenStartsAnew()
+    {
+        RoiWindowFixture f;
+        f.trigger("RoiRectangleTool");
+        f.press(f.at(2.0, 2.0));
+        f.move(f.at(5.0, 5.0));
+        f.drag(f.at(8.0, 8.0), f.at(10.0, 11.0));
+        VERIFY_NEAR(f.only()->boundingBox(), QRectF(8.0, 8.0, 2.0, 3.0), f.tolerance());
+    }
+
     void aGridHasTheRowsAndColumnsThatAreAskedFor()
     {
         RoiWindowFixture f;
