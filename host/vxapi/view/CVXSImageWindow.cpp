@@ -155,7 +155,7 @@ CVXSImageWindow::CVXSImageWindow(CVXSDataset *dataset, QWidget *parent)
     imageWindows().append(this);
     setWindowIcon(CVXUtilityFns::appIcon());
     d->build();
-    resize(760, 680);
+    resize(840, 720);
     if (!dataset)
         return;
     setWindowTitle(dataset->getClickNumber());

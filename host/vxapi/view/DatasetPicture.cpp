@@ -27,6 +27,22 @@ CILImage greyPicture(const CILImage &stored)
     return image;
 }
 
+/// Lines that fit a view: broken at blanks, a path behind a "/".
+QStringList wrapped(const QString &line)
+{
+    constexpr int LONGEST = 60;
+    QStringList lines;
+    QString rest = line;
+    while (rest.size() > LONGEST) {
+        const int blank = rest.lastIndexOf(QLatin1Char(' '), LONGEST);
+        const int slash = rest.lastIndexOf(QLatin1Char('/'), LONGEST - 1) + 1;
+        const int end = blank > LONGEST / 2 ? blank : slash > 0 ? slash : LONGEST;
+        lines.append(rest.left(end));
+        rest = rest.mid(end).trimmed();
+    }
+    return lines << rest;
+}
+
 SPictureTone toneOf(const CVXSDataset &dataset)
 {
     return {dataset.getToolInfo().brightness, double(dataset.getToolInfo().gamma)};
@@ -213,7 +229,10 @@ QString DatasetPicture::obstacleToRois() const
 void DatasetPicture::showMessage(const QString &message)
 {
     m_view->removeColorbar(&m_bar);
-    QStringList lines = message.split(QLatin1Char('\n'));
+    QStringList lines;
+    const QStringList given = message.split(QLatin1Char('\n'));
+    for (const QString &line : given)
+        lines += wrapped(line);
     lines.removeAll(QString());
     m_message.setStringList(lines);
     const QSize size = m_message.getSize();

@@ -56,8 +56,8 @@ void MeasurementPane::build()
     m_table->verticalHeader()->hide();
     m_table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     m_table->horizontalHeader()->setHighlightSections(false);
-    // A header, three rows and a scroll bar at least.
-    m_table->setMinimumHeight(5 * (fontMetrics().height() + 8));
+    // A header of two lines, three rows and a scroll bar at least.
+    m_table->setMinimumHeight(6 * (fontMetrics().height() + 8));
     m_table->installEventFilter(this);
     auto *copyButton = new QPushButton(tr("Copy table"), this);
     copyButton->setObjectName(QStringLiteral("CopyTableButton"));

@@ -40,7 +40,8 @@ public:
     int rows() const { return table()->model()->rowCount(); }
     QString header(int column) const
     {
-        return table()->model()->headerData(column, Qt::Horizontal).toString();
+        // Shown in two lines.
+        return table()->model()->headerData(column, Qt::Horizontal).toString().replace('\n', ' ');
     }
     QString cell(int row, const QString &header) const
     {
