@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/view/DatasetPicture.h"
 
+#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/ClickInfoValues.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/VXCalibration.h"
 #include "host/vxapi/view/CVXSMultiImageView.h"
 
 #include <cmath>
+#include <limits>
 #include <QCoreApplication>
 
 namespace {
@@ -41,6 +44,13 @@ QStringList wrapped(const QString &line)
         rest = rest.mid(end).trimmed();
     }
     return lines << rest;
+}
+
+/// What is computed has no camera that saturates: a product of counts may be far above its ceiling.
+bool isResult(const CVXSDataset &dataset)
+{
+    using namespace clickinfo;
+    return !textOf(*dataset.getClickInfo(), SECTION_LUMINESCENT, KEY_MATH_OPERATION).isNull();
 }
 
 SPictureTone toneOf(const CVXSDataset &dataset)
@@ -151,10 +161,13 @@ void DatasetPicture::updateLimits(tag_edisplayunit unit)
     m_limitsUnit = unit;
     if (m_limits.mode == ELIMITS_FULL)
         return;
-    const double factor = VX_CalibrateIntensityWithFilterTrans(EIMAGE_LUMINESCENT, m_dataset,
-                                                               unitKey(EUNIT_COUNTS), unitKey(unit));
-    VX_LuminImageMinMax(&m_image, &m_limits.low, &m_limits.high, unitKey(unit),
-                        std::isfinite(factor) ? factor : 1.0, SATURATED, HISTOGRAM_BINS);
+    double ceiling = std::numeric_limits<double>::infinity();
+    if (!isResult(*m_dataset)) {
+        const double factor = VX_CalibrateIntensityWithFilterTrans(EIMAGE_LUMINESCENT, m_dataset,
+                                                                   unitKey(EUNIT_COUNTS), unitKey(unit));
+        ceiling = SATURATED * (std::isfinite(factor) ? factor : 1.0);
+    }
+    VX_LuminImageMinMax(&m_image, &m_limits.low, &m_limits.high, unitKey(unit), 1.0, ceiling, HISTOGRAM_BINS);
 }
 
 void DatasetPicture::addPhotograph()

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
+#include "host/vxapi/model/ClickInfoValues.h"
 #include "host/vxapi/model/CROIManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/view/CVXSImageWindow.h"
 #include "host/vxapi/view/CVXSMultiImageView.h"
 #include "host/vxapi/view/DatasetPicture.h"
+#include "host/vxparser/CPLClickInfo.h"
 #include "tests/host/vxapi/view/ViewFixture.h"
 #include "tests/support/TestStudy.h"
 
@@ -194,6 +196,34 @@ private Q_SLOTS:
         QCOMPARE(field(window, "LimitsMax"), QStringLiteral("60000"));
         choose(mode, ELIMITS_AUTO);
         QCOMPARE(viewOf(window)->imageAt(0)->getPalette(), automatic);
+    }
+
+    void aResultHasNoCeilingOfACamera_data()
+    {
+        QTest::addColumn<bool>("isResult");
+        QTest::newRow("a product of counts is shown up to its maximum") << true;
+        QTest::newRow("an acquisition leaves saturated pixels out") << false;
+    }
+    void aResultHasNoCeilingOfACamera()
+    {
+        QFETCH(bool, isResult);
+        TestStudy study(QStringLiteral("IW26_SEQ"));
+        ClickSpec spec;
+        spec.clickNumber = QStringLiteral("IW26");
+        spec.counts = [](int x, int) { return x < 16 ? 10000.0f : 1.0e8f + 1.0e6f * float(x); };
+        CVXSDataset *dataset = study.add(spec);
+        const auto set = [dataset](const char *section, const char *key, const char *value) {
+            clickinfo::ensureSection(dataset->getClickInfo(), section)
+                ->setValue(QString::fromLatin1(key), QString::fromLatin1(value));
+        };
+        if (isResult) {
+            set(clickinfo::SECTION_LUMINESCENT, clickinfo::KEY_MATH_OPERATION, "A * B * k");
+            set(clickinfo::SECTION_GRAPH_CONTROLS, clickinfo::KEY_INTENSITY_CALIBRATION, "counts");
+        }
+        CVXSImageWindow window(dataset);
+        QVERIFY(viewOf(window)->imageAt(0));
+        const CILPalette palette = viewOf(window)->imageAt(0)->getPalette();
+        QCOMPARE(palette.getImageMax() > 1.0e8, isResult);
     }
 
     void limitsAreTyped_data()
