@@ -77,11 +77,14 @@ CVXSDataset *CVXSDataset::getOpenDataset(const QString &clickNumber)
 bool CVXSDataset::registerDataset()
 {
     CVXSDataset *&entry = registry()[d->clickNumber];
-    if (!entry) {
-        entry = this;
-        StoredDatasets::instance().giveWayTo(this);
-    }
-    return entry == this;
+    if (entry)
+        return entry == this;
+    entry = this;
+    StoredDatasets::instance().giveWayTo(this);
+    // Records that another object of this click number left are of its ROIs.
+    if (!d->hasRecords)
+        CRoiMeasurementManager::getRoiMeasurementManager()->removeDataset(d->clickNumber);
+    return true;
 }
 
 // --- identity ---
@@ -352,6 +355,16 @@ CILImage *CVXSDataset::Private::coreImage(tag_eimagetype type)
     if (image && !wasLoaded && type == EIMAGE_LUMINESCENT)
         image->setBinningFactor(float(binningFactor()));
     return image;
+}
+
+QString CVXSDataset::getImageFileName(tag_eimagetype type) const
+{
+    return DatasetImages::isKind(type) ? d->images.fileName(type) : QString();
+}
+
+bool CVXSDataset::isImageFileAsRead(tag_eimagetype type) const
+{
+    return !DatasetImages::isKind(type) || d->images.isFileAsRead(type, d->folder);
 }
 
 void CVXSDataset::setCoreImage(tag_eimagetype type, const CILImage &image)
