@@ -46,14 +46,15 @@ public:
     void connectWidgets();
     void refresh();
     void refreshLater() { refreshTimer.start(); }
-    void showRoiState(const QString &problem);
+    void showMeasured(const QString &problem);
+    void showStatus(const QString &message);
 
     CVXSImageWindow *q;
     QPointer<CVXSDataset> dataset;
     ImageWindowWidgets w;
     RoiEditor *editor = nullptr;
     RoiMeasurer *measurer = nullptr;
-    QString roiText; ///< the status when the mouse has nothing to say
+    QString measuringProblem;
     bool hadRois = false;
     QTimer refreshTimer;
     std::unique_ptr<DatasetPicture> picture;
@@ -98,10 +99,12 @@ void CVXSImageWindow::Private::connectWidgets()
     connect(w.flatField, &QToolButton::clicked, q, [this](bool on) { q->switchFlatFieldCorrection(on); });
     connect(w.tableButton, &QToolButton::toggled, w.table, &QWidget::setVisible);
     connect(new PixelReadout(w.view), &PixelReadout::textChanged, w.readout, &QLabel::setText);
-    connect(measurer, &RoiMeasurer::measured, q, [this](const QString &problem) { showRoiState(problem); });
-    const auto tell = [this](const QString &text) { w.roiStatus->setText(text.isEmpty() ? roiText : text); };
+    connect(measurer, &RoiMeasurer::measured, q, [this](const QString &problem) { showMeasured(problem); });
+    const auto tell = [this](const QString &text) { showStatus(text); };
     connect(editor, &RoiEditor::messageChanged, q, tell);
     connect(w.toolBar, &RoiToolBar::messageChanged, q, tell);
+    connect(w.table, &MeasurementPane::deleteRequested, editor, &RoiEditor::removeSelected);
+    connect(w.table, &MeasurementPane::renameRequested, w.toolBar, &RoiToolBar::rename);
 }
 
 void CVXSImageWindow::Private::refresh()
@@ -125,17 +128,25 @@ void CVXSImageWindow::Private::refresh()
     }
     w.corrections->setText(notes.join(QStringLiteral(", ")));
     w.toolBar->setObstacle(picture->obstacleToRois());
+    showStatus(QString());
 }
 
-void CVXSImageWindow::Private::showRoiState(const QString &problem)
+void CVXSImageWindow::Private::showMeasured(const QString &problem)
 {
     const int count = dataset ? dataset->roiManager()->rois().size() : 0;
     // The first ROI brings its numbers along; whether they stay is the person's choice.
     if (count > 0 && !hadRois)
         w.tableButton->setChecked(true);
     hadRois = count > 0;
-    roiText = problem.isEmpty() ? picture->obstacleToRois() : problem;
-    w.roiStatus->setText(roiText);
+    measuringProblem = problem;
+    showStatus(QString());
+}
+
+/// What the mouse has to say, else what stands in the way of ROIs.
+void CVXSImageWindow::Private::showStatus(const QString &message)
+{
+    const QString standing = measuringProblem.isEmpty() ? picture->obstacleToRois() : measuringProblem;
+    w.roiStatus->setText(message.isEmpty() ? standing : message);
 }
 
 CVXSImageWindow::CVXSImageWindow(CVXSDataset *dataset, QWidget *parent)
@@ -144,7 +155,7 @@ CVXSImageWindow::CVXSImageWindow(CVXSDataset *dataset, QWidget *parent)
     imageWindows().append(this);
     setWindowIcon(CVXUtilityFns::appIcon());
     d->build();
-    resize(760, 680);
+    resize(840, 720);
     if (!dataset)
         return;
     setWindowTitle(dataset->getClickNumber());

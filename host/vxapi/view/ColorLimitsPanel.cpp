@@ -34,6 +34,8 @@ ColorLimitsPanel::ColorLimitsPanel(QWidget *parent) : QWidget(parent)
     layout->addStretch(1);
     layout->addWidget(new QLabel(tr("Colour limits"), this));
     layout->addWidget(m_mode);
+    layout->addSpacing(12);
+    layout->addLayout(m_middle = new QVBoxLayout);
     layout->addStretch(1);
     layout->addWidget(new QLabel(tr("Min"), this));
     layout->addWidget(m_low);
@@ -48,6 +50,11 @@ QLineEdit *ColorLimitsPanel::makeField(const char *name, const QString &tip)
     field->setFixedWidth(field->fontMetrics().boundingRect(QStringLiteral("-0.00000e+00")).width() + 16);
     connect(field, &QLineEdit::editingFinished, this, [this] { readNumbers(); });
     return field;
+}
+
+void ColorLimitsPanel::addToMiddle(QWidget *widget)
+{
+    m_middle->addWidget(widget);
 }
 
 void ColorLimitsPanel::setLimits(const SColorLimits &limits)

@@ -7,6 +7,7 @@
 
 class QComboBox;
 class QLineEdit;
+class QVBoxLayout;
 
 /// The limits of a colour bar, to stand beside it: automatic, full or by hand, and both as numbers. Who edits
 /// a number means limits by hand.
@@ -18,6 +19,8 @@ public:
     explicit ColorLimitsPanel(QWidget *parent = nullptr);
     /// Shows these; sends no signal. A number that is being typed is left alone.
     void setLimits(const SColorLimits &limits);
+    /// A further widget of the colours, below the mode.
+    void addToMiddle(QWidget *widget);
 
 Q_SIGNALS:
     /// The person chose; low and high count only for ELIMITS_MANUAL.
@@ -28,6 +31,7 @@ private:
     void readNumbers();
     QLineEdit *makeField(const char *name, const QString &tip);
 
+    QVBoxLayout *m_middle = nullptr;
     QComboBox *m_mode;
     QLineEdit *m_high;
     QLineEdit *m_low;

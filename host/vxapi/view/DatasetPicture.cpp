@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/view/DatasetPicture.h"
 
+#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/ClickInfoValues.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/VXCalibration.h"
 #include "host/vxapi/view/CVXSMultiImageView.h"
 
 #include <cmath>
+#include <limits>
 #include <QCoreApplication>
 
 namespace {
@@ -25,6 +28,29 @@ CILImage greyPicture(const CILImage &stored)
     palette.SetColorTable(VXS_CT_GRAYS, double(image.getMin()), double(image.getMax()), 0, 0);
     image.setPalette(palette);
     return image;
+}
+
+/// Lines that fit a view: broken at blanks, a path behind a "/".
+QStringList wrapped(const QString &line)
+{
+    constexpr int LONGEST = 60;
+    QStringList lines;
+    QString rest = line;
+    while (rest.size() > LONGEST) {
+        const int blank = rest.lastIndexOf(QLatin1Char(' '), LONGEST);
+        const int slash = rest.lastIndexOf(QLatin1Char('/'), LONGEST - 1) + 1;
+        const int end = blank > LONGEST / 2 ? blank : slash > 0 ? slash : LONGEST;
+        lines.append(rest.left(end));
+        rest = rest.mid(end).trimmed();
+    }
+    return lines << rest;
+}
+
+/// What is computed has no camera that saturates: a product of counts may be far above its ceiling.
+bool isResult(const CVXSDataset &dataset)
+{
+    using namespace clickinfo;
+    return !textOf(*dataset.getClickInfo(), SECTION_LUMINESCENT, KEY_MATH_OPERATION).isNull();
 }
 
 SPictureTone toneOf(const CVXSDataset &dataset)
@@ -135,10 +161,13 @@ void DatasetPicture::updateLimits(tag_edisplayunit unit)
     m_limitsUnit = unit;
     if (m_limits.mode == ELIMITS_FULL)
         return;
-    const double factor = VX_CalibrateIntensityWithFilterTrans(EIMAGE_LUMINESCENT, m_dataset,
-                                                               unitKey(EUNIT_COUNTS), unitKey(unit));
-    VX_LuminImageMinMax(&m_image, &m_limits.low, &m_limits.high, unitKey(unit),
-                        std::isfinite(factor) ? factor : 1.0, SATURATED, HISTOGRAM_BINS);
+    double ceiling = std::numeric_limits<double>::infinity();
+    if (!isResult(*m_dataset)) {
+        const double factor = VX_CalibrateIntensityWithFilterTrans(EIMAGE_LUMINESCENT, m_dataset,
+                                                                   unitKey(EUNIT_COUNTS), unitKey(unit));
+        ceiling = SATURATED * (std::isfinite(factor) ? factor : 1.0);
+    }
+    VX_LuminImageMinMax(&m_image, &m_limits.low, &m_limits.high, unitKey(unit), 1.0, ceiling, HISTOGRAM_BINS);
 }
 
 void DatasetPicture::addPhotograph()
@@ -213,7 +242,10 @@ QString DatasetPicture::obstacleToRois() const
 void DatasetPicture::showMessage(const QString &message)
 {
     m_view->removeColorbar(&m_bar);
-    QStringList lines = message.split(QLatin1Char('\n'));
+    QStringList lines;
+    const QStringList given = message.split(QLatin1Char('\n'));
+    for (const QString &line : given)
+        lines += wrapped(line);
     lines.removeAll(QString());
     m_message.setStringList(lines);
     const QSize size = m_message.getSize();

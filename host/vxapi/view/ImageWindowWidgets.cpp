@@ -72,15 +72,8 @@ void ImageWindowWidgets::setDataset(const CVXSDataset &dataset, const QVector<ED
 QHBoxLayout *ImageWindowWidgets::topRow(QWidget *window)
 {
     imageChoice = make<QComboBox>(window, "ImageChoice");
-    opacityLabel = make<QLabel>(window, "OpacityLabel");
-    opacityLabel->setText(text("Opacity"));
-    opacity = make<QSpinBox>(window, "OverlayOpacity");
-    opacity->setRange(0, 100);
-    opacity->setSingleStep(5);
-    opacity->setValue(OPACITY);
-    opacity->setSuffix(QStringLiteral(" %"));
-    opacity->setToolTip(text("How much the luminescent image covers the photograph"));
     unit = make<QLabel>(window, "UnitLabel");
+    unit->setWordWrap(true);
     flatField = make<QToolButton>(window, "FlatFieldButton");
     flatField->setText(text("Flat field"));
     flatField->setToolTip(text("Corrects the luminescent image with the dataset's flat-field image"));
@@ -92,8 +85,6 @@ QHBoxLayout *ImageWindowWidgets::topRow(QWidget *window)
     tableButton->setCheckable(true);
     auto *row = new QHBoxLayout;
     row->addWidget(imageChoice);
-    row->addWidget(opacityLabel);
-    row->addWidget(opacity);
     row->addWidget(unit, 1);
     row->addWidget(flatField);
     row->addWidget(tableButton);
@@ -106,14 +97,29 @@ QSplitter *ImageWindowWidgets::body(QWidget *window)
     auto *row = new QHBoxLayout(upper);
     row->setContentsMargins(0, 0, 0, 0);
     limits = make<ColorLimitsPanel>(window, "ColorLimits");
+    opacityLabel = make<QLabel>(window, "OpacityLabel");
+    opacityLabel->setText(text("Opacity"));
+    opacity = make<QSpinBox>(window, "OverlayOpacity");
+    opacity->setRange(0, 100);
+    opacity->setSingleStep(5);
+    opacity->setValue(OPACITY);
+    opacity->setSuffix(QStringLiteral(" %"));
+    opacity->setToolTip(text("How much the luminescent image covers the photograph"));
+    limits->addToMiddle(opacityLabel);
+    limits->addToMiddle(opacity);
     row->addWidget(view, 1);
     row->addWidget(limits);
+    // Pictures of a dataset are compared: each stays where the others are.
+    QSizePolicy policy = limits->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    limits->setSizePolicy(policy);
     table->hide();
     auto *splitter = make<QSplitter>(window, "ImageSplitter");
     splitter->setOrientation(Qt::Vertical);
     splitter->setChildrenCollapsible(false);
     splitter->addWidget(upper);
     splitter->addWidget(table);
+    splitter->setSizes({480, 170});
     splitter->setStretchFactor(0, 3);
     splitter->setStretchFactor(1, 1);
     return splitter;

@@ -56,6 +56,8 @@ void MeasurementPane::build()
     m_table->verticalHeader()->hide();
     m_table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     m_table->horizontalHeader()->setHighlightSections(false);
+    // A header of two lines, three rows and a scroll bar at least.
+    m_table->setMinimumHeight(6 * (fontMetrics().height() + 8));
     m_table->installEventFilter(this);
     auto *copyButton = new QPushButton(tr("Copy table"), this);
     copyButton->setObjectName(QStringLiteral("CopyTableButton"));
@@ -153,15 +155,28 @@ void MeasurementPane::takeSelection()
 
 bool MeasurementPane::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress) {
-        if (static_cast<QKeyEvent *>(event)->matches(QKeySequence::Copy)) {
-            event->accept();
-            if (event->type() == QEvent::KeyPress)
-                copy(true);
-            return true;
-        }
+    const bool isPressed = event->type() == QEvent::KeyPress;
+    if ((isPressed || event->type() == QEvent::ShortcutOverride) &&
+        takeKey(*static_cast<QKeyEvent *>(event), isPressed)) {
+        event->accept();
+        return true;
     }
     return QWidget::eventFilter(watched, event);
+}
+
+/// Whether the key is one of the table's; does what it means once it is pressed.
+bool MeasurementPane::takeKey(const QKeyEvent &event, bool isPressed)
+{
+    const bool isCopy = event.matches(QKeySequence::Copy);
+    const bool isDelete = event.key() == Qt::Key_Delete && event.modifiers() == Qt::NoModifier;
+    const bool isRename = event.key() == Qt::Key_F2 && event.modifiers() == Qt::NoModifier;
+    if (isPressed && isCopy)
+        copy(true);
+    if (isPressed && isDelete)
+        Q_EMIT deleteRequested();
+    if (isPressed && isRename)
+        Q_EMIT renameRequested();
+    return isCopy || isDelete || isRename;
 }
 
 void MeasurementPane::copy(bool selectedOnly)

@@ -11,6 +11,7 @@
 class CROIBase;
 class CVXSDataset;
 class MeasurementTableModel;
+class QKeyEvent;
 class QTableView;
 class RoiMeasurer;
 
@@ -27,11 +28,17 @@ public:
     /// "file: reason".
     bool saveTable(const QString &path, QString *error);
 
+Q_SIGNALS:
+    /// The person asks it of the selected ROIs, with the keys of the picture.
+    void deleteRequested();
+    void renameRequested();
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void build();
+    bool takeKey(const QKeyEvent &event, bool isPressed);
     void readRecords();
     void showSelection();
     void takeSelection();

@@ -84,8 +84,12 @@ QVariant MeasurementTableModel::headerData(int section, Qt::Orientation orientat
 {
     if (orientation == Qt::Vertical)
         return QVariant();
+    const QString header = m_headers.value(section);
+    if (role == Qt::ToolTipRole)
+        return header;
+    // The unit below the name: the columns become as narrow as their numbers.
     if (role == Qt::DisplayRole)
-        return m_headers.value(section);
+        return QString(header).replace(QLatin1String(" ["), QLatin1String("\n["));
     if (role == Qt::TextAlignmentRole)
         return int(Qt::AlignVCenter | (section < TEXT_COLUMNS ? Qt::AlignLeft : Qt::AlignRight));
     return QVariant();

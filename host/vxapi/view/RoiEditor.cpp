@@ -121,12 +121,12 @@ void RoiEditor::pressDraw(const QPointF &at, const QPointF &place)
 {
     const FieldMapping mapping = m_mapping();
     const QPointF inside = mapping.clamped(place);
-    if (!m_draft.isActive()) {
+    // A box whose end was never seen (another window took the mouse) starts anew.
+    if (!m_draft.isActive() || m_draft.tool() != EROITOOL_POLYGON) {
         if (QLineF(mapping.toView(inside), at).length() <= OUTSIDE)
             m_draft.start(m_drawing, inside);
         return;
     }
-    // Between clicks only a polygon is active.
     const QPolygonF corners = m_draft.corners();
     const bool isFirst = QLineF(mapping.toView(corners.first()), at).length() <= roihandles::GRIP;
     if (isFirst && corners.size() > 3)

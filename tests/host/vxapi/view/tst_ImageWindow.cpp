@@ -1,12 +1,20 @@
 // SPDX-License-Identifier: MIT
+#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/CROIManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/view/CVXSImageWindow.h"
 #include "host/vxapi/view/CVXSMultiImageView.h"
+#include "host/vxapi/view/DatasetPicture.h"
+#include "host/vxparser/CPLClickInfo.h"
 #include "tests/host/vxapi/view/ViewFixture.h"
+#include "tests/support/TestStudy.h"
 
 #include <QComboBox>
 #include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
 #include <QToolButton>
 #include <QtTest>
 
@@ -15,6 +23,18 @@ namespace {
 CVXSMultiImageView *viewOf(CVXSImageWindow &window)
 {
     return window.findChild<CVXSMultiImageView *>(QStringLiteral("ImageView"));
+}
+
+QString field(CVXSImageWindow &window, const char *name)
+{
+    return window.findChild<QLineEdit *>(QLatin1String(name))->text();
+}
+
+/// As a person does: a signal comes.
+void choose(QComboBox *mode, ELIMITMODE wanted)
+{
+    mode->setCurrentIndex(mode->findData(wanted));
+    Q_EMIT mode->activated(mode->currentIndex());
 }
 
 QString text(CVXSImageWindow &window, const char *name)
@@ -153,6 +173,195 @@ private Q_SLOTS:
         CVXSImageWindow window(dataset);
         QCOMPARE(window.saveSequence(), ESTATUS_SUCCESS);
         QVERIFY(!sequence.getSequenceInfoPath().isEmpty());
+    }
+
+    // --- colour limits ---
+
+    void theLimitsAreAutomaticAtFirst()
+    {
+        CVXSDataset dataset(QStringLiteral("IW20"));
+        // One pixel in ten thousand is far above the rest: no range of the others would show.
+        dataset.setCoreImage(EIMAGE_LUMINESCENT, imageOf(100, 100, [](int x, int y) {
+                                 return x == 50 && y == 50 ? 60000.0 : 100.0 + x;
+                             }));
+        CVXSImageWindow window(&dataset);
+        auto *mode = window.findChild<QComboBox *>(QStringLiteral("LimitsMode"));
+        QCOMPARE(mode->currentText(), QStringLiteral("Auto"));
+        const CILPalette automatic = viewOf(window)->imageAt(0)->getPalette();
+        QVERIFY(automatic.getImageMax() < 60000.0);
+        choose(mode, ELIMITS_FULL);
+        QCOMPARE(viewOf(window)->imageAt(0)->getPalette().getImageMin(), 100.0);
+        QCOMPARE(viewOf(window)->imageAt(0)->getPalette().getImageMax(), 60000.0);
+        QCOMPARE(field(window, "LimitsMin"), QStringLiteral("100"));
+        QCOMPARE(field(window, "LimitsMax"), QStringLiteral("60000"));
+        choose(mode, ELIMITS_AUTO);
+        QCOMPARE(viewOf(window)->imageAt(0)->getPalette(), automatic);
+    }
+
+    void aResultHasNoCeilingOfACamera_data()
+    {
+        QTest::addColumn<bool>("isResult");
+        QTest::newRow("a product of counts is shown up to its maximum") << true;
+        QTest::newRow("an acquisition leaves saturated pixels out") << false;
+    }
+    void aResultHasNoCeilingOfACamera()
+    {
+        QFETCH(bool, isResult);
+        TestStudy study(QStringLiteral("IW26_SEQ"));
+        ClickSpec spec;
+        spec.clickNumber = QStringLiteral("IW26");
+        spec.counts = [](int x, int) { return x < 16 ? 10000.0f : 1.0e8f + 1.0e6f * float(x); };
+        CVXSDataset *dataset = study.add(spec);
+        const auto set = [dataset](const char *section, const char *key, const char *value) {
+            clickinfo::ensureSection(dataset->getClickInfo(), section)
+                ->setValue(QString::fromLatin1(key), QString::fromLatin1(value));
+        };
+        if (isResult) {
+            set(clickinfo::SECTION_LUMINESCENT, clickinfo::KEY_MATH_OPERATION, "A * B * k");
+            set(clickinfo::SECTION_GRAPH_CONTROLS, clickinfo::KEY_INTENSITY_CALIBRATION, "counts");
+        }
+        CVXSImageWindow window(dataset);
+        QVERIFY(viewOf(window)->imageAt(0));
+        const CILPalette palette = viewOf(window)->imageAt(0)->getPalette();
+        QCOMPARE(palette.getImageMax() > 1.0e8, isResult);
+    }
+
+    void limitsAreTyped_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<double>("low"); // the image runs from 0 to 99, shown in full
+        QTest::addColumn<double>("high");
+        QTest::addColumn<bool>("taken");
+        QTest::newRow("an upper limit") << "LimitsMax"
+                                        << "50" << 0.0 << 50.0 << true;
+        QTest::newRow("a lower limit") << "LimitsMin"
+                                       << "2.5e1" << 25.0 << 99.0 << true;
+        QTest::newRow("a negative limit") << "LimitsMin"
+                                          << "-7" << -7.0 << 99.0 << true;
+        QTest::newRow("a lower limit above the upper one takes it along") << "LimitsMin"
+                                                                          << "500" << 500.0 << 500.0 << true;
+        QTest::newRow("an upper limit below the lower one takes it along") << "LimitsMax"
+                                                                           << "-3" << -3.0 << -3.0 << true;
+        QTest::newRow("no number") << "LimitsMax"
+                                   << "abc" << 0.0 << 99.0 << false;
+        QTest::newRow("nothing") << "LimitsMax"
+                                 << "" << 0.0 << 99.0 << false;
+        QTest::newRow("a comma") << "LimitsMax"
+                                 << "1,5" << 0.0 << 99.0 << false;
+        QTest::newRow("infinity") << "LimitsMax"
+                                  << "inf" << 0.0 << 99.0 << false;
+        QTest::newRow("not a number") << "LimitsMin"
+                                      << "nan" << 0.0 << 99.0 << false;
+    }
+    void limitsAreTyped()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, typed);
+        QFETCH(double, low);
+        QFETCH(double, high);
+        QFETCH(bool, taken);
+        CVXSDataset dataset(QStringLiteral("IW21"));
+        dataset.setCoreImage(EIMAGE_LUMINESCENT, imageOf(100, 10, [](int x, int) { return x; }));
+        CVXSImageWindow window(&dataset);
+        auto *mode = window.findChild<QComboBox *>(QStringLiteral("LimitsMode"));
+        choose(mode, ELIMITS_FULL);
+        auto *edit = window.findChild<QLineEdit *>(name);
+        edit->selectAll();
+        QTest::keyClick(edit, Qt::Key_Delete);
+        QTest::keyClicks(edit, typed);
+        QTest::keyClick(edit, Qt::Key_Return);
+        const CILPalette palette = viewOf(window)->imageAt(0)->getPalette();
+        QCOMPARE(palette.getImageMin(), low);
+        QCOMPARE(palette.getImageMax(), high);
+        QCOMPARE(mode->currentData().toInt(), int(taken ? ELIMITS_MANUAL : ELIMITS_FULL));
+        QCOMPARE(field(window, "LimitsMin"), QString::number(low, 'g', 6));
+        QCOMPARE(field(window, "LimitsMax"), QString::number(high, 'g', 6));
+        QCOMPARE(dataset.getCoreImage(EIMAGE_LUMINESCENT)->pixelAt(99, 0), 99.0); // a display setting
+        QVERIFY(!viewOf(window)->rasterImage().isNull());
+    }
+
+    void limitsByHandAreForTheirUnit()
+    {
+        TestStudy study(QStringLiteral("IW22_SEQ"));
+        ClickSpec spec;
+        spec.clickNumber = QStringLiteral("IW22");
+        CVXSDataset *dataset = study.add(spec);
+        CVXSImageWindow window(dataset);
+        auto *mode = window.findChild<QComboBox *>(QStringLiteral("LimitsMode"));
+        choose(mode, ELIMITS_MANUAL);
+        const auto palette = [&] { return viewOf(window)->imageAt(0)->getPalette(); };
+        const CILPalette before = palette();
+        dataset->setUnit(EUNIT_RADIANCE);
+        dataset->setUnit(EUNIT_COUNTS); // forth and back at once
+        QCoreApplication::processEvents();
+        QCOMPARE(mode->currentData().toInt(), int(ELIMITS_MANUAL));
+        QCOMPARE(palette(), before);
+        dataset->setUnit(EUNIT_RADIANCE);
+        QTRY_COMPARE(mode->currentData().toInt(), int(ELIMITS_AUTO));
+        QVERIFY(palette().getImageMax() > 100.0 * before.getImageMax());
+        QCOMPARE(text(window, "UnitLabel"), QStringLiteral("Radiance [photons/s/cm²/sr]"));
+    }
+
+    void colourTableDirectionAndLogScaleAreTheDatasets()
+    {
+        CVXSDataset dataset(QStringLiteral("IW23"));
+        dataset.setCoreImage(EIMAGE_LUMINESCENT, spots(30, 30));
+        CVXSImageWindow window(&dataset);
+        dataset.setColorTable(VXS_CT_YELLOWHOT);
+        CVXSToolInfo info = dataset.getToolInfo();
+        info.reversed = true;
+        info.logarithmic = true;
+        dataset.setToolInfo(info);
+        QTRY_VERIFY(viewOf(window)->imageAt(0)->getPalette().isLogScale());
+        QVERIFY(viewOf(window)->imageAt(0)->getPalette().isReversed());
+        QCOMPARE(viewOf(window)->imageAt(0)->getPalette().getColorTableType(), VXS_CT_YELLOWHOT);
+    }
+
+    // --- what may go wrong around it ---
+
+    void theWindowGoesWithItsDataset()
+    {
+        TestStudy study(QStringLiteral("IW24_SEQ"));
+        ClickSpec spec;
+        spec.clickNumber = QStringLiteral("IW24");
+        spec.photograph = [](int x, int y) { return float(x + y); };
+        CVXSDataset *dataset = study.add(spec);
+        dataset->roiManager()->addROI(CROIBase(EROI_RECTANGLE, EROI_MEASUREMENT, QRectF(1.0, 1.0, 3.0, 3.0)));
+        QPointer<CVXSImageWindow> window = new CVXSImageWindow(dataset);
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        // Everything is put off and finds nothing any more.
+        dataset->setUnit(EUNIT_RADIANCE);
+        dataset->roiManager()->selectROI(dataset->roiManager()->rois().first(), false);
+        CVXSMultiImageView *view = viewOf(*window);
+        study.close();
+        QVERIFY(window);
+        QVERIFY(!window->getDataset());
+        view->rasterImage();
+        for (QToolButton *button : window->findChildren<QToolButton *>())
+            button->click();
+        window->findChild<QComboBox *>(QStringLiteral("ImageChoice"))->setCurrentIndex(1);
+        choose(window->findChild<QComboBox *>(QStringLiteral("LimitsMode")), ELIMITS_FULL);
+        window->findChild<QPushButton *>(QStringLiteral("CopyTableButton"))->click();
+        QTest::mouseClick(view, Qt::LeftButton, Qt::NoModifier, view->rect().center());
+        window->refreshAfterDatasetAdded();
+        window->switchFlatFieldCorrection(true);
+        QCoreApplication::processEvents();
+        QTRY_VERIFY(!window);
+    }
+
+    void roisOfAnOpenedDatasetAreShownWithTheirNumbers()
+    {
+        TestStudy study(QStringLiteral("IW25_SEQ"));
+        ClickSpec spec;
+        spec.clickNumber = QStringLiteral("IW25");
+        CVXSDataset *dataset = study.add(spec);
+        dataset->roiManager()->addROI(CROIBase(EROI_RECTANGLE, EROI_MEASUREMENT, QRectF(1.0, 1.0, 3.0, 3.0)));
+        CVXSImageWindow window(dataset);
+        auto *table = window.findChild<QTableView *>(QStringLiteral("MeasurementTable"));
+        QTRY_COMPARE(table->model()->rowCount(), 1);
+        QVERIFY(table->isVisibleTo(&window));
     }
 };
 
