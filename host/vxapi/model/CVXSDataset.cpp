@@ -77,11 +77,14 @@ CVXSDataset *CVXSDataset::getOpenDataset(const QString &clickNumber)
 bool CVXSDataset::registerDataset()
 {
     CVXSDataset *&entry = registry()[d->clickNumber];
-    if (!entry) {
-        entry = this;
-        StoredDatasets::instance().giveWayTo(this);
-    }
-    return entry == this;
+    if (entry)
+        return entry == this;
+    entry = this;
+    StoredDatasets::instance().giveWayTo(this);
+    // Records that another object of this click number left are of its ROIs.
+    if (!d->hasRecords)
+        CRoiMeasurementManager::getRoiMeasurementManager()->removeDataset(d->clickNumber);
+    return true;
 }
 
 // --- identity ---

@@ -33,9 +33,7 @@ void CVXSDataset::Private::readRois()
     // A damaged file is told in the log, and saveAnalyzed() leaves it alone.
     const bool isRead =
         QFileInfo(roisOf).isFile() && analyzed.loadClickInfo(roisOf, false) == ESTATUS_SUCCESS;
-    const CPLSection *section = isRead ? analyzed[QString::fromLatin1(SECTION_ROIS)] : nullptr;
-    if (section)
-        rois->readSection(section);
+    rois->readSection(isRead ? analyzed[QString::fromLatin1(SECTION_ROIS)] : nullptr);
 }
 
 bool CVXSDataset::Private::areRoisToBeWritten() const

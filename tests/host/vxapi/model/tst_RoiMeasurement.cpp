@@ -62,6 +62,17 @@ constexpr double PIXEL = 12.5 / 32;
 const QRectF BOX(4 * PIXEL, 2 * PIXEL, 4 * PIXEL, 3 * PIXEL);
 constexpr double BOX_SUM = 12 * (100 + 5.5 + 2 * 3.0);
 
+/// A dataset of 10 x 10 equal pixels that nobody registered, with an ROI of four of them, measured.
+std::unique_ptr<CVXSDataset> measuredDataset(float counts)
+{
+    auto dataset = std::make_unique<CVXSDataset>(OTHER_CLICK);
+    dataset->setCoreImage(EIMAGE_LUMINESCENT, TestStudy::image(10, 10, [=](int, int) { return counts; }));
+    ensureSection(dataset->getClickInfo(), SECTION_LUMINESCENT)->setValue(KEY_FOV, QString("10"));
+    dataset->roiManager()->addROI(named("Tumor", QRectF(0, 0, 2, 2)));
+    dataset->MeasureROIAndMakeMeasRecords(true);
+    return dataset;
+}
+
 bool isClose(double a, double b)
 {
     return std::abs(a - b) <= 1e-6 * std::abs(b); // pixels are 32-bit float
@@ -89,6 +100,7 @@ private Q_SLOTS:
     void recordsGoWithTheirDataset();
     void anUnregisteredTwinLeavesRecordsAlone();
     void anUnregisteredDatasetAlone();
+    void registeringTakesTheRecordsOver();
     void whatCannotBeMeasured_data();
     void whatCannotBeMeasured();
     void aResultInEfficiencyHasNoCounts();
@@ -329,13 +341,22 @@ void tst_RoiMeasurement::anUnregisteredTwinLeavesRecordsAlone()
 void tst_RoiMeasurement::anUnregisteredDatasetAlone()
 {
     {
-        CVXSDataset dataset(OTHER_CLICK);
-        dataset.setCoreImage(EIMAGE_LUMINESCENT, TestStudy::image(10, 10, [](int, int) { return 3.0f; }));
-        ensureSection(dataset.getClickInfo(), SECTION_LUMINESCENT)->setValue(KEY_FOV, QString("10"));
-        dataset.roiManager()->addROI(named("Tumor", QRectF(0, 0, 2, 2)));
-        QCOMPARE(dataset.MeasureROIAndMakeMeasRecords(true), ESTATUS_SUCCESS);
+        const auto dataset = measuredDataset(3.0f);
         QCOMPARE(recordOf(OTHER_CLICK, "Tumor")->primaryROIStatistic(), 12.0);
     }
+    QVERIFY(!recordOf(OTHER_CLICK, "Tumor"));
+}
+
+void tst_RoiMeasurement::registeringTakesTheRecordsOver()
+{
+    {
+        const auto own = measuredDataset(3.0f);
+        QVERIFY(own->registerDataset() && own->registerDataset());
+        QVERIFY(isValid("Tumor", OTHER_CLICK)); // its own
+    }
+    const auto before = measuredDataset(3.0f);
+    CVXSDataset opened(OTHER_CLICK);
+    QVERIFY(opened.registerDataset());
     QVERIFY(!recordOf(OTHER_CLICK, "Tumor"));
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/CROIManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxparser/CPLSection.h"
 #include "tests/host/vxapi/model/Files.h"
 #include "tests/host/vxapi/model/LogLines.h"
 #include "tests/host/vxutils/UnprivilegedUser.h"
@@ -82,6 +83,7 @@ private Q_SLOTS:
     void theWrittenText();
     void damagedEntries_data();
     void damagedEntries();
+    void anythingThatIsReadComesBack();
     void damagedEntriesStayInTheFile();
     void readingDoesNotModify();
     void otherSectionsStay();
@@ -259,6 +261,41 @@ void tst_RoiSaving::damagedEntries()
     QCOMPARE(log.failures(),
              QStringList(QStringLiteral("%1: ROI \"%2\" is left out: %3").arg(path(), name, reason)));
     QVERIFY(!dataset->isModified());
+}
+
+// Entries with a character changed, lost or doubled somewhere.
+void tst_RoiSaving::anythingThatIsReadComesBack()
+{
+    const QStringList entries = {"measurement ellipse; left 2.5; top 3; width 1.25; height 1",
+                                 "background polygon; corners 1 1, 2.5 1, 2 3.125",
+                                 "measurement grid; left -1; top 1e3; width 8; height 5; rows 8; columns 12"};
+    const QString signs = ";, -.0123456789eEinfax=";
+    std::mt19937 random(5);
+    int accepted = 0;
+    for (int i = 0; i < 6000; ++i) {
+        QString text = entries[i % entries.size()];
+        for (int change = int(random() % 3); change >= 0; --change) {
+            const int at = int(random() % unsigned(text.size()));
+            const QString sign = signs.mid(int(random() % unsigned(signs.size())), 1);
+            text.replace(at, int(random() % 2), random() % 3 ? sign : QString());
+        }
+        CPLSection section;
+        section.addKeyValue("Tumor", text);
+        CROIManager manager(nullptr);
+        manager.readSection(&section);
+        CPLSection written;
+        manager.writeSection(&written);
+        CROIManager again(nullptr);
+        again.readSection(&written);
+        QCOMPARE(again.rois().size(), manager.rois().size());
+        QCOMPARE(written.count(), 1);
+        if (manager.rois().isEmpty())
+            continue;
+        ++accepted;
+        QVERIFY2(isSame(*again.rois().first(), *manager.rois().first()), qPrintable(text));
+        QVERIFY2(manager.rois().first()->complaint().isNull(), qPrintable(text));
+    }
+    QVERIFY2(accepted > 600 && accepted < 5400, qPrintable(QString::number(accepted)));
 }
 
 void tst_RoiSaving::damagedEntriesStayInTheFile()
