@@ -136,6 +136,21 @@ Answer::Answer(const QString &button, const std::function<void()> &seen)
     timer->start(GLANCE);
 }
 
+void lookAtDialog(const std::function<void()> &seen)
+{
+    auto *timer = new QTimer(qApp);
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, seen] {
+        QWidget *dialog = QApplication::activeModalWidget();
+        if (!dialog || !dialog->isVisible())
+            return;
+        timer->stop();
+        timer->deleteLater();
+        seen();
+        QTest::keyClick(dialog, Qt::Key_Escape);
+    });
+    timer->start(GLANCE);
+}
+
 QPixmap photograph(QWidget *window)
 {
     QTest::qWait(150);

@@ -63,6 +63,9 @@ private:
     std::shared_ptr<State> m_state = std::make_shared<State>();
 };
 
+/// Looks at the next dialog, whenever it comes, and closes it with Escape.
+void lookAtDialog(const std::function<void()> &seen);
+
 /// Lets the window paint, then takes a picture of it as it stands on the screen, with what lies over it.
 QPixmap photograph(QWidget *window);
 

@@ -80,6 +80,7 @@ QString displayDifference(Stage &stage)
     stage.selectPair(QString::fromLatin1(DAY_14.click), QString::fromLatin1(DAY_10.click));
     stage.selectPair(QString::fromLatin1(DAY_14.click), QString::fromLatin1(DAY_7.click));
     stage.typeK(QStringLiteral("1"));
+    stage.picture(QStringLiteral("a-plants-window"), QStringLiteral("the tool on real images"), stage.tool);
     QStringList made = Stage::storedResults();
     stage.pressDisplay();
     const QStringList after = Stage::storedResults();
@@ -191,8 +192,6 @@ void plants(Stage &stage, const QString &imagesFolder)
     const QJsonObject counts = measured(stage, QStringLiteral("counts"));
     stage.activate(SEQUENCE);
     stage.chooseUnit(QStringLiteral("Radiance (Photons)"));
-    stage.picture(QStringLiteral("a-plants-window"), QStringLiteral("the tool on real images, in radiance"),
-                  stage.tool);
     const QJsonObject radiance = measured(stage, QStringLiteral("radiance"));
     printTotals(stage, radiance.value(QStringLiteral("grid")).toString());
     all.insert(QStringLiteral("counts"), counts);

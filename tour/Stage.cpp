@@ -103,8 +103,12 @@ QString Stage::resultFolder(const QString &clickNumber)
 
 void Stage::picture(const QString &name, const QString &caption, QWidget *shown)
 {
-    const QPixmap whole = hand::photograph(&window);
     QWidget *part = shown ? shown : &window;
+    if (part->isWindow() && part != &window) { // a dialog
+        report.picture(name, hand::photograph(part), caption);
+        return;
+    }
+    const QPixmap whole = hand::photograph(&window);
     for (QWidget *frame = part; frame && frame != &window; frame = frame->parentWidget()) {
         if (qobject_cast<QMdiSubWindow *>(frame))
             part = frame;

@@ -32,6 +32,15 @@ void sampleStudy(Stage &stage)
     QTest::qWait(1500); // the sequence window makes its thumbnails one after the other
     stage.report.heading(QStringLiteral("What the tool shows:"));
     stage.picture(QStringLiteral("01-workspace"), QStringLiteral("the workspace with the sequence"));
+    bool wasSeen = false;
+    hand::lookAtDialog([&] {
+        QTest::qWait(200);
+        stage.picture(QStringLiteral("05-import"), QStringLiteral("importing images without a record"),
+                      QApplication::activeModalWidget());
+        wasSeen = true;
+    });
+    hand::chooseFromMenu(&stage.window, {QStringLiteral("File"), QStringLiteral("Import Images...")});
+    stage.report.check(hand::waitFor([&] { return wasSeen; }), QStringLiteral("images can be imported"));
     stage.openImageMath();
     displaytour::mainJob(stage);
     displaytour::formulas(stage);
