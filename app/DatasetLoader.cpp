@@ -82,5 +82,6 @@ ESTATUS DatasetLoader::open(const QString &path, CVXSDataset **opened)
         return fail(ESTATUS_FAILURE, tr("%1: its click number is taken").arg(folder));
     *opened = dataset.release();
     m_loose->add(*opened);
+    vxLog(1, tr("Dataset opened: %1").arg((*opened)->getClickNumber()), (*opened)->getFolderPath());
     return ESTATUS_SUCCESS;
 }

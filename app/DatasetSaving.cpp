@@ -52,12 +52,16 @@ bool saving::saveDatasetElsewhere(QWidget *parent, CVXSDataset *dataset)
     const QString target = targetFolder(*dataset, chosen, &refusal);
     if (target.isEmpty())
         return tell(parent, ESTATUS_FILE_NOT_WRITABLE, refusal);
-    const bool isNew = !QFileInfo::exists(target);
+    const bool isThere = QFileInfo::exists(target);
+    const bool isOwn = isThere && !QDir(target).isEmpty();
     const ESTATUS status =
         dataset->isPartOfSequence() ? dataset->saveCopy(target) : dataset->saveDatasetAs(target);
     // What a full disk left half written would stand in the way of the next attempt.
-    if (status != ESTATUS_SUCCESS && isNew)
+    if (status != ESTATUS_SUCCESS && !isOwn) {
         deleteFolderTree(QDir(target));
+        if (isThere)
+            QDir().mkdir(target);
+    }
     return tell(parent, status, dataset->lastError());
 }
 

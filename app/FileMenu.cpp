@@ -14,6 +14,8 @@
 #include "host/vxapi/view/CVXSChildWindow.h"
 #include "host/vxapi/view/CVXSWorkspace.h"
 #include "host/vxutils/CVXPreference.h"
+#include "host/vxutils/CVXSErrorHandler.h"
+#include "host/vxutils/CVXSLog.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -38,6 +40,9 @@ FileMenu::FileMenu(QMenu *menu, MainWindow *window) : QObject(window), m_window(
     addOpening(menu);
     menu->addSeparator();
     addSaving(menu);
+    menu->addSeparator();
+    connect(newAction(menu, tr("&Folder for Results..."), "actionResultFolder"), &QAction::triggered, this,
+            &FileMenu::chooseResultFolder);
     menu->addSeparator();
     connect(newAction(menu, tr("&Quit"), "actionQuit", QKeySequence(Qt::CTRL + Qt::Key_Q)),
             &QAction::triggered, window, &QWidget::close);
@@ -126,4 +131,20 @@ void FileMenu::saveDatasetAs()
     CVXSDataset *dataset = m_active ? m_active->getDataset() : nullptr;
     if (dataset && saving::saveDatasetElsewhere(m_window, dataset))
         CVXSDataset::registerStoredDatasets(CVXPreference::getProgramDataPath());
+}
+
+// What lies in the former folder stays there, and can be opened from there.
+void FileMenu::chooseResultFolder()
+{
+    const QString folder =
+        chooseFolder(m_window, tr("Folder for Results"), nullptr, CVXPreference::getProgramDataPath());
+    if (folder.isEmpty())
+        return;
+    QString why;
+    if (!CVXPreference::setProgramDataPath(folder, &why)) {
+        CVXSErrorHandler::errorMessage(m_window, ESTATUS_FILE_NOT_WRITABLE, why);
+        return;
+    }
+    CVXSDataset::registerStoredDatasets(CVXPreference::getProgramDataPath());
+    vxLog(1, tr("Results are stored in %1").arg(folder));
 }

@@ -30,6 +30,7 @@ private:
     void importImages();
     void save();
     void saveDatasetAs();
+    void chooseResultFolder();
 
     MainWindow *m_window;
     QPointer<CVXSChildWindow> m_active;

@@ -12,12 +12,13 @@ QString chooseFolder(QWidget *parent, const QString &title, const char *settings
                      EFolderMemory memory)
 {
     const auto settings = CVXPreference::settings();
-    const QString last = settings->value(QLatin1String(settingsKey)).toString();
+    const QString last = settingsKey ? settings->value(QLatin1String(settingsKey)).toString() : QString();
     const QString start = !last.isEmpty() && QDir(last).exists() ? last : usual;
     const QString folder = QFileDialog::getExistingDirectory(parent, title, start);
     if (folder.isEmpty())
         return QString();
-    settings->setValue(QLatin1String(settingsKey),
-                       memory == REMEMBER_PARENT ? QFileInfo(folder).absolutePath() : folder);
+    if (settingsKey)
+        settings->setValue(QLatin1String(settingsKey),
+                           memory == REMEMBER_PARENT ? QFileInfo(folder).absolutePath() : folder);
     return QDir::cleanPath(folder);
 }

@@ -12,6 +12,6 @@ enum EFolderMemory {
 };
 
 /// Asks the person for a folder; an empty text when he thought better of it. The dialog starts in the folder
-/// remembered for this purpose (`settingsKey`), else in `usual`.
+/// remembered for this purpose (`settingsKey`; null: none is), else in `usual`.
 QString chooseFolder(QWidget *parent, const QString &title, const char *settingsKey, const QString &usual,
                      EFolderMemory memory = REMEMBER_FOLDER);

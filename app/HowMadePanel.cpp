@@ -6,6 +6,7 @@
 #include "app/RecentSequences.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/view/CVXSChildWindow.h"
+#include "host/vxapi/view/CVXSMdiSubWindow.h"
 #include "host/vxutils/CVXPreference.h"
 #include "host/vxutils/CVXSLog.h"
 
@@ -18,6 +19,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSettings>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace {
@@ -51,6 +53,20 @@ QString toolTipOf(const QString &text)
     lines.replace(QLatin1String("; "), QLatin1String("\n"));
     return QStringLiteral("<qt>%1</qt>")
         .arg(lines.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>")));
+}
+
+/// The panel takes its place from the area of the windows: the result that it came with stays whole in it.
+void moveIntoSight(CVXSChildWindow *window)
+{
+    const auto move = [guarded = QPointer<CVXSChildWindow>(window)] {
+        CVXSMdiSubWindow *frame = guarded ? guarded->subWindow() : nullptr;
+        if (!frame || frame->isMaximized())
+            return;
+        const int most = frame->parentWidget()->width() - frame->width();
+        if (frame->x() > most)
+            frame->move(qMax(0, most), frame->y());
+    };
+    QTimer::singleShot(0, window, move); // when the areas have their new sizes
 }
 
 QFont bold(const QFont &font)
@@ -148,8 +164,10 @@ void HowMadePanel::setActiveChild(CVXSChildWindow *window)
         return;
     m_result = dataset;
     m_isStale = true;
-    if (m_result && m_isWanted)
+    if (m_result && m_isWanted && isHidden()) {
         show();
+        moveIntoSight(window);
+    }
     if (isVisible() && m_isStale)
         showResult();
 }

@@ -75,14 +75,14 @@ bool LooseDatasets::isReadyToClose(CVXSDataset *dataset)
     m_workspace->showDataset(dataset); // so that the person sees what the question is about
     const QString what =
         dataset->isImageMathToBeSaved()
-            ? tr("The result %1 has not been saved by you yet.").arg(dataset->getClickNumber())
+            ? tr("You have not saved the result %1 yet.").arg(dataset->getClickNumber())
             : tr("The dataset %1 has changes that are not saved.").arg(dataset->getClickNumber());
     const QString folder = QDir::toNativeSeparators(dataset->getFolderPath());
     const QString where =
         folder.isEmpty()
             ? QString()
-            : tr("\n\nIt lies in %1\nSaving keeps it there, with what you changed. If you discard, "
-                 "the changes are lost;\nthe files stay as they were and can be opened again.")
+            : tr("\n\nIts folder is\n%1\n\nSave writes your changes there. Discard drops them: the "
+                 "files stay as they are, and can be opened again.")
                   .arg(folder);
     enum { SAVE, SAVE_AS, DISCARD, CANCEL };
     const int answer = CVXSMessageBox::warning(

@@ -3,9 +3,25 @@
 #include "host/vxparser/CPLClickInfo.h"
 #include "host/vxutils/CVXSMessageBox.h"
 #include "host/vxutils/CVXUtilityFns.h"
+#include "math/ToolLog.h"
 #include "window/CVXSImageMathWnd.h"
 
+#include <QFileInfo>
 #include <QMessageBox>
+
+namespace {
+
+/// A damaged file has told so itself when it was read.
+void tellWhyUnusable(const CPLClickInfo &info, const QString &path)
+{
+    const QString section = QString::fromLatin1(clickinfo::SECTION_LUMINESCENT);
+    if (!QFileInfo::exists(path))
+        imagemath::logLine(info.lastError());
+    else if (!info[section] && info.lastError().isEmpty())
+        imagemath::logLine(path + QStringLiteral(": it has no section \"%1\"").arg(section));
+}
+
+} // namespace
 
 ESTATUS CVXSImageMathWnd::checkImagingAngles(const QString &pathA, const QString &pathB)
 {
@@ -16,8 +32,11 @@ ESTATUS CVXSImageMathWnd::checkImagingAngles(const QString &pathA, const QString
     const QString luminescent = QString::fromLatin1(clickinfo::SECTION_LUMINESCENT);
     const CPLSection *sectionA = infoA[luminescent];
     const CPLSection *sectionB = infoB[luminescent];
-    if (!sectionA || !sectionB)
+    if (!sectionA || !sectionB) {
+        tellWhyUnusable(infoA, pathA);
+        tellWhyUnusable(infoB, pathB);
         return ESTATUS_IMAGING_ANGLES;
+    }
 
     QString angleA;
     QString angleB;

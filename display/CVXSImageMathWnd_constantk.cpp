@@ -70,13 +70,13 @@ void CVXSImageMathWnd::addROISubmenu(const QString &clickNumber)
         names.append(NO_ROI);
     QMenu *submenu = m_pROIMenu->addMenu(clickNumber);
     for (const QString &name : qAsConst(names))
-        submenu->addAction(name);
+        submenu->addAction(name)->setData(name); // a desktop's theme may put an "&" into the text
     connect(submenu, SIGNAL(triggered(QAction *)), this, SLOT(onSelectROIFromMenu(QAction *)));
 }
 
 void CVXSImageMathWnd::onSelectROIFromMenu(QAction *pAction)
 {
-    const QString roiName = pAction->text();
+    const QString roiName = pAction->data().isValid() ? pAction->data().toString() : pAction->text();
     if (roiName.toLower() == NO_ROI) {
         // Only the field says 1: the computation goes on with the k it has.
         m_pKLineEdit->setText(QString::number(1.0));

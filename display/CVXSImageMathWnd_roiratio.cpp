@@ -2,7 +2,10 @@
 #include "host/vxapi/model/CROIManager.h"
 #include "host/vxapi/model/CRoiMeasurementManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
+#include "math/ToolLog.h"
 #include "window/CVXSImageMathWnd.h"
+
+#include <cmath>
 
 namespace {
 
@@ -49,6 +52,7 @@ void CVXSImageMathWnd::computeKFromROI(const QString &datasetText, const QString
         return; // what was pasted and changed stays, to be looked at
     const double sourceValue = valueOf(*sourceRecord, unit);
     const double targetValue = valueOf(*targetRecord, unit);
+    const bool areMeasured = !std::isnan(sourceValue) && !std::isnan(targetValue);
 
     if (m_bPastedROI) {
         target->roiManager()->selectLastCreatedROI();
@@ -60,6 +64,11 @@ void CVXSImageMathWnd::computeKFromROI(const QString &datasetText, const QString
     target->setModified(wasTargetModified);
     target->setUnit(targetUnit);
 
+    if (!areMeasured) {
+        imagemath::logLine(QStringLiteral("k stays as it is: \"%1\" has no total in %2 or %3")
+                               .arg(roiName, sourceText, targetText));
+        return;
+    }
     // Value in A over value in B either way; only the target's is looked at.
     if (targetValue == 0.0)
         setKFromROI(1.0f);
@@ -91,8 +100,9 @@ QString CVXSImageMathWnd::measureInBoth(CVXSDataset &source, CVXSDataset &target
     source.MeasureROIAndMakeMeasRecords(true);
     target.MeasureROIAndMakeMeasRecords(true);
     target.roiManager()->selectLastCreatedROI();
-    target.roiManager()->getSelectedROIProps(&info);
-    return info.name;
+    tagROIInfo pasted; // the copy may have another name
+    target.roiManager()->getSelectedROIProps(&pasted);
+    return pasted.name;
 }
 
 void CVXSImageMathWnd::setKFromROI(float k)

@@ -5,9 +5,13 @@
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxparser/CPLClickInfo.h"
+#include "host/vxutils/CVXUtilityFns.h"
+#include "math/ToolLog.h"
 
 #include <QCryptographicHash>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 using namespace clickinfo;
 
@@ -38,12 +42,8 @@ constexpr SConstant CONSTANTS[] = {
     {SECTION_LUMINESCENT, KEY_MATH_OPERATION},
 };
 
-// Sections that name an image file, and the file's name when they name none.
-constexpr SConstant IMAGES[] = {
-    {SECTION_LUMINESCENT, FILE_LUMINESCENT}, {SECTION_PHOTOGRAPH, FILE_PHOTOGRAPH},
-    {SECTION_FLATFIELD, "flatfield.tif"},    {SECTION_BACKGROUND, "background.tif"},
-    {SECTION_EXCITATION, "excitation.tif"},
-};
+constexpr tag_eimagetype IMAGES[] = {EIMAGE_LUMINESCENT, EIMAGE_PHOTOGRAPH, EIMAGE_FLATFIELD,
+                                     EIMAGE_BACKGROUND, EIMAGE_EXCITATION};
 
 } // namespace
 
@@ -76,14 +76,18 @@ imagemath::OperandRecord imagemath::recordOf(const CVXSDataset &dataset)
 QVector<imagemath::FileRecord> imagemath::imageFilesOf(const CVXSDataset &dataset, const QString &folder)
 {
     QVector<FileRecord> files;
-    for (const SConstant &image : IMAGES) {
-        const CPLSection *section = (*dataset.getClickInfo())[QString::fromLatin1(image.section)];
-        if (!section)
+    const bool isOwnFolder = QDir(folder) == QDir(dataset.getFolderPath());
+    for (const tag_eimagetype type : IMAGES) {
+        const QString name = dataset.getImageFileName(type);
+        if (!dataset.getImageList()->isPresent(type) || !CVXUtilityFns::isSafeFileName(name))
             continue;
-        QString name;
-        section->getSectionName(&name, false);
-        if (name.isEmpty())
-            name = QString::fromLatin1(image.key);
+        if (isOwnFolder && !dataset.isImageFileAsRead(type)) {
+            logLine(QStringLiteral(
+                        "%1%2: the file was changed after it had been read; the result is of the image as it "
+                        "was read, and does not say which file that is")
+                        .arg(folder, name));
+            continue;
+        }
         const QString hash = sha256OfFile(folder + name);
         if (!hash.isEmpty())
             files.append({name, hash});
@@ -93,6 +97,9 @@ QVector<imagemath::FileRecord> imagemath::imageFilesOf(const CVXSDataset &datase
 
 QString imagemath::sha256OfFile(const QString &path)
 {
+    // A pipe of that name would keep the reader waiting for ever.
+    if (!QFileInfo(path).isFile())
+        return QString();
     QFile file(path);
     QCryptographicHash hash(QCryptographicHash::Sha256);
     if (!file.open(QIODevice::ReadOnly) || !hash.addData(&file))

@@ -8,6 +8,7 @@
 #include "host/vxutils/CVXPreference.h"
 #include "math/ToolLog.h"
 #include "result/ResultClickInfo.h"
+#include "result/ResultFolderLock.h"
 #include "window/CVXSImageMathWnd.h"
 
 #include <memory>
@@ -124,6 +125,7 @@ ESTATUS CVXSImageMathWnd::writeResultClickInfo(const QString &pathA, const QStri
         return status;
     const SResultFacts facts = resultFacts();
     const SDisplayFacts display = displayFacts();
+    m_resultLock.reset();
     CPLClickInfo infoB;
     CPLClickInfo result;
     for (const QString &key : sectionKeys()) {
@@ -136,6 +138,8 @@ ESTATUS CVXSImageMathWnd::writeResultClickInfo(const QString &pathA, const QStri
                 QStringLiteral("Every click number for a result of %1 is taken").arg(facts.clickA));
             return ESTATUS_RESULT_FOLDER;
         }
+        if (!m_resultLock && !reserveResultFolder(facts.clickA))
+            return ESTATUS_RESULT_FOLDER;
         auto section = std::make_unique<CPLSection>();
         section->setSectionKey(key);
         if (isSection(key, SECTION_CLICK_NUMBER))
@@ -211,8 +215,13 @@ std::string CVXSImageMathWnd::describeResult(const QString &folderA, const QStri
         record.photograph = {isFromA ? record.a.clickNumber : record.b.clickNumber,
                              photographIn(isFromA ? folderA : folderB)};
     }
-    if (!record.maskPhotograph.clickNumber.isEmpty())
-        record.maskPhotograph.file = photographIn(folderB);
+    if (!record.maskPhotograph.clickNumber.isEmpty() && m_pDatasetB) {
+        const QString name = m_pDatasetB->getImageFileName(EIMAGE_PHOTOGRAPH);
+        for (const imagemath::FileRecord &file : qAsConst(record.b.files)) {
+            if (file.name == name)
+                record.maskPhotograph.file = file;
+        }
+    }
     return imagemath::toJson(record).toStdString();
 }
 

@@ -6,6 +6,7 @@
 #include "host/vxutils/CVXPreference.h"
 #include "host/vxutils/deleteFolderTree.h"
 #include "math/ToolLog.h"
+#include "result/ResultFolderLock.h"
 #include "window/CVXSImageMathWnd.h"
 
 #include <QDir>
@@ -46,6 +47,12 @@ void CVXSImageMathWnd::onClickDisplayResultForMeasuring()
     m_pDisplayBtn->setEnabled(true);
     copyPhotograph();
     saveUnsavedOverview();
+    if (!hasPlaceOnDisk(clickA) || !hasPlaceOnDisk(clickB)) {
+        imagemath::logLine(
+            QStringLiteral("The sequence %1 has no folder on disk yet").arg(m_pSequence->getSequenceID()));
+        imagemath::logLine(QStringLiteral("ClickInfo creation failed"));
+        return;
+    }
 
     QString pathA = clickInfoFolder(clickA);
     QString pathB = clickInfoFolder(clickB);
@@ -56,11 +63,16 @@ void CVXSImageMathWnd::onClickDisplayResultForMeasuring()
     pathA += QString::fromLatin1(clickinfo::FILE_CLICK_INFO);
     pathB += QString::fromLatin1(clickinfo::FILE_CLICK_INFO);
 
-    if (writeResultClickInfo(pathA, pathB) != ESTATUS_SUCCESS) {
+    const ESTATUS written = writeResultClickInfo(pathA, pathB);
+    const ESTATUS analyzed = written == ESTATUS_SUCCESS
+                                 ? writeAnalyzedClickInfo(analyzedPathOf(pathA), analyzedPathOf(pathB))
+                                 : written;
+    m_resultLock.reset();
+    if (written != ESTATUS_SUCCESS) {
         imagemath::logLine(QStringLiteral("ClickInfo creation failed"));
         return;
     }
-    if (writeAnalyzedClickInfo(analyzedPathOf(pathA), analyzedPathOf(pathB)) != ESTATUS_SUCCESS) {
+    if (analyzed != ESTATUS_SUCCESS) {
         imagemath::logLine(QStringLiteral("Analyzed ClickInfo creation failed"));
         return;
     }
@@ -116,6 +128,13 @@ QString CVXSImageMathWnd::clickInfoFolder(const QString &click) const
     return m_pSequence->getDatasetFolderPath(click);
 }
 
+// A relative path would mean the folder in which the workspace was started.
+bool CVXSImageMathWnd::hasPlaceOnDisk(const QString &click) const
+{
+    return QDir::isAbsolutePath(clickInfoFolder(click)) &&
+           QDir::isAbsolutePath(m_pSequence->getDatasetFolderPath(click));
+}
+
 // A copy on disk of a dataset that is only in memory, which goes on being only in memory.
 QString CVXSImageMathWnd::saveTemporaryCopy(CVXSDataset &dataset, const QString &click) const
 {
@@ -125,10 +144,34 @@ QString CVXSImageMathWnd::saveTemporaryCopy(CVXSDataset &dataset, const QString 
     QDir().mkdir(folder);
     const QString ownFolder = dataset.getFolderPath();
     const bool wasModified = dataset.isModified();
+    const bool wasToBeSaved = dataset.isImageMathToBeSaved();
     dataset.saveDatasetAs(folder + QLatin1Char('/'));
     dataset.setFolderPath(ownFolder);
     dataset.setModified(wasModified);
+    dataset.setImageMathToBeSaved(wasToBeSaved);
     return folder + QLatin1Char('/');
+}
+
+// The name is free until somebody has finished a result of it, which may be another workspace.
+bool CVXSImageMathWnd::reserveResultFolder(const QString &clickA)
+{
+    constexpr int PATIENCE = 10000; // ms, for the other one to write its result
+    for (;;) {
+        const QString folder = CVXPreference::getProgramDataPath() + QLatin1Char('/') + m_resultClickNumber;
+        QDir().mkdir(folder);
+        m_resultLock = std::make_unique<ResultFolderLock>(folder);
+        if (!m_resultLock->take(PATIENCE)) {
+            imagemath::logLine(folder + QStringLiteral(": another workspace is writing a result there"));
+            return false;
+        }
+        const QString free = makeResultClickNumber(clickA);
+        if (free == m_resultClickNumber)
+            return true;
+        m_resultLock.reset();
+        if (free.isNull())
+            return false;
+        m_resultClickNumber = free;
+    }
 }
 
 ESTATUS CVXSImageMathWnd::prepareResultFolder()
@@ -138,9 +181,12 @@ ESTATUS CVXSImageMathWnd::prepareResultFolder()
         QDir().mkdir(folder);
     if (!m_resultClickNumber.isEmpty()) {
         const QStringList files = QDir(folder).entryList(QDir::Files, QDir::Name);
-        for (const QString &file : files) {
-            if (!QFile::remove(folder + QLatin1Char('/') + file))
+        for (const QString &name : files) {
+            QFile file(folder + QLatin1Char('/') + name);
+            if (!file.remove()) {
+                imagemath::logLine(file.fileName() + QStringLiteral(": ") + file.errorString());
                 return ESTATUS_RESULT_FOLDER;
+            }
         }
     }
     m_resultFolderPath = folder + QLatin1Char('/');

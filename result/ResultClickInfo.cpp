@@ -4,6 +4,7 @@
 #include "host/vxapi/model/ClickInfoKeys.h"
 #include "host/vxparser/CPLSection.h"
 #include "host/vxutils/CVXSLog.h"
+#include "host/vxutils/writeWhole.h"
 #include "result/NoteText.h"
 
 #include <QFileInfo>
@@ -18,10 +19,6 @@ using resultclickinfo::SResultFacts;
 // Keys of a result, beside those of every dataset.
 const QString SATURATED = QStringLiteral("Saturated");
 const QString CCD_CORRECTED = QStringLiteral("CCD Corrected");
-const QString MATH_K = QStringLiteral("Image Math k");
-const QString CLICK_A = QStringLiteral("Image Math A ClickNumber");
-const QString CLICK_B = QStringLiteral("Image Math B ClickNumber");
-const QString CLICK_PHOTOGRAPH = QStringLiteral("Image Math Photo ClickNumber");
 const QString IS_ROTATED = QStringLiteral("isRotated");
 const QString RAW_MIN = QStringLiteral("Raw Color Table Min");
 const QString RAW_MAX = QStringLiteral("Raw Color Table Max");
@@ -64,11 +61,11 @@ void addKeyBlock(CPLSection &target, const QString &acquisitionDate, const SResu
     target.addKeyValue(text(KEY_FLATFIELD_CORRECTED), flag(facts.isFlatFieldCorrected));
     target.addKeyValue(text(KEY_FL_BACKGROUND_CORRECTED), flag(facts.isFluorescenceBackgroundSubtracted));
     target.addKeyValue(text(KEY_MATH_OPERATION), facts.operation);
-    target.addKeyValue(MATH_K, facts.k);
-    target.addKeyValue(CLICK_A, facts.clickA);
-    target.addKeyValue(CLICK_B, facts.clickB);
+    target.addKeyValue(text(KEY_MATH_K), facts.k);
+    target.addKeyValue(text(KEY_MATH_A), facts.clickA);
+    target.addKeyValue(text(KEY_MATH_B), facts.clickB);
     if (!facts.clickPhotograph.isNull())
-        target.addKeyValue(CLICK_PHOTOGRAPH, facts.clickPhotograph);
+        target.addKeyValue(text(KEY_MATH_PHOTOGRAPH), facts.clickPhotograph);
 }
 
 // A result belongs to no sequence and to no place in one.
@@ -87,12 +84,12 @@ QString luminescentNote(QString note, const SResultFacts &facts)
     notetext::append(note, text(KEY_BACKGROUND_CORRECTED), flag(facts.isBackgroundSubtracted));
     notetext::append(note, text(KEY_FLATFIELD_CORRECTED), flag(facts.isFlatFieldCorrected));
     notetext::append(note, text(KEY_MATH_OPERATION), facts.operation);
-    notetext::append(note, MATH_K, facts.k);
-    notetext::append(note, CLICK_A, facts.clickA);
-    notetext::append(note, CLICK_B, facts.clickB);
+    notetext::append(note, text(KEY_MATH_K), facts.k);
+    notetext::append(note, text(KEY_MATH_A), facts.clickA);
+    notetext::append(note, text(KEY_MATH_B), facts.clickB);
     notetext::replace(note, text(KEY_BINNING), QString::asprintf("%d", facts.binning));
     if (!facts.clickPhotograph.isNull())
-        notetext::append(note, CLICK_PHOTOGRAPH, facts.clickPhotograph);
+        notetext::append(note, text(KEY_MATH_PHOTOGRAPH), facts.clickPhotograph);
     return note;
 }
 
@@ -158,7 +155,7 @@ void resultclickinfo::fillClickNumber(CPLSection &target, const CPLSection *sour
 
 void resultclickinfo::fillLuminescent(CPLSection &target, const CPLSection *source, const SResultFacts &facts)
 {
-    QString acquisitionDate;
+    QString acquisitionDate = QStringLiteral(""); // empty, not absent
     bool hasNote = false;
     forEachPair(source, [&](const QString &key, const QString &value) {
         if (isKey(key, KEY_ACQUISITION_DATE))
@@ -178,7 +175,7 @@ void resultclickinfo::fillLuminescent(CPLSection &target, const CPLSection *sour
 
 void resultclickinfo::fillPhotograph(CPLSection &target, const CPLSection *source)
 {
-    QString acquisitionDate;
+    QString acquisitionDate = QStringLiteral(""); // empty, not absent
     forEachPair(source, [&](const QString &key, const QString &value) {
         if (isKey(key, KEY_ACQUISITION_DATE))
             acquisitionDate = value;
@@ -224,7 +221,7 @@ void resultclickinfo::fillAnalyzedClickNumber(CPLSection &target, const CPLSecti
 
 void resultclickinfo::copyImageFile(const QString &from, const QString &to)
 {
-    if (!QFileInfo::exists(from))
+    if (!QFileInfo(from).isFile())
         return;
     QFile source(from);
     QSaveFile target(to);
@@ -234,6 +231,6 @@ void resultclickinfo::copyImageFile(const QString &from, const QString &to)
         vxLog(3, from + QStringLiteral(": ") + source.errorString());
         return;
     }
-    if (!target.open(QIODevice::WriteOnly) || target.write(bytes) != bytes.size() || !target.commit())
+    if (!target.open(QIODevice::WriteOnly) || !writeWhole(target, bytes) || !target.commit())
         vxLog(3, to + QStringLiteral(": ") + target.errorString());
 }

@@ -8,6 +8,7 @@
 #include "host/vxapi/view/CVXSMultiImageView.h"
 #include "host/vxapi/view/CVXSTextTag.h"
 #include "host/vxutils/CVXUtilityFns.h"
+#include "result/ResultFolderLock.h"
 
 #include <QCloseEvent>
 #include <QDoubleValidator>
@@ -63,6 +64,15 @@ void CVXSImageMathWnd::closeEvent(QCloseEvent *e)
     if (auto *subWindow = qobject_cast<CVXSMdiSubWindow *>(parentWidget()))
         subWindow->hideWindow();
     e->ignore();
+}
+
+// What the sequence told a hidden or minimised window is made up for, so that it never shows (or saves) an
+// image of another unit than it says.
+void CVXSImageMathWnd::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    if (m_bMissedUpdate)
+        updateImageMathWindow();
 }
 
 void CVXSImageMathWnd::resizeEvent(QResizeEvent *e)

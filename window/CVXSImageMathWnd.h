@@ -22,6 +22,8 @@ class QAction;
 class QCloseEvent;
 class QMenu;
 class QResizeEvent;
+class QShowEvent;
+class ResultFolderLock;
 struct downloaded_save_data;
 struct SColorbar;
 namespace imagemath {
@@ -120,6 +122,8 @@ protected Q_SLOTS:
     virtual void languageChange();
 
 protected:
+    void showEvent(QShowEvent *event) override;
+
     // Steps of the operations above.
     QString currentClickA() const;
     QString currentClickB() const;
@@ -145,8 +149,10 @@ protected:
     std::string describeResult(const QString &folderA, const QString &folderB) const;
     void copyPhotograph();
     void saveUnsavedOverview();
+    bool reserveResultFolder(const QString &clickA);
     void loadResult();
     QString clickInfoFolder(const QString &click) const;
+    bool hasPlaceOnDisk(const QString &click) const;
     QString saveTemporaryCopy(CVXSDataset &dataset, const QString &click) const;
     void showWhatIsSet();
     bool askToSaveSequence();
@@ -181,10 +187,12 @@ protected:
     imagemath::ResultRecord m_resultRecord; ///< how the result image was made; empty without one
     CILImage m_photoImage;                  ///< copy of the photograph that goes with the last result dataset
     QString m_resultClickNumber;
-    QString m_resultFolderPath; ///< ends in "/"
+    QString m_resultFolderPath;                     ///< ends in "/"
+    std::unique_ptr<ResultFolderLock> m_resultLock; ///< while a result is written
     bool m_bCannotCombine = false;
     QStringList m_messages;        ///< lines of the result tag while there is no result to show
     bool m_bRefreshEnabled = true; ///< false exactly while the computation emits a colour-range signal
     bool m_bHandleClose = false;
+    bool m_bMissedUpdate = false;      ///< the sequence changed while the window was hidden or minimised
     bool m_bSavedForImageMath = false; ///< the person agreed to save the sequence at binding
 };

@@ -12,6 +12,8 @@
 #include <QMessageBox>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int IMAGE_BORDER = 10;
@@ -163,11 +165,14 @@ void CVXSImageMathWnd::updatePhotographChoice()
     m_pPhotoFromCB->setEnabled(inA || inB);
     if (!inA && !inB)
         return;
+    const QString chosen = m_pPhotoFromCB->currentText();
     m_pPhotoFromCB->clear();
     if (inA)
         m_pPhotoFromCB->addItem(QStringLiteral("A"));
     if (inB)
         m_pPhotoFromCB->addItem(QStringLiteral("B"));
+    // What the person chose stays as long as it is offered; otherwise the first is taken.
+    m_pPhotoFromCB->setCurrentIndex(std::max(0, m_pPhotoFromCB->findText(chosen)));
 }
 
 void CVXSImageMathWnd::onSelectClickNumberFromList()
@@ -193,6 +198,7 @@ void CVXSImageMathWnd::onSelectClickNumberFromList()
 
 void CVXSImageMathWnd::updateImageMathWindow()
 {
+    m_bMissedUpdate = !isVisible();
     if (!isVisible() || m_pListBoxA->count() == 0 || m_pListBoxB->count() == 0 || !m_pSequence)
         return;
     struct Remembered

@@ -23,7 +23,8 @@ constexpr std::size_t kStripBytes = std::size_t(256) << 10;
 // Classic TIFF counts in 32 bits; the directory and the strip table need some room as well.
 constexpr std::uint64_t kClassicLimit = (std::uint64_t(1) << 32) - (std::uint64_t(64) << 20);
 
-/// A file under a name of its own in the target's folder, removed unless it was renamed to the target.
+/// A file under a name of its own in the target's folder, removed unless it was renamed to the target. The
+/// name is not hidden: what a killed program leaves behind is seen by those who clear the folder.
 class FileBeside
 {
 public:
@@ -31,8 +32,7 @@ public:
     {
         const std::size_t slash = m_target.rfind('/');
         m_folder = slash == std::string::npos ? "." : m_target.substr(0, slash + 1);
-        const std::string stem =
-            (slash == std::string::npos ? "" : m_folder) + ".part-" + std::to_string(getpid()) + "-";
+        const std::string stem = m_target + ".part-" + std::to_string(getpid()) + "-";
         for (unsigned attempt = 0; attempt < 1000 && m_descriptor < 0; ++attempt) {
             m_path = stem + std::to_string(attempt);
             m_descriptor = ::open(m_path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
@@ -158,16 +158,21 @@ EILSTATUS writeTiff(const char *path, PixelStore &pixels, const std::string &des
             std::uint32_t(std::clamp<std::size_t>(kStripBytes / rowBytes, 1, pixels.height()));
         const bool big = rowBytes * pixels.height() + description.size() > kClassicLimit;
         TiffHandle tiff;
+        const auto because = [] {
+            return errno ? std::string(" (") + std::strerror(errno) + ")" : std::string();
+        };
+        errno = 0;
         const int descriptor = file.duplicate();
         if (descriptor < 0 || !tiff.openDescriptor(descriptor, file.path().c_str(), big ? "w8" : "w")) {
+            const std::string system = because();
             if (descriptor >= 0)
                 ::close(descriptor);
-            return fileError(EIL_FILE_NOT_WRITABLE, name, tiff.error("it cannot be created"));
+            return fileError(EIL_FILE_NOT_WRITABLE, name, tiff.error("it cannot be created") + system);
         }
         setTags(tiff.get(), pixels, type, rowsPerStrip, description);
         errno = 0;
         if (!writeStrips(tiff.get(), pixels, type, rowsPerStrip) || !TIFFWriteDirectory(tiff.get())) {
-            const std::string system = errno ? std::string(" (") + std::strerror(errno) + ")" : std::string();
+            const std::string system = because();
             return fileError(EIL_FILE_NOT_WRITABLE, name, tiff.error("it cannot be written") + system);
         }
         tiff.close();

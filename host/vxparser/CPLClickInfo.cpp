@@ -3,6 +3,7 @@
 
 #include "host/vxparser/ClickInfoText.h"
 #include "host/vxutils/CVXSLog.h"
+#include "host/vxutils/writeWhole.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -158,7 +159,7 @@ ESTATUS CPLClickInfo::saveClickInfo(const QString &path) const
     if (bytes.size() > MAX_FILE_BYTES)
         return fail(ESTATUS_FAILURE, path, tooBig());
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+    if (!file.open(QIODevice::WriteOnly) || !writeWhole(file, bytes) || !file.commit())
         return fail(ESTATUS_FILE_NOT_WRITABLE, path, file.errorString());
     return ESTATUS_SUCCESS;
 }

@@ -136,7 +136,7 @@ void tst_ClosingResults::eitherMarkAsks_data()
     QTest::addColumn<bool>("modified");
     QTest::addColumn<QString>("words");
     QTest::newRow("a change") << true << "has changes that are not saved";
-    QTest::newRow("a result that is to be saved") << false << "has not been saved by you yet";
+    QTest::newRow("a result that is to be saved") << false << "You have not saved the result";
 }
 
 void tst_ClosingResults::eitherMarkAsks()

@@ -115,8 +115,8 @@ void tst_DatasetLoader::aResultOfTheProgramDataFolderStaysKnown()
 {
     WorkspaceFixture fixture;
     // Written after the start, as a tool does it.
-    const QString folder = writeDataset(CVXPreference::getProgramDataPath(), CLICK);
     QVERIFY(!CVXSDataset::getDataset(CLICK));
+    const QString folder = writeDataset(CVXPreference::getProgramDataPath(), CLICK);
     QCOMPARE(load(fixture.window.get(), folder + "/ClickInfo.txt"), ESTATUS_SUCCESS);
     CVXSDataset *dataset = CVXSDataset::getOpenDataset(CLICK);
     QVERIFY(dataset);

@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QGridLayout>
 #include <QLabel>
+#include <QMdiSubWindow>
 #include <QMenu>
 
 using namespace resultcheck;
@@ -24,6 +25,7 @@ private Q_SLOTS:
     void cleanup() { m_fixture.reset(); }
     void withoutAResultItSaysSo();
     void itComesWithAResult();
+    void itDoesNotHideTheResult();
     void onceClosedItStaysAway();
     void itTellsHowTheResultWasMade();
     void itShowsWhatClickInfoMakesOfK_data();
@@ -126,6 +128,16 @@ void tst_HowMadePanel::itComesWithAResult()
     QVERIFY(panel()->isVisible());
     QCOMPARE(panel()->findChild<QLabel *>("howMadeTitle")->text(), result->getClickNumber());
     QVERIFY(button("howMadeCheck")->isEnabled() && button("howMadeCopy")->isEnabled());
+}
+
+void tst_HowMadePanel::itDoesNotHideTheResult()
+{
+    QVERIFY(m_fixture->makePlainResult());
+    const QMdiSubWindow *frame = m_fixture->workspace.window->workspace()->currentSubWindow();
+    const QWidget *area = frame->parentWidget();
+    QTRY_VERIFY(area->width() <= m_fixture->workspace.window->width() - panel()->width());
+    QTRY_VERIFY2(frame->geometry().right() < area->width(),
+                 qPrintable(QString("%1 of %2").arg(frame->geometry().right()).arg(area->width())));
 }
 
 void tst_HowMadePanel::onceClosedItStaysAway()

@@ -44,6 +44,8 @@ class tst_Program : public QObject
 
 private Q_SLOTS:
     void opensTheSequencesOfItsCommandLine();
+    void opensADatasetOfItsCommandLine_data();
+    void opensADatasetOfItsCommandLine();
     void tellsWhatCannotBeOpened();
     void helpNeedsNoDisplay();
     void mistakesEndIt();
@@ -58,6 +60,25 @@ void tst_Program::opensTheSequencesOfItsCommandLine()
     QVERIFY(logsBeforeItIsEnded(
         {"--plugins", dir.path(), "--log", log, one, other}, log,
         {"Sequence opened: AB20260102030405_SEQ", "Sequence opened: CD20260102030405_SEQ"}));
+    QVERIFY2(!readFile(log).contains("[3]"), readFile(log));
+}
+
+void tst_Program::opensADatasetOfItsCommandLine_data()
+{
+    QTest::addColumn<QString>("ending");
+    QTest::newRow("by its folder") << "";
+    QTest::newRow("by its ClickInfo.txt") << "/ClickInfo.txt";
+}
+
+void tst_Program::opensADatasetOfItsCommandLine()
+{
+    QFETCH(QString, ending);
+    QTemporaryDir dir;
+    const QString sequence = writeSequence(dir.path(), "AB20260102030405_SEQ", "AB");
+    const QString log = dir.filePath("log.txt");
+    QVERIFY(
+        logsBeforeItIsEnded({"--plugins", dir.path(), "--log", log, sequence + "AB20260102030406" + ending},
+                            log, {"Dataset opened: AB20260102030406"}));
     QVERIFY2(!readFile(log).contains("[3]"), readFile(log));
 }
 

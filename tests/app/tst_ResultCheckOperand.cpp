@@ -136,16 +136,31 @@ void tst_ResultCheckOperand::aResultOfAnUnsavedOperandIsTheSame()
 void tst_ResultCheckOperand::aResultOfAResultIsTheSame()
 {
     QVERIFY(m_fixture->open({clickA(), clickB()}));
-    CVXSDataset *first = m_fixture->makeResult(1, "0.37", EUNIT_RADIANCE);
+    const CVXSDataset *first = m_fixture->makeResult(1, "0.37", EUNIT_RADIANCE);
     QVERIFY(first);
-    QVERIFY(m_fixture->sequence->addDataset(first));
-    QCOMPARE(m_fixture->sequence->save(), ESTATUS_SUCCESS);
+    QCOMPARE(m_fixture->sequence->save(), ESTATUS_SUCCESS); // its unit is another one now
+    QVERIFY(closeSequence());
+    // The person takes a copy of the first result into the sequence, under a name of its own.
+    const QString copy = "AB20260102030999";
+    const QString folder = m_fixture->folder + copy + '/';
+    QVERIFY(QDir().mkpath(folder));
+    for (const QString &file : QDir(first->getFolderPath()).entryList(QDir::Files))
+        QVERIFY(QFile::copy(first->getFolderPath() + file, folder + file));
+    QVERIFY(ResultCheckFixture::edit(folder + "ClickInfo.txt",
+                                     "[ClickNumber]: " + first->getClickNumber().toUtf8(),
+                                     "[ClickNumber]: " + copy.toUtf8()));
+    const QByteArray last = QByteArray("Click = ") + B + "\n";
+    QVERIFY(ResultCheckFixture::edit(m_fixture->folder + "SequenceInfo.txt", last,
+                                     last + "Click = " + copy.toUtf8() + "\n"));
+    QVERIFY(m_fixture->openAgain());
+    QCOMPARE(m_fixture->sequence->getDataset(copy)->getDatasetType(), 1);
+
     const CVXSDataset *second = m_fixture->makeResult(3, "12", EUNIT_RADIANCE, false, 2, 1);
     QVERIFY(second);
-    QCOMPARE(recordOf(second).a.clickNumber, first->getClickNumber());
+    QCOMPARE(recordOf(second).a.clickNumber, copy);
     const ResultCheck outcome = check(second);
     QVERIFY2(outcome.verdict == Verdict::Same, told(outcome).constData());
-    QVERIFY(ResultCheckFixture::setPixel(resultFile(first), 3, 5.0f));
+    QVERIFY(ResultCheckFixture::setPixel(folder + "luminescent.tif", 3, 5.0f));
     const ResultCheck changed = check(second);
     QVERIFY2(changed.verdict == Verdict::DifferentAsChanged, told(changed).constData());
     QVERIFY2(changed.headline.contains("1 of 1024 pixels differ"), told(changed).constData());

@@ -4,6 +4,7 @@
 #include "host/vxapi/model/CVXSDataset.h" // the guarded pointers below follow it
 #include "window/CVXSImageMathWnd.h"
 
+#include <functional>
 #include <QMap>
 #include <QVariant>
 
@@ -20,7 +21,9 @@ public:
     int computations = 0;
     int computationsWithoutView = 0;
     int photographChoices = 0;
-    QStringList order; ///< computation, doSettings, refreshImages as they came
+    bool agreesToAngles = false;          ///< goes on without a look at the imaging angles
+    std::function<void()> beforeAnalyzed; ///< called before the analyzed record is written
+    QStringList order;                    ///< computation, doSettings, refreshImages as they came
 
     void forgetCalls()
     {
@@ -33,6 +36,7 @@ public:
     using CVXSImageMathWnd::languageChange;
     using CVXSImageMathWnd::m_bCannotCombine;
     using CVXSImageMathWnd::m_bHandleClose;
+    using CVXSImageMathWnd::m_bPastedROI;
     using CVXSImageMathWnd::m_bRefreshEnabled;
     using CVXSImageMathWnd::m_bSavedForImageMath;
     using CVXSImageMathWnd::m_kMaximum;
@@ -64,6 +68,16 @@ public:
         CVXSImageMathWnd::updatePhotographChoice();
     }
 
+    ESTATUS checkImagingAngles(const QString &pathA, const QString &pathB) override
+    {
+        return agreesToAngles ? ESTATUS_SUCCESS : CVXSImageMathWnd::checkImagingAngles(pathA, pathB);
+    }
+    ESTATUS writeAnalyzedClickInfo(const QString &analyzedPathA, const QString &analyzedPathB) override
+    {
+        if (beforeAnalyzed)
+            beforeAnalyzed();
+        return CVXSImageMathWnd::writeAnalyzedClickInfo(analyzedPathA, analyzedPathB);
+    }
     void onClickDisplayResultForMeasuring() override
     {
         if (note("onClickDisplayResultForMeasuring"))

@@ -357,6 +357,16 @@ CILImage *CVXSDataset::Private::coreImage(tag_eimagetype type)
     return image;
 }
 
+QString CVXSDataset::getImageFileName(tag_eimagetype type) const
+{
+    return DatasetImages::isKind(type) ? d->images.fileName(type) : QString();
+}
+
+bool CVXSDataset::isImageFileAsRead(tag_eimagetype type) const
+{
+    return !DatasetImages::isKind(type) || d->images.isFileAsRead(type, d->folder);
+}
+
 void CVXSDataset::setCoreImage(tag_eimagetype type, const CILImage &image)
 {
     if (!DatasetImages::isKind(type) || image.isEmpty()) {

@@ -94,6 +94,11 @@ public:
     /// be read (then a log line of level 3 names file and reason, once; the file is not read again, and
     /// lastError() tells it each time). Pixels may be changed in place; saveDatasetAs() then writes them.
     CILImage *getCoreImage(tag_eimagetype type) const;
+    /// The name of that image's file in the dataset's folder.
+    QString getImageFileName(tag_eimagetype type) const;
+    /// False when the image was read from its file and the file is another one since (by size and time): what
+    /// is computed and what lies on disk then differ.
+    bool isImageFileAsRead(tag_eimagetype type) const;
     /// Gives the dataset an image. The luminescent one's binning factor is written to ClickInfo. An empty
     /// image is refused with a log line. Emits calibrationChanged().
     void setCoreImage(tag_eimagetype type, const CILImage &image);

@@ -88,7 +88,7 @@ ESTATUS CVXSDataset::saveDatasetAs(const QString &folder)
     d->isOnDisk = true;
     d->isModified = false;
     d->isImageMathToBeSaved = false;
-    d->images.markSaved();
+    d->images.markSaved(target);
     d->markRoisSaved();
     return ESTATUS_SUCCESS;
 }

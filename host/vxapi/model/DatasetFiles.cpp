@@ -2,6 +2,7 @@
 #include "host/vxapi/model/DatasetFiles.h"
 
 #include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxutils/writeWhole.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -68,7 +69,7 @@ ESTATUS datasetfiles::copyFile(const QString &from, const QString &to, QString *
         const QByteArray bytes = source.read(CHUNK);
         if (bytes.isEmpty())
             return failed(ESTATUS_FILE_NOT_READABLE, from, source.errorString(), error);
-        if (target.write(bytes) != bytes.size())
+        if (!writeWhole(target, bytes))
             return failed(ESTATUS_FILE_NOT_WRITABLE, to, target.errorString(), error);
     }
     if (!target.commit())

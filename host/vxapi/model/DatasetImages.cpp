@@ -51,6 +51,8 @@ const SImageKind &DatasetImages::kind(tag_eimagetype type)
 
 void DatasetImages::scan(const CPLClickInfo &info, const QString &folder, QStringList *refused)
 {
+    // The tool writes a result's images under these names, whatever the operand's were called.
+    const bool isResult = !textOf(info, SECTION_LUMINESCENT, KEY_MATH_OPERATION).isNull();
     for (const SImageKind &kind : kinds()) {
         Slot &found = slot(kind.type);
         found = Slot();
@@ -59,7 +61,7 @@ void DatasetImages::scan(const CPLClickInfo &info, const QString &folder, QStrin
         const CPLSection *section = info[QString::fromLatin1(kind.section)];
         if (!section)
             continue;
-        const QString name = nameOf(*section, kind);
+        const QString name = isResult ? QString::fromLatin1(kind.fileName) : nameOf(*section, kind);
         if (!CVXUtilityFns::isSafeFileName(name)) {
             *refused += translated("\"%1\" is refused as the file of the %2: it is not a plain file name")
                             .arg(name, translated(kind.name));
@@ -80,12 +82,14 @@ CILImage *DatasetImages::image(tag_eimagetype type, const QString &folder)
     if (!isPresent(type) || wanted.image || !wanted.error.isEmpty())
         return wanted.image.get();
     const QString path = folder + wanted.fileName;
+    const Stamp stamp = stampOf(path); // before the reading, so that what changes meanwhile is seen
     auto read = std::make_unique<CILImage>();
     if (read->loadTIFF(QFile::encodeName(path).constData()) != EIL_SUCCESS) {
         wanted.error = QString::fromStdString(CILImage::lastError());
         return nullptr;
     }
     wanted.storedContent = read->contentId();
+    wanted.stamp = stamp;
     wanted.image = std::move(read);
     return wanted.image.get();
 }
@@ -150,10 +154,24 @@ ESTATUS DatasetImages::saveOne(const Slot &slot, const QString &folder, const QS
     return ESTATUS_SUCCESS;
 }
 
-void DatasetImages::markSaved()
+void DatasetImages::markSaved(const QString &folder)
 {
     for (Slot &slot : m_slots) {
-        if (slot.image)
-            slot.storedContent = slot.image->contentId();
+        if (!slot.image)
+            continue;
+        slot.storedContent = slot.image->contentId();
+        slot.stamp = stampOf(folder + slot.fileName);
     }
+}
+
+DatasetImages::Stamp DatasetImages::stampOf(const QString &path)
+{
+    const QFileInfo file(path);
+    return {file.size(), file.lastModified()};
+}
+
+bool DatasetImages::isFileAsRead(tag_eimagetype type, const QString &folder) const
+{
+    const Slot &read = slot(type);
+    return !read.image || read.stamp.size < 0 || read.stamp == stampOf(folder + read.fileName);
 }

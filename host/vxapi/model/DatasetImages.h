@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <QDateTime>
 #include <QString>
 #include <QStringList>
 
@@ -50,18 +51,29 @@ public:
     void set(tag_eimagetype type, const CILImage &image, CPLClickInfo *info);
 
     QString fileName(tag_eimagetype type) const;
+    /// False when that image was read from a file that is no longer what lies in `folder` (by size and time).
+    bool isFileAsRead(tag_eimagetype type, const QString &folder) const;
     /// Writes the images into `target`: byte for byte as they are in `folder` when they were not changed.
     /// `error` receives "file: reason".
     ESTATUS save(const QString &folder, const QString &target, QString *error) const;
     /// To be called when everything of the dataset lies where its folder is from now on.
-    void markSaved();
+    void markSaved(const QString &folder);
 
 private:
+    /// What tells a file from another one of its name without reading it.
+    struct Stamp
+    {
+        qint64 size = -1; ///< -1: not from a file
+        QDateTime modified;
+        bool operator==(const Stamp &other) const { return size == other.size && modified == other.modified; }
+    };
+    static Stamp stampOf(const QString &path);
     struct Slot
     {
         QString fileName;
         std::unique_ptr<CILImage> image;
         std::uint64_t storedContent = 0; ///< content ID of what the file holds; 0 when that is not known
+        Stamp stamp;
         QString error;
     };
     Slot &slot(tag_eimagetype type) { return m_slots[std::size_t(type)]; }

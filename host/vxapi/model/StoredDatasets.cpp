@@ -59,14 +59,14 @@ void StoredDatasets::drop(SEntry *entry)
 
 void StoredDatasets::registerFolder(const QString &folder)
 {
-    const QString root = datasetfiles::folderPath(folder);
+    m_root = datasetfiles::folderPath(folder);
     QMap<QString, SEntry> found;
     const QStringList names =
-        root.isEmpty()
+        m_root.isEmpty()
             ? QStringList()
-            : QDir(root).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Unsorted);
+            : QDir(m_root).entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Unsorted);
     for (const QString &name : names) {
-        const QString path = root + name + QLatin1Char('/');
+        const QString path = m_root + name + QLatin1Char('/');
         const auto known = m_entries.find(name);
         const bool isKnown = known != m_entries.end() && known->about.folder == path;
         SEntry entry;
@@ -83,8 +83,18 @@ void StoredDatasets::registerFolder(const QString &folder)
     m_entries = found;
 }
 
+void StoredDatasets::noticeFolder(const QString &name)
+{
+    if (m_root.isEmpty() || m_entries.contains(name) || !CVXUtilityFns::isSafeFileName(name))
+        return;
+    SEntry entry;
+    if (read(m_root + name + QLatin1Char('/'), &entry))
+        m_entries.insert(name, entry);
+}
+
 CVXSDataset *StoredDatasets::find(const QString &name)
 {
+    noticeFolder(name);
     QStringList folders;
     for (auto entry = m_entries.cbegin(); entry != m_entries.cend(); ++entry) {
         if (entry->about.clickNumber == name)

@@ -34,7 +34,7 @@ public:
     /// Takes notice of what lies under that folder now, and forgets everything else.
     void registerFolder(const QString &folder);
     /// The dataset of that click number, else in the folder of that name, opened when needed; null when there
-    /// is none any more.
+    /// is none any more. A folder of that name that came since is noticed.
     CVXSDataset *find(const QString &name);
     /// In the order of their folders' names.
     QList<SStoredDataset> list() const;
@@ -62,7 +62,10 @@ private:
     /// False when nothing complete is there.
     static bool read(const QString &folder, SEntry *entry);
     static void drop(SEntry *entry);
+    /// Another workspace may have written it since the last look.
+    void noticeFolder(const QString &name);
     CVXSDataset *open(const QString &folderName);
 
+    QString m_root;                  ///< ends in "/", or empty
     QMap<QString, SEntry> m_entries; ///< by the folder's name
 };

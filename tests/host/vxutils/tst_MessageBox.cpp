@@ -15,6 +15,8 @@ private Q_SLOTS:
     void buttonTexts_data();
     void buttonTexts();
     void threeEmptyTextsGiveOneOk();
+    void asManyButtonsAsTexts_data();
+    void asManyButtonsAsTexts();
     void standardButtons_data();
     void standardButtons();
     void errorHandlerShowsAndLogs();
@@ -91,6 +93,31 @@ void tst_MessageBox::threeEmptyTextsGiveOneOk()
         QVERIFY(person.seen().closed);
         QCOMPARE(person.seen().buttons, QStringList{"OK"});
     }
+}
+
+void tst_MessageBox::asManyButtonsAsTexts_data()
+{
+    QTest::addColumn<QString>("press");
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("answer");
+    QTest::newRow("the first") << "&Save" << 0 << 0;
+    QTest::newRow("the second") << "Save &As..." << 0 << 1;
+    QTest::newRow("the fourth") << "Cancel" << 0 << 3;
+    QTest::newRow("Escape presses the escape button") << "" << int(Qt::Key_Escape) << 3;
+    QTest::newRow("Return presses the default button") << "" << int(Qt::Key_Return) << 1;
+}
+
+void tst_MessageBox::asManyButtonsAsTexts()
+{
+    QFETCH(QString, press);
+    QFETCH(int, key);
+    const QStringList texts{"&Save", "Save &As...", "&Discard", "Cancel"};
+    const CAnswer person(press, key);
+    QTEST(CVXSMessageBox::warning(nullptr, "Title", "Text", texts, 1, 3), "answer");
+    QVERIFY(person.seen().closed);
+    QCOMPARE(person.seen().buttons, texts);
+    QCOMPARE(person.seen().icon, QMessageBox::Warning);
+    QCOMPARE(person.seen().defaultButton, texts[1]);
 }
 
 void tst_MessageBox::standardButtons_data()

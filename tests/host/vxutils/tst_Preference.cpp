@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxutils/CVXPreference.h"
+#include "host/vxutils/CVXSLog.h"
 #include "host/vxutils/CVXUtilityFns.h"
 #include "tests/host/vxutils/UnprivilegedUser.h"
 
@@ -27,6 +28,7 @@ private Q_SLOTS:
     void anotherProgramDataPathIsRemembered();
     void refusedProgramDataPaths_data();
     void refusedProgramDataPaths();
+    void aDefaultPathOutsideLatin1IsTold();
     void aReadOnlyFolderIsRefused();
     void marksASequenceAsLoading();
     void iconHasEverySize();
@@ -120,6 +122,26 @@ void tst_Preference::refusedProgramDataPaths()
     QVERIFY(!CVXPreference::setProgramDataPath(QString(), &why));
     QVERIFY(!why.isEmpty());
     QVERIFY(!CVXPreference::setProgramDataPath(QString(), nullptr));
+}
+
+void tst_Preference::aDefaultPathOutsideLatin1IsTold()
+{
+    // Nobody chose it, so there is nothing to refuse; but no image could be written there.
+    const QString profile = m_profile->filePath(QString::fromUtf8("мышь"));
+    qputenv("VEXA_PROFILE_DIR", QFile::encodeName(profile));
+    getLogObject()->clear();
+    QCOMPARE(CVXPreference::getProgramDataPath(), profile + "/data");
+    QCOMPARE(CVXPreference::getProgramDataPath(), profile + "/data");
+    const QVector<SLogEntry> entries = getLogObject()->entries();
+    QCOMPARE(entries.size(), 1); // once, however often the tool asks
+    QCOMPARE(entries.first().level, 3L);
+    QVERIFY2(entries.first().detail.contains(profile) && entries.first().detail.contains("Latin-1"),
+             qPrintable(entries.first().detail));
+    // Another folder puts it right.
+    QString why;
+    QVERIFY2(CVXPreference::setProgramDataPath(m_profile->filePath("results"), &why), qPrintable(why));
+    QCOMPARE(CVXPreference::getProgramDataPath(), m_profile->filePath("results"));
+    QCOMPARE(getLogObject()->entries().size(), 1);
 }
 
 void tst_Preference::aReadOnlyFolderIsRefused()

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QLockFile>
+#include <QString>
+
+/// A result's folder, kept to this program while it is written: two workspaces on one program-data folder
+/// choose the same name at the same moment, and each would empty the folder of the other.
+///
+/// It is a hidden file in the folder, gone with the object; that of a program that was killed counts for
+/// nothing. Where it cannot be written (no rights, no room) nobody is kept off, and what follows tells why.
+class ResultFolderLock
+{
+public:
+    explicit ResultFolderLock(const QString &folder);
+
+    /// Waits for another program that has the folder, `patience` ms at most; false when it still has it.
+    bool take(int patience);
+
+private:
+    QLockFile m_file;
+};

@@ -1,0 +1,479 @@
+// SPDX-License-Identifier: MIT
+#include "host/vxparser/CPLClickInfo.h"
+#include "result/ResultFolderLock.h"
+#include "tests/safety/FailureBench.h"
+#include "tests/safety/SafetyStudy.h"
+#include "tests/safety/UserSwitch.h"
+#include "tests/support/BoxAnswerer.h"
+#include "tests/support/TestStudy.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <functional>
+
+using namespace safetystudy;
+
+namespace {
+
+const QString M = QStringLiteral("AB_M20260102030406");
+const QString N = QStringLiteral("AB_N20260102030406");
+const QString CLICK_INFO_FAILED = QStringLiteral("ClickInfo creation failed");
+const QString LOADING_FAILED = QStringLiteral("Loading Failed");
+
+using Step = std::function<bool(FailureBench &)>;
+
+bool nothing(FailureBench &)
+{
+    return true;
+}
+
+bool write(const QString &path, const QByteArray &text)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size();
+}
+
+QString clickInfoOf(const FailureBench &bench, const QString &click)
+{
+    return bench.clickFolder(click) + QStringLiteral("ClickInfo.txt");
+}
+
+/// Writes a pair into a section of the luminescent image in a click's file.
+bool setLuminescent(const FailureBench &bench, const QString &click, const QString &key, const QString &value)
+{
+    CPLClickInfo info;
+    const QString path = clickInfoOf(bench, click);
+    if (info.loadClickInfo(path, false) != ESTATUS_SUCCESS)
+        return false;
+    info[QStringLiteral("luminescent image")]->setValue(key, value);
+    return info.saveClickInfo(path) == ESTATUS_SUCCESS;
+}
+
+/// What happens to the files, what comes of the next press, and how the files come back.
+struct SFailure
+{
+    Step harm = nothing;
+    QString message;      ///< of the flow; null when a result is made all the same
+    QStringList logged;   ///< words of one line that names file and reason
+    Step check = nothing; ///< more that must hold after the press
+    Step repair = nothing;
+    bool asNobody = false; ///< pressed by a user who has to respect permissions
+    QString next = M;      ///< the click number that the next result gets
+    bool isNextWhole = true;
+};
+
+Step aside(const std::function<QString(const FailureBench &)> &pathOf)
+{
+    return [pathOf](FailureBench &bench) {
+        return QFile::rename(pathOf(bench), bench.folder().study() + QStringLiteral("/aside"));
+    };
+}
+
+Step back(const std::function<QString(const FailureBench &)> &pathOf)
+{
+    return [pathOf](FailureBench &bench) {
+        return QFile::rename(bench.folder().study() + QStringLiteral("/aside"), pathOf(bench));
+    };
+}
+
+/// The same, and a text in the file's place meanwhile.
+Step replaced(const std::function<QString(const FailureBench &)> &pathOf, const QByteArray &text)
+{
+    return [pathOf, text](FailureBench &bench) { return aside(pathOf)(bench) && write(pathOf(bench), text); };
+}
+
+Step unreplaced(const std::function<QString(const FailureBench &)> &pathOf)
+{
+    return [pathOf](FailureBench &bench) { return QFile::remove(pathOf(bench)) && back(pathOf)(bench); };
+}
+
+bool noResultFolder(FailureBench &bench)
+{
+    return !QFileInfo::exists(bench.resultFolder(M));
+}
+
+std::function<QString(const FailureBench &)> fileOf(const QString &click, const char *name)
+{
+    return [click, name](const FailureBench &bench) {
+        return bench.clickFolder(click) + QString::fromLatin1(name);
+    };
+}
+
+std::function<QString(const FailureBench &)> folderOf(const QString &click)
+{
+    return [click](const FailureBench &bench) {
+        const QString folder = bench.clickFolder(click);
+        return folder.left(folder.size() - 1);
+    };
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(SFailure)
+
+/// What can go wrong between the press of the button and the shown result, done for real: what is said, what
+/// is left, and that the window goes on working.
+class tst_FailureTables : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void theFlowSaysWhatFailedAndGoesOn_data();
+    void theFlowSaysWhatFailedAndGoesOn();
+    void aDeclinedImagingAngleStopsTheFlow();
+    void aListWithoutACurrentItemNeedsTwoImages();
+    void aNoteOfAMegabyteIsKept();
+    void aPictureThatCannotBeCalibratedIsNoResult();
+    void aFolderThatAnotherWritesIntoIsLeftAlone();
+    void twoWorkspacesAtTheSameMomentMakeTwoResults();
+
+private:
+    static void addFoldersAndPermissions();
+    static void addOperandFiles();
+    static void addWhatIsInTheWay();
+
+    std::unique_ptr<QTemporaryDir> m_place;
+};
+
+void tst_FailureTables::init()
+{
+    m_place = std::make_unique<QTemporaryDir>();
+    // Not only for whom it belongs to: the one who respects permissions has to get in.
+    QVERIFY(QFile::setPermissions(m_place->path(), QFile::Permissions(0x7755)));
+}
+
+void tst_FailureTables::cleanup()
+{
+    m_place.reset();
+}
+
+void tst_FailureTables::addFoldersAndPermissions()
+{
+    SFailure readOnly;
+    readOnly.harm = [](FailureBench &bench) {
+        return QFile::setPermissions(bench.folder().data(), QFile::Permissions(0x5555));
+    };
+    readOnly.message = CLICK_INFO_FAILED;
+    readOnly.logged = QStringList{M + "/ClickInfo.txt"};
+    readOnly.check = noResultFolder;
+    readOnly.repair = [](FailureBench &bench) {
+        return QFile::setPermissions(bench.folder().data(), QFile::Permissions(0x7777));
+    };
+    readOnly.asNobody = true;
+    QTest::newRow("the program-data folder is read-only") << readOnly;
+
+    SFailure stuck;
+    stuck.harm = [](FailureBench &bench) {
+        const QString folder = bench.resultFolder(M);
+        return QFile::setPermissions(bench.folder().data(), QFile::Permissions(0x7777)) &&
+               QDir().mkpath(folder) && write(folder + "a left-over.txt", "of an earlier run") &&
+               QFile::setPermissions(folder, QFile::Permissions(0x5555));
+    };
+    stuck.message = CLICK_INFO_FAILED;
+    stuck.logged = QStringList{M + "/a left-over.txt", "Permission denied"};
+    stuck.check = [](FailureBench &bench) {
+        return hashesBelow(bench.resultFolder(M)).keys() == QStringList{"a left-over.txt"};
+    };
+    stuck.repair = [](FailureBench &bench) {
+        return QFile::setPermissions(bench.resultFolder(M), QFile::Permissions(0x7777));
+    };
+    stuck.asNobody = true;
+    QTest::newRow("a file in the result folder cannot be removed") << stuck;
+
+    SFailure gone;
+    gone.harm = [](FailureBench &bench) { return QDir(bench.folder().data()).removeRecursively(); };
+    gone.next = N;
+    QTest::newRow("the program-data folder was deleted while the program runs: it is made again") << gone;
+}
+
+void tst_FailureTables::addOperandFiles()
+{
+    for (const QString &click : {CLICK_A, CLICK_B}) {
+        SFailure folder;
+        folder.harm = aside(folderOf(click));
+        folder.message = CLICK_INFO_FAILED;
+        folder.logged = QStringList{click + "/ClickInfo.txt", "there is no such file"};
+        folder.check = noResultFolder;
+        folder.repair = back(folderOf(click));
+        QTest::newRow(click == CLICK_A ? "the folder of operand A vanished"
+                                       : "the folder of operand B vanished")
+            << folder;
+
+        SFailure damaged = folder;
+        const auto clickInfo = fileOf(click, "ClickInfo.txt");
+        damaged.harm = replaced(clickInfo, "\x01\x02 this is not\n[a ClickInfo\n");
+        damaged.repair = unreplaced(clickInfo);
+        damaged.logged = QStringList{click + "/ClickInfo.txt", "line "};
+        QTest::newRow(click == CLICK_A ? "the ClickInfo of operand A is damaged"
+                                       : "the ClickInfo of operand B is damaged")
+            << damaged;
+
+        SFailure empty = damaged;
+        empty.harm = replaced(clickInfo, "");
+        empty.logged = QStringList{click + "/ClickInfo.txt", "it has no section \"luminescent image\""};
+        QTest::newRow(click == CLICK_A ? "the ClickInfo of operand A has no section"
+                                       : "the ClickInfo of operand B has no section")
+            << empty;
+    }
+
+    SFailure pixels;
+    pixels.harm = aside(fileOf(CLICK_A, "luminescent.tif"));
+    pixels.check = [](FailureBench &bench) {
+        const QStringList files = hashesBelow(bench.resultFolder(M)).keys();
+        return files == QStringList{"AnalyzedClickInfo.txt", "ClickInfo.txt", "luminescent.tif",
+                                    "luminescentB.TIF", "photograph.tif"};
+    };
+    pixels.repair = back(fileOf(CLICK_A, "luminescent.tif"));
+    pixels.next = N;
+    QTest::newRow("the image file of operand A vanished: the result is made without the copy") << pixels;
+
+    SFailure photograph;
+    photograph.harm = aside(fileOf(CLICK_B, "photograph.tif"));
+    photograph.message = LOADING_FAILED;
+    photograph.logged = QStringList{M + "/ClickInfo.txt", "photograph.tif", "not there"};
+    photograph.repair = back(fileOf(CLICK_B, "photograph.tif"));
+    QTest::newRow("the photograph was deleted in between") << photograph;
+
+    SFailure analyzed;
+    analyzed.harm = replaced(fileOf(CLICK_A, "AnalyzedClickInfo.txt"), "\x01 damaged\n[");
+    analyzed.logged = QStringList{CLICK_A + "/AnalyzedClickInfo.txt", "line "};
+    analyzed.check = [](FailureBench &bench) {
+        return firstFaultOfResult(bench.resultFolder(M), true).isEmpty();
+    };
+    analyzed.repair = unreplaced(fileOf(CLICK_A, "AnalyzedClickInfo.txt"));
+    analyzed.next = N;
+    QTest::newRow("the analyzed ClickInfo of operand A is damaged: the result is made without it")
+        << analyzed;
+}
+
+void tst_FailureTables::addWhatIsInTheWay()
+{
+    SFailure file;
+    file.harm = [](FailureBench &bench) {
+        return write(bench.folder().data() + '/' + M, "somebody's notes");
+    };
+    file.message = CLICK_INFO_FAILED;
+    file.logged = QStringList{M + "/ClickInfo.txt"};
+    file.check = [](FailureBench &bench) {
+        QFile notes(bench.folder().data() + '/' + M);
+        return notes.open(QIODevice::ReadOnly) && notes.readAll() == "somebody's notes";
+    };
+    file.repair = [](FailureBench &bench) { return QFile::remove(bench.folder().data() + '/' + M); };
+    QTest::newRow("a file has the name of the result folder: it is left alone") << file;
+
+    SFailure sub;
+    sub.harm = [](FailureBench &bench) {
+        return QDir().mkpath(bench.resultFolder(M) + "luminescent.tif/of a person") &&
+               write(bench.resultFolder(M) + "old.txt", "old");
+    };
+    sub.message = LOADING_FAILED;
+    sub.logged = QStringList{M + "/luminescent.tif"};
+    sub.check = [](FailureBench &bench) {
+        const QStringList left = hashesBelow(bench.resultFolder(M)).keys();
+        return left.contains("luminescent.tif/of a person") && !left.contains("old.txt") &&
+               left.filter("part-").isEmpty();
+    };
+    sub.repair = [](FailureBench &bench) {
+        return QDir(bench.resultFolder(M) + "luminescent.tif").removeRecursively();
+    };
+    QTest::newRow("a sub-folder of the result folder has the name of the image: it is left alone") << sub;
+
+    SFailure other;
+    const auto made = std::make_shared<QMap<QString, QByteArray>>();
+    other.harm = [made](FailureBench &bench) {
+        const SFlowRun theirs = bench.folder().makeResult({CLICK_A, CLICK_B});
+        *made = hashesBelow(bench.resultFolder(M));
+        return theirs.isFinished && theirs.resultClick == M && made->size() == 5;
+    };
+    other.check = [made](FailureBench &bench) {
+        return bench.tool().result()->getClickNumber() == N && hashesBelow(bench.resultFolder(M)) == *made;
+    };
+    other.next = "AB_O20260102030406";
+    QTest::newRow("another workspace made a result of that name meanwhile: it is left alone") << other;
+}
+
+void tst_FailureTables::theFlowSaysWhatFailedAndGoesOn_data()
+{
+    QTest::addColumn<SFailure>("failure");
+    addFoldersAndPermissions();
+    addOperandFiles();
+    addWhatIsInTheWay();
+}
+
+void tst_FailureTables::theFlowSaysWhatFailedAndGoesOn()
+{
+    QFETCH(SFailure, failure);
+    FailureBench bench(m_place->path());
+    QVERIFY2(bench.start({specOf(CLICK_A), specOf(CLICK_B)}, "B"), qPrintable(bench.lastError()));
+    const auto operands = hashesBelow(bench.folder().study());
+    QVERIFY(failure.harm(bench));
+
+    {
+        std::unique_ptr<UserSwitch> nobody;
+        if (failure.asNobody)
+            nobody = std::make_unique<UserSwitch>();
+        QVERIFY(!nobody || nobody->isOn());
+        const bool isMade = bench.press();
+        nobody.reset();
+        QVERIFY2(isMade == failure.message.isNull(), qPrintable(bench.lastError()));
+    }
+    const QString said = bench.failures().join('\n');
+    QVERIFY2(failure.message.isNull() || bench.failures().contains(failure.message), qPrintable(said));
+    QVERIFY2(failure.logged.isEmpty() || bench.isLogged(failure.logged), qPrintable(said));
+    QVERIFY2(failure.check(bench), qPrintable(said));
+    if (!failure.message.isNull()) {
+        QCOMPARE(knownResults(), QStringList());
+        QVERIFY(!CVXSDataset::getDataset(M));
+        // And so it is for whoever starts now.
+        CVXSDataset::registerStoredDatasets(bench.folder().data());
+        QCOMPARE(knownResults(), QStringList());
+    }
+
+    QVERIFY(failure.repair(bench));
+    QCOMPARE(hashesBelow(bench.folder().study()), operands);
+    QVERIFY2(bench.tool().select(CLICK_A, CLICK_B), qPrintable(bench.tool().why()));
+    QVERIFY2(bench.press(), qPrintable(bench.lastError()));
+    QCOMPARE(bench.tool().result()->getClickNumber(), failure.next);
+    QCOMPARE(firstFaultOfResult(bench.resultFolder(failure.next), true), QString());
+    QCOMPARE(hashesBelow(bench.folder().study()), operands);
+}
+
+void tst_FailureTables::aDeclinedImagingAngleStopsTheFlow()
+{
+    FailureBench bench(m_place->path());
+    QVERIFY2(bench.start({specOf(CLICK_A), specOf(CLICK_B)}, "A"), qPrintable(bench.lastError()));
+    QVERIFY(setLuminescent(bench, CLICK_B, "Imaging Angle", "90"));
+    const auto operands = hashesBelow(bench.folder().study());
+    {
+        const BoxAnswerer person({QMessageBox::No});
+        QVERIFY(!bench.press());
+        QCOMPARE(person.count(), 1);
+        QCOMPARE(person.shown().first().text,
+                 QString("The two datasets have different imaging angles. Do you want to continue?"));
+    }
+    QCOMPARE(bench.failures(), QStringList{CLICK_INFO_FAILED});
+    QVERIFY(noResultFolder(bench));
+    {
+        const BoxAnswerer person({QMessageBox::Yes});
+        QVERIFY2(bench.press(), qPrintable(bench.lastError()));
+        QCOMPARE(person.count(), 1);
+    }
+    QCOMPARE(bench.tool().result()->getClickNumber(), M);
+    QCOMPARE(firstFaultOfResult(bench.resultFolder(M), true), QString());
+    QCOMPARE(hashesBelow(bench.folder().study()), operands);
+}
+
+void tst_FailureTables::aListWithoutACurrentItemNeedsTwoImages()
+{
+    FailureBench bench(m_place->path());
+    QVERIFY2(bench.start({specOf(CLICK_A), specOf(CLICK_B)}, QString()), qPrintable(bench.lastError()));
+    QListWidget *list = bench.tool().listB();
+    {
+        const QSignalBlocker quiet(list);
+        list->setCurrentItem(nullptr);
+    }
+    QVERIFY(!bench.press());
+    QVERIFY(bench.failures().contains("One or more dataset(s) is/are invalid..."));
+    QVERIFY(!bench.tool().button("m_pDisplayBtn")->isEnabled());
+    QVERIFY(noResultFolder(bench));
+    QVERIFY2(bench.tool().select(CLICK_A, CLICK_B), qPrintable(bench.tool().why()));
+    QVERIFY2(bench.press(), qPrintable(bench.lastError()));
+    QCOMPARE(firstFaultOfResult(bench.resultFolder(M), false), QString());
+}
+
+void tst_FailureTables::aNoteOfAMegabyteIsKept()
+{
+    FailureBench bench(m_place->path());
+    QVERIFY2(bench.start({specOf(CLICK_A), specOf(CLICK_B)}, "A"), qPrintable(bench.lastError()));
+    QString note = "Sequence ID=X;Binning Factor=9;";
+    while (note.size() < (1 << 20))
+        note += QString("Remark %1=the mouse slept;").arg(note.size());
+    QVERIFY(setLuminescent(bench, CLICK_A, "Igor Wave Note", note));
+    QElapsedTimer clock;
+    clock.start();
+    QVERIFY2(bench.press(), qPrintable(bench.lastError()));
+    QVERIFY2(clock.elapsed() < 10000, qPrintable(QString::number(clock.elapsed())));
+    QCOMPARE(firstFaultOfResult(bench.resultFolder(M), true), QString());
+    CPLClickInfo info;
+    QCOMPARE(info.loadClickInfo(bench.resultFolder(M) + "ClickInfo.txt", false), ESTATUS_SUCCESS);
+    QString kept;
+    info["luminescent image"]->getValue("Igor Wave Note", &kept);
+    QVERIFY(kept.startsWith("Binning Factor=4;" + note.mid(note.indexOf("Remark"))));
+}
+
+void tst_FailureTables::aPictureThatCannotBeCalibratedIsNoResult()
+{
+    QList<ClickSpec> clicks = {specOf(CLICK_A), specOf(CLICK_B)};
+    for (ClickSpec &click : clicks) {
+        for (const char *key : {clickinfo::KEY_GAIN, clickinfo::KEY_QUANTUM_EFFICIENCY})
+            click.cameraKeys.insert(QString::fromLatin1(key), QString());
+    }
+    FailureBench bench(m_place->path());
+    QVERIFY2(bench.start(clicks, QString()), qPrintable(bench.lastError()));
+    bench.tool().sequence()->setActiveUnit(EUNIT_RADIANCE);
+    QVERIFY2(bench.tool().select(CLICK_B, CLICK_A), qPrintable(bench.tool().why()));
+    QVERIFY2(bench.tool().select(CLICK_A, CLICK_B), qPrintable(bench.tool().why()));
+    QVERIFY(!bench.press());
+    QVERIFY2(bench.failures().contains(LOADING_FAILED), qPrintable(bench.failures().join('\n')));
+    QVERIFY2(bench.isLogged({M + "/luminescent.tif", "the image is empty"}),
+             qPrintable(bench.failures().join('\n')));
+    QVERIFY(!CVXSDataset::getDataset(M));
+    QCOMPARE(knownResults(), QStringList());
+
+    bench.tool().sequence()->setActiveUnit(EUNIT_COUNTS);
+    QVERIFY2(bench.tool().select(CLICK_B, CLICK_A), qPrintable(bench.tool().why()));
+    QVERIFY2(bench.tool().select(CLICK_A, CLICK_B), qPrintable(bench.tool().why()));
+    QVERIFY2(bench.press(), qPrintable(bench.lastError()));
+    QCOMPARE(bench.tool().result()->getClickNumber(), M);
+    QCOMPARE(firstFaultOfResult(bench.resultFolder(M), false), QString());
+}
+
+void tst_FailureTables::aFolderThatAnotherWritesIntoIsLeftAlone()
+{
+    FailureBench bench(m_place->path());
+    QVERIFY2(bench.start({specOf(CLICK_A), specOf(CLICK_B)}, "A"), qPrintable(bench.lastError()));
+    const QString half = bench.resultFolder(M) + "luminescentA.TIF";
+    QVERIFY(QDir().mkpath(bench.resultFolder(M)) && write(half, "half of a result"));
+    const auto before = hashesBelow(bench.resultFolder(M));
+    {
+        ResultFolderLock other(bench.resultFolder(M));
+        QVERIFY(other.take(0));
+        QVERIFY(!bench.press());
+        QVERIFY2(bench.isLogged({M, "another workspace is writing"}),
+                 qPrintable(bench.failures().join('\n')));
+        QVERIFY(bench.failures().contains(CLICK_INFO_FAILED));
+        QCOMPARE(firstHarm(before, hashesBelow(bench.resultFolder(M))), QString());
+    }
+    // Nobody's any more: neither that of a program that is gone nor one that does not say whose it is.
+    QVERIFY(write(bench.resultFolder(M) + ".writing", ""));
+    QVERIFY2(bench.press(), qPrintable(bench.lastError()));
+    QCOMPARE(bench.tool().result()->getClickNumber(), M);
+    QCOMPARE(firstFaultOfResult(bench.resultFolder(M), true), QString());
+}
+
+void tst_FailureTables::twoWorkspacesAtTheSameMomentMakeTwoResults()
+{
+    const FlowFolder folder(m_place->path());
+    QVERIFY(folder.make());
+    for (int round = 0; round < 5; ++round) {
+        const QStringList arguments = {CLICK_A, CLICK_B};
+        const QList<SFlowRun> both = folder.makeResultsAtOnce({arguments, arguments});
+        QVERIFY2(both.at(0).isFinished, qPrintable(both.at(0).output));
+        QVERIFY2(both.at(1).isFinished, qPrintable(both.at(1).output));
+        QVERIFY2(both.at(0).resultClick != both.at(1).resultClick, qPrintable(both.at(0).resultClick));
+        for (const SFlowRun &run : both)
+            QCOMPARE(firstFaultOfResult(run.resultFolder, false), QString());
+    }
+    QCOMPARE(folder.look().known.size(), 10);
+}
+
+QTEST_MAIN(tst_FailureTables)
+#include "tst_FailureTables.moc"
