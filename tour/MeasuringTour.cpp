@@ -184,8 +184,8 @@ void measuringtour::closeEverything(Stage &stage)
         second = hand::Answer(QStringLiteral("Discard"));
     });
     hand::chooseFromMenu(&stage.window, {QStringLiteral("File"), QStringLiteral("Quit")});
-    stage.report.check(first.wasAsked() && first.question().contains(QLatin1String("has not been saved")),
-                       QStringLiteral("it asks about the result that was not saved"));
+    stage.report.check(first.wasAsked() && first.question().contains(latin(OTHER_ANGLE).mid(2)),
+                       QStringLiteral("it asks about the result from the side, which was not saved"));
     stage.report.check(second.wasAsked() && second.question().contains(latin(SEQUENCE_ID)),
                        QStringLiteral("and about the sequence, whose click A has a new ROI"));
     stage.report.check(!stage.window.isVisible(), QStringLiteral("the workspace is closed"));
