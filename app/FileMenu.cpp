@@ -71,7 +71,8 @@ void FileMenu::addSaving(QMenu *menu)
 {
     m_save = newAction(menu, tr("&Save"), "actionSaveSequence", QKeySequence::Save);
     connect(m_save, &QAction::triggered, this, &FileMenu::save);
-    m_saveAs = newAction(menu, tr("Save Dataset &As..."), "actionSaveDatasetAs", QKeySequence::SaveAs);
+    m_saveAs = newAction(menu, tr("Save Dataset &As..."), "actionSaveDatasetAs",
+                         QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_S));
     connect(m_saveAs, &QAction::triggered, this, &FileMenu::saveDatasetAs);
     m_close = newAction(menu, tr("&Close"), "actionClose", QKeySequence::Close);
     connect(m_close, &QAction::triggered, this, [this] {

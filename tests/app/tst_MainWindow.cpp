@@ -369,6 +369,15 @@ void tst_MainWindow::menusHaveEverything()
     QCOMPARE(menus, (QStringList{"File", "Edit", "View", "Tools", "Window", "Help"}));
     QCOMPARE(action(fixture.window.get(), "actionWhatsThis")->shortcut(),
              QKeySequence(Qt::SHIFT + Qt::Key_F1));
+    QStringList file;
+    for (QAction *entry : fixture.window->findChild<QMenu *>("menuFile")->actions())
+        file.append(entry->text().remove('&'));
+    file.removeAll(QString()); // lines between groups
+    QCOMPARE(file, (QStringList{"Open Sequence...", "Open Recent", "Open Dataset...", "Open Earlier Result",
+                                "Import Images...", "Save", "Save Dataset As...", "Close",
+                                "Folder for Results...", "Quit"}));
+    QCOMPARE(action(fixture.window.get(), "actionSaveDatasetAs")->shortcut(),
+             QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_S));
     QCOMPARE(action(fixture.window.get(), "actionQuit")->shortcut(), QKeySequence(Qt::CTRL + Qt::Key_Q));
 }
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "host/vxparser/CPLClickInfo.h"
 #include "host/vxutils/CVXUtilityFns.h"
 #include "tests/window/RoiStudy.h"
 
@@ -41,6 +42,7 @@ private Q_SLOTS:
     void theSameClick();
     void aMissingRecordStops_data();
     void aMissingRecordStops();
+    void aTotalThatIsNotThereIsNoK();
     void aNameThatIsNoROIStops();
     void textsOneInTheOther();
 };
@@ -378,6 +380,37 @@ void tst_KFromROI::aMissingRecordStops()
     QCOMPARE(names(rois(target.toLatin1())), QStringList({"Old", "Tumor"}));
     QCOMPARE(dataset(target.toLatin1())->getUnit(), EUNIT_RADIANCE);
     QVERIFY(dataset(target.toLatin1())->isModified());
+}
+
+// The pixels of a result computed in efficiency have no counts.
+void tst_KFromROI::aTotalThatIsNotThereIsNoK()
+{
+    ClickSpec a = click("A1", countsOfA);
+    ClickSpec b = click("A2", countsOfB);
+    for (ClickSpec *spec : {&a, &b})
+        spec->luminescentKeys.insert(clickinfo::KEY_MATH_OPERATION, "A / B * k");
+    make({a, b});
+    for (const char *number : {"A1", "A2"}) {
+        CPLClickInfo *info = dataset(number)->getClickInfo();
+        CPLSection *section = (*info)[clickinfo::SECTION_GRAPH_CONTROLS];
+        if (!section) {
+            section = new CPLSection;
+            section->setSectionKey(clickinfo::SECTION_GRAPH_CONTROLS);
+            info->addSection(section);
+        }
+        section->setValue(clickinfo::KEY_INTENSITY_CALIBRATION, QStringLiteral("efficiency"));
+        dataset(number)->setUnit(EUNIT_EFFICIENCY);
+    }
+    QVERIFY(addBox("A1", "Tumor", BOX));
+    LogWatcher log;
+    choose("A1", "Tumor");
+    QCOMPARE(window()->m_kValue, 7.0f);
+    QCOMPARE(window()->m_pKLineEdit->text(), QString("7.00"));
+    QVERIFY(!rois("A2")->selectedROI());
+    QCOMPARE(rois("A2")->rois().size(), 0);
+    QCOMPARE(log.toolEntries().size(), 1);
+    QVERIFY2(log.toolEntries().first().message.contains("Tumor"),
+             qPrintable(log.toolEntries().first().message));
 }
 
 void tst_KFromROI::aNameThatIsNoROIStops()

@@ -26,6 +26,7 @@ private Q_SLOTS:
     void aValidSelectionAfterARefusedOne();
     void aClosedSequenceIsRefused();
     void photographChoiceFollowsTheSelection();
+    void theChosenPhotographStaysWhileItIsOffered();
     void languageChangeKeepsWhatIsBound_data();
     void languageChangeKeepsWhatIsBound();
     void twoWindowsOnOneSequence();
@@ -196,6 +197,26 @@ void tst_Selection::aClosedSequenceIsRefused()
     bound.window()->updateImageMathWindow();
     QCOMPARE(bound.listA(), (QStringList{"A1", "A2"}));
     QCOMPARE(bound.window()->getSequenceID(), QStringLiteral("AB20260102030405_SEQ"));
+}
+
+void tst_Selection::theChosenPhotographStaysWhileItIsOffered()
+{
+    BoundWindow bound;
+    bound.addClick(QStringLiteral("A1"), true);
+    bound.addClick(QStringLiteral("A2"), true);
+    bound.addClick(QStringLiteral("A3"), true);
+    bound.addClick(QStringLiteral("A4"), false);
+    QVERIFY(bound.saveAndBind());
+    bound.show();
+    QComboBox *choice = bound.window()->m_pPhotoFromCB;
+    QCOMPARE(choice->currentText(), QStringLiteral("A"));
+    choice->setCurrentIndex(1);
+    bound.window()->m_pListBoxB->setCurrentRow(2);
+    QCOMPARE(choice->currentText(), QStringLiteral("B"));
+    bound.sequence()->setActiveUnit(EUNIT_RADIANCE);
+    QCOMPARE(choice->currentText(), QStringLiteral("B"));
+    bound.window()->m_pListBoxB->setCurrentRow(3); // has none
+    QCOMPARE(choice->currentText(), QStringLiteral("A"));
 }
 
 void tst_Selection::photographChoiceFollowsTheSelection()
