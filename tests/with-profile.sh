@@ -1,12 +1,19 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 # with-profile.sh plain|gui PROGRAM [ARG...]: runs a program with a throw-away profile folder, so that the user's
-# own settings are neither read nor written; "gui" gives it an X server of its own as well.
+# own settings are neither read nor written; "gui" gives it an X server of its own as well. With --keep FOLDER first,
+# the profile lies in that folder and stays.
 set -u
+kept=
+if [ "$1" = --keep ]; then
+    kept=$2
+    shift 2
+    mkdir -p "$kept"
+fi
 mode=$1
 shift
 profile=$(mktemp -d)
-export VEXA_PROFILE_DIR="$profile" XDG_RUNTIME_DIR="$profile"
+export VEXA_PROFILE_DIR="${kept:-$profile}" XDG_RUNTIME_DIR="$profile"
 chmod 700 "$profile"
 export LC_ALL=C.UTF-8 QT_LOGGING_RULES="qt.qpa.*=false"
 # What the graphics drivers and fontconfig keep until the end is not ours.

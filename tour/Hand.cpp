@@ -6,12 +6,10 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QMainWindow>
-#include <QMenu>
-#include <QMenuBar>
-#include <QPixmap>
+#include <QMessageBox>
 #include <QScreen>
 #include <QTest>
+#include <QTimer>
 
 #include <cstdio>
 #include <cstdlib>
@@ -20,20 +18,13 @@ namespace hand {
 
 namespace {
 
-constexpr int PATIENCE = 5000; // ms
+constexpr int PATIENCE = 10000; // ms
+constexpr int GLANCE = 20;      // ms
+constexpr int DRAG_STEPS = 8;
 
 QString plain(QString text)
 {
     return text.remove(QLatin1Char('&'));
-}
-
-QAction *entryOf(const QList<QAction *> &actions, const QString &text)
-{
-    for (QAction *action : actions) {
-        if (plain(action->text()) == text && action->isVisible())
-            return action;
-    }
-    return nullptr;
 }
 
 } // namespace
@@ -45,20 +36,9 @@ void giveUp(const QString &message)
     std::_Exit(1); // from the middle of an event: nothing can be unwound
 }
 
-void chooseFromMenu(QMainWindow *window, const QString &menu, const QString &entry)
+bool waitFor(const std::function<bool()> &holds)
 {
-    QMenuBar *bar = window->menuBar();
-    QAction *head = entryOf(bar->actions(), menu);
-    if (!head || !head->menu())
-        giveUp(QStringLiteral("no menu \"%1\"").arg(menu));
-    QTest::mouseClick(bar, Qt::LeftButton, Qt::NoModifier, bar->actionGeometry(head).center());
-    if (!QTest::qWaitFor([head] { return head->menu()->isVisible(); }, PATIENCE))
-        giveUp(QStringLiteral("menu \"%1\" did not open").arg(menu));
-    QAction *action = entryOf(head->menu()->actions(), entry);
-    if (!action || !action->isEnabled())
-        giveUp(QStringLiteral("no enabled entry \"%1\" in menu \"%2\"").arg(entry, menu));
-    QTest::mouseClick(head->menu(), Qt::LeftButton, Qt::NoModifier,
-                      head->menu()->actionGeometry(action).center());
+    return QTest::qWaitFor(holds, PATIENCE);
 }
 
 void chooseFromList(QListWidget *list, const QString &text)
@@ -71,6 +51,17 @@ void chooseFromList(QListWidget *list, const QString &text)
                       list->visualItemRect(items.first()).center());
     if (list->currentItem() != items.first())
         giveUp(QStringLiteral("item \"%1\" of %2 did not take the click").arg(text, list->objectName()));
+}
+
+void openFromList(QListWidget *list, const QString &text)
+{
+    const QList<QListWidgetItem *> items = list->findItems(text, Qt::MatchContains);
+    if (items.isEmpty())
+        giveUp(QStringLiteral("no item \"%1\" in %2").arg(text, list->objectName()));
+    list->scrollToItem(items.first());
+    const QPoint place = list->visualItemRect(items.first()).center();
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, place);
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, place);
 }
 
 // With the arrow keys: what an open list takes a click for depends on where the pointer of the display
@@ -102,11 +93,70 @@ void type(QLineEdit *field, const QString &text)
     QTest::keyClick(field, Qt::Key_Return);
 }
 
+void drag(QWidget *widget, const QPoint &from, const QPoint &to)
+{
+    // QTest's mouseMove() knows no pressed button; the widget is told of it as the window system tells.
+    const auto tell = [widget](QEvent::Type type, const QPoint &at, Qt::MouseButton button,
+                               Qt::MouseButtons buttons) {
+        QMouseEvent event(type, at, widget->mapToGlobal(at), button, buttons, Qt::NoModifier);
+        QApplication::sendEvent(widget, &event);
+    };
+    tell(QEvent::MouseMove, from, Qt::NoButton, Qt::NoButton);
+    tell(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
+    for (int step = 1; step <= DRAG_STEPS; ++step) {
+        tell(QEvent::MouseMove, from + (to - from) * step / DRAG_STEPS, Qt::NoButton, Qt::LeftButton);
+        QApplication::processEvents();
+    }
+    tell(QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton);
+}
+
+Answer::Answer(const QString &button, const std::function<void()> &seen)
+{
+    auto *timer = new QTimer(qApp);
+    const std::shared_ptr<State> state = m_state;
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, state, button, seen] {
+        auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+        if (!box || !box->isVisible())
+            return;
+        timer->stop();
+        timer->deleteLater();
+        state->asked = true;
+        state->text = box->text();
+        if (seen)
+            seen();
+        const QList<QAbstractButton *> buttons = box->buttons();
+        for (QAbstractButton *candidate : buttons) {
+            if (plain(candidate->text()) == button) {
+                QTest::mouseClick(candidate, Qt::LeftButton);
+                return;
+            }
+        }
+        giveUp(QStringLiteral("no button \"%1\" in \"%2\"").arg(button, box->text()));
+    });
+    timer->start(GLANCE);
+}
+
+void lookAtDialog(const std::function<void()> &seen)
+{
+    auto *timer = new QTimer(qApp);
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, seen] {
+        QWidget *dialog = QApplication::activeModalWidget();
+        if (!dialog || !dialog->isVisible())
+            return;
+        timer->stop();
+        timer->deleteLater();
+        seen();
+        QTest::keyClick(dialog, Qt::Key_Escape);
+    });
+    timer->start(GLANCE);
+}
+
 QPixmap photograph(QWidget *window)
 {
     QTest::qWait(150);
     QApplication::processEvents();
-    return window->screen()->grabWindow(window->winId());
+    const QPoint corner = window->mapToGlobal(QPoint(0, 0));
+    return window->screen()->grabWindow(0, corner.x(), corner.y(), window->width(), window->height());
 }
 
 } // namespace hand

@@ -1,12 +1,23 @@
 // SPDX-License-Identifier: MIT
-// vexa-tour SEQUENCE_FOLDER OUT_FOLDER: drives the workspace as a person would, with mouse and keyboard on
-// the real menus and widgets, and leaves pictures and a summary. It needs a display; ./run gives it a virtual
-// one.
+// Drives the workspace as a person would, with mouse and keyboard on the real menus and widgets, and leaves
+// pictures and a report. It needs a display; ./run gives it a virtual one.
+//
+//   vexa-tour SEQUENCE_FOLDER OUT_FOLDER                the sample study, from the menu to the measured
+//   result vexa-tour --second-day STUDY_FOLDER OUT_FOLDER      afterwards: the earlier result opened and
+//   checked vexa-tour --plants IMAGES_FOLDER OUT_FOLDER         real images of plants, imported, subtracted,
+//   measured
 #include "app/ApplicationSetup.h"
 #include "app/MainWindow.h"
 #include "app/PluginManager.h"
+#include "tour/DisplayTour.h"
 #include "tour/Hand.h"
-#include "tour/Tour.h"
+#include "tour/MeasuringTour.h"
+#include "tour/PlantsTour.h"
+#include "tour/SecondDay.h"
+#include "tour/Stage.h"
+
+#include "host/vxapi/model/CVXSSequenceDataset.h"
+#include "host/vxutils/CVXPreference.h"
 
 #include <QApplication>
 #include <QDir>
@@ -14,18 +25,61 @@
 
 #include <cstdio>
 
+namespace {
+
+void sampleStudy(Stage &stage)
+{
+    QTest::qWait(1500); // the sequence window makes its thumbnails one after the other
+    stage.report.heading(QStringLiteral("What the tool shows:"));
+    stage.picture(QStringLiteral("01-workspace"), QStringLiteral("the workspace with the sequence"));
+    bool wasSeen = false;
+    hand::lookAtDialog([&] {
+        QTest::qWait(200);
+        stage.picture(QStringLiteral("05-import"), QStringLiteral("importing images without a record"),
+                      QApplication::activeModalWidget());
+        wasSeen = true;
+    });
+    hand::chooseFromMenu(&stage.window, {QStringLiteral("File"), QStringLiteral("Import Images...")});
+    stage.report.check(hand::waitFor([&] { return wasSeen; }), QStringLiteral("images can be imported"));
+    stage.openImageMath();
+    displaytour::mainJob(stage);
+    displaytour::formulas(stage);
+    displaytour::colorScales(stage);
+    displaytour::pairsThatCannotBeCombined(stage);
+    measuringtour::kFromRoi(stage);
+    const QString click = measuringtour::displayResult(stage);
+    measuringtour::otherAngle(stage);
+    measuringtour::measureResult(stage, click);
+    stage.report.note(QStringLiteral("the result dataset lies in %1").arg(Stage::resultFolder(click)));
+    measuringtour::closeEverything(stage);
+}
+
+CVXSSequenceDataset *opened(MainWindow &window, const QString &folder)
+{
+    CVXSSequenceDataset *sequence = window.openSequence(folder);
+    if (!sequence)
+        hand::giveUp(QStringLiteral("%1 could not be opened").arg(folder));
+    return sequence;
+}
+
+} // namespace
+
 int main(int argc, char **argv)
 {
     ApplicationSetup::beforeApplication();
     QApplication application(argc, argv);
     ApplicationSetup::afterApplication();
-    const QStringList arguments = QApplication::arguments();
-    if (arguments.size() != 3) {
-        std::fputs("usage: vexa-tour SEQUENCE_FOLDER OUT_FOLDER\n", stderr);
+    QStringList arguments = QApplication::arguments().mid(1);
+    const QString mode =
+        arguments.value(0).startsWith(QLatin1String("--")) ? arguments.takeFirst() : QString();
+    const bool isKnown =
+        mode.isEmpty() || mode == QLatin1String("--second-day") || mode == QLatin1String("--plants");
+    if (!isKnown || arguments.size() != 2) {
+        std::fputs("usage: vexa-tour [--second-day | --plants] FOLDER OUT_FOLDER\n", stderr);
         return 2;
     }
-    if (!QDir().mkpath(arguments.at(2)))
-        hand::giveUp(QStringLiteral("%1 cannot be created").arg(arguments.at(2)));
+    if (!QDir().mkpath(arguments.at(1)))
+        hand::giveUp(QStringLiteral("%1 cannot be created").arg(arguments.at(1)));
 
     MainWindow window;
     window.resize(1500, 1000);
@@ -33,8 +87,20 @@ int main(int argc, char **argv)
     window.show();
     if (!QTest::qWaitForWindowExposed(&window))
         hand::giveUp(QStringLiteral("the window did not appear"));
-    CVXSSequenceDataset *sequence = window.openSequence(arguments.at(1));
-    if (!sequence)
-        hand::giveUp(QStringLiteral("%1 could not be opened").arg(arguments.at(1)));
-    return Tour(window, *sequence, arguments.at(2)).run() ? 0 : 1;
+    Report report(arguments.at(1));
+    Stage stage(window, nullptr, report);
+    if (mode == QLatin1String("--second-day")) {
+        secondDay(stage, arguments.at(0) + QLatin1Char('/'));
+        report.write(QStringLiteral("second-day.txt"));
+    } else if (mode == QLatin1String("--plants")) {
+        plants(stage, arguments.at(0));
+        report.write(QStringLiteral("plants.txt"));
+    } else {
+        stage.sequence = opened(window, arguments.at(0));
+        report.heading(QStringLiteral("Vexa %1, sequence %2")
+                           .arg(CVXPreference::getAppVersion(), stage.sequence->getSequenceID()));
+        sampleStudy(stage);
+        report.write(QStringLiteral("first-day.txt"));
+    }
+    return report.allHolds() ? 0 : 1;
 }

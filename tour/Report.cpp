@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#include "tour/Report.h"
+
+#include "tour/Hand.h"
+
+#include <QSaveFile>
+
+#include <cmath>
+#include <cstdio>
+
+void Report::heading(const QString &text)
+{
+    m_lines << QString() << text;
+}
+
+void Report::note(const QString &text)
+{
+    m_lines << QStringLiteral("         ") + text;
+}
+
+void Report::picture(const QString &name, const QPixmap &pixels, const QString &caption)
+{
+    const QString file = name + QStringLiteral(".png");
+    if (pixels.isNull() || !pixels.save(m_outFolder + QLatin1Char('/') + file))
+        hand::giveUp(QStringLiteral("%1 could not be written").arg(file));
+    m_lines << QStringLiteral("  %1  %2").arg(file, -34).arg(caption);
+}
+
+void Report::check(bool holds, const QString &what)
+{
+    m_lines << QStringLiteral("  %1  %2")
+                   .arg(holds ? QStringLiteral("holds:") : QStringLiteral("DOES NOT HOLD:"), what);
+    m_holds = m_holds && holds;
+}
+
+void Report::checkNear(double measured, double truth, double bound, const QString &what)
+{
+    const auto text = [](double value) { return QString::number(value, 'g', 7); };
+    check(std::fabs(measured - truth) <= bound, // false for a NaN
+          QStringLiteral("%1: measured %2, true %3, difference %4, bound %5")
+              .arg(what, text(measured), text(truth), text(measured - truth), text(bound)));
+}
+
+void Report::write(const QString &file)
+{
+    m_lines << QString()
+            << (m_holds ? QStringLiteral("Everything that was checked holds.")
+                        : QStringLiteral("SOMETHING DOES NOT HOLD, see above."));
+    QSaveFile target(m_outFolder + QLatin1Char('/') + file);
+    const QByteArray text = m_lines.join(QLatin1Char('\n')).trimmed().toUtf8() + '\n';
+    if (!target.open(QIODevice::WriteOnly) || target.write(text) != text.size() || !target.commit())
+        hand::giveUp(QStringLiteral("%1: %2").arg(target.fileName(), target.errorString()));
+    std::fputs(text.constData(), stdout);
+}
