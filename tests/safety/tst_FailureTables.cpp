@@ -132,6 +132,7 @@ private Q_SLOTS:
     void aListWithoutACurrentItemNeedsTwoImages();
     void aNoteOfAMegabyteIsKept();
     void aPictureThatCannotBeCalibratedIsNoResult();
+    void aResultOfAResultOfAResult();
     void aFolderThatAnotherWritesIntoIsLeftAlone();
     void twoWorkspacesAtTheSameMomentMakeTwoResults();
 
@@ -434,6 +435,48 @@ void tst_FailureTables::aPictureThatCannotBeCalibratedIsNoResult()
     QVERIFY2(bench.press(), qPrintable(bench.lastError()));
     QCOMPARE(bench.tool().result()->getClickNumber(), M);
     QCOMPARE(firstFaultOfResult(bench.resultFolder(M), false), QString());
+}
+
+void tst_FailureTables::aResultOfAResultOfAResult()
+{
+    FailureBench bench(m_place->path());
+    QVERIFY2(bench.start({specOf(CLICK_A), specOf(CLICK_B)}, QString()), qPrintable(bench.lastError()));
+    const auto operands = hashesBelow(bench.folder().study());
+    QString operand = CLICK_A;
+    QStringList made;
+    for (int times = 1; times <= 3; ++times) {
+        QVERIFY2(bench.tool().select(operand, CLICK_B), qPrintable(bench.tool().why()));
+        QVERIFY2(bench.press(), qPrintable(bench.lastError()));
+        const QString click = bench.tool().result()->getClickNumber();
+        const QString folder = bench.resultFolder(click);
+        made += click;
+        // A - B - B - B, and the copies of the operands as they were taken.
+        QString why;
+        QVERIFY2(hasPixels(
+                     folder + "luminescent.tif",
+                     [times](int x, int y) { return countsA(x, y) - float(times) * countsB(x, y); }, &why),
+                 qPrintable(why));
+        QVERIFY2(hasPixels(
+                     folder + "luminescentA.TIF",
+                     [times](int x, int y) { return countsA(x, y) - float(times - 1) * countsB(x, y); },
+                     &why),
+                 qPrintable(why));
+        CPLClickInfo info;
+        QCOMPARE(info.loadClickInfo(folder + "ClickInfo.txt", false), ESTATUS_SUCCESS);
+        QString from;
+        info["luminescent image"]->getValue("Image Math A ClickNumber", &from);
+        QCOMPARE(from, operand);
+        // The person opens it in the sequence.
+        QVERIFY2(bench.tool().closeResult(), qPrintable(bench.tool().why()));
+        auto *dataset = CVXSDataset::open(folder, nullptr, nullptr);
+        QVERIFY(dataset && bench.tool().sequence()->addDataset(dataset));
+        QCoreApplication::processEvents();
+        operand = click;
+    }
+    QCOMPARE(made, (QStringList{M, N, "AB_O20260102030406"}));
+    QCOMPARE(hashesBelow(bench.folder().study()), operands);
+    CVXSDataset::registerStoredDatasets(bench.folder().data());
+    QCOMPARE(knownResults(), made);
 }
 
 void tst_FailureTables::aFolderThatAnotherWritesIntoIsLeftAlone()
