@@ -125,7 +125,6 @@ ESTATUS CVXSImageMathWnd::writeResultClickInfo(const QString &pathA, const QStri
         return status;
     const SResultFacts facts = resultFacts();
     const SDisplayFacts display = displayFacts();
-    m_resultLock.reset();
     CPLClickInfo infoB;
     CPLClickInfo result;
     for (const QString &key : sectionKeys()) {
@@ -138,7 +137,7 @@ ESTATUS CVXSImageMathWnd::writeResultClickInfo(const QString &pathA, const QStri
                 QStringLiteral("Every click number for a result of %1 is taken").arg(facts.clickA));
             return ESTATUS_RESULT_FOLDER;
         }
-        if (!m_resultLock && !reserveResultFolder(facts.clickA))
+        if (m_resultLock && !m_resultLock->isTaken() && !reserveResultFolder(facts.clickA))
             return ESTATUS_RESULT_FOLDER;
         auto section = std::make_unique<CPLSection>();
         section->setSectionKey(key);

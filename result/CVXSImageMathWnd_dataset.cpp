@@ -63,6 +63,7 @@ void CVXSImageMathWnd::onClickDisplayResultForMeasuring()
     pathA += QString::fromLatin1(clickinfo::FILE_CLICK_INFO);
     pathB += QString::fromLatin1(clickinfo::FILE_CLICK_INFO);
 
+    m_resultLock = std::make_unique<ResultFolderLock>(); // taken when the name is known
     const ESTATUS written = writeResultClickInfo(pathA, pathB);
     const ESTATUS analyzed = written == ESTATUS_SUCCESS
                                  ? writeAnalyzedClickInfo(analyzedPathOf(pathA), analyzedPathOf(pathB))
@@ -159,15 +160,13 @@ bool CVXSImageMathWnd::reserveResultFolder(const QString &clickA)
     for (;;) {
         const QString folder = CVXPreference::getProgramDataPath() + QLatin1Char('/') + m_resultClickNumber;
         QDir().mkdir(folder);
-        m_resultLock = std::make_unique<ResultFolderLock>(folder);
-        if (!m_resultLock->take(PATIENCE)) {
+        if (!m_resultLock->take(folder, PATIENCE)) {
             imagemath::logLine(folder + QStringLiteral(": another workspace is writing a result there"));
             return false;
         }
         const QString free = makeResultClickNumber(clickA);
         if (free == m_resultClickNumber)
             return true;
-        m_resultLock.reset();
         if (free.isNull())
             return false;
         m_resultClickNumber = free;

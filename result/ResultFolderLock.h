@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <memory>
 #include <QLockFile>
 #include <QString>
 
@@ -12,11 +13,11 @@
 class ResultFolderLock
 {
 public:
-    explicit ResultFolderLock(const QString &folder);
-
-    /// Waits for another program that has the folder, `patience` ms at most; false when it still has it.
-    bool take(int patience);
+    /// Waits for another program that has the folder, `patience` ms at most; false when it still has it. The
+    /// folder that was taken before is free again.
+    bool take(const QString &folder, int patience);
+    bool isTaken() const { return m_file != nullptr; }
 
 private:
-    QLockFile m_file;
+    std::unique_ptr<QLockFile> m_file;
 };

@@ -188,7 +188,7 @@ protected:
     CILImage m_photoImage;                  ///< copy of the photograph that goes with the last result dataset
     QString m_resultClickNumber;
     QString m_resultFolderPath;                     ///< ends in "/"
-    std::unique_ptr<ResultFolderLock> m_resultLock; ///< while a result is written
+    std::unique_ptr<ResultFolderLock> m_resultLock; ///< set while the flow writes a result
     bool m_bCannotCombine = false;
     QStringList m_messages;        ///< lines of the result tag while there is no result to show
     bool m_bRefreshEnabled = true; ///< false exactly while the computation emits a colour-range signal

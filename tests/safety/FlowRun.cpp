@@ -14,6 +14,8 @@ namespace {
 
 constexpr int MOST_TIME = 120000; // ms a run, of a sanitized build on a busy machine
 
+} // namespace
+
 bool hasPixels(const QString &path, const std::function<float(int, int)> &wanted, QString *why)
 {
     CILImage image;
@@ -33,8 +35,6 @@ bool hasPixels(const QString &path, const std::function<float(int, int)> &wanted
     }
     return true;
 }
-
-} // namespace
 
 QString FlowFolder::sequence() const
 {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <QList>
 #include <QMap>
@@ -51,6 +52,9 @@ private:
 
 /// What LD_PRELOAD has to be for that library: in a sanitized program its runtime comes first.
 QString preloadOf(const QString &library);
+
+/// Whether the pixels of an image file are those of a function; `why` says which one is not.
+bool hasPixels(const QString &path, const std::function<float(int x, int y)> &wanted, QString *why);
 
 /// A result's folder holds its files and no others, with the pixels of A - B of the safety study: an empty
 /// text, else what is wrong. The operands' and the photograph's copies are compared with what the study was

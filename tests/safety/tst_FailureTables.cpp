@@ -132,6 +132,7 @@ private Q_SLOTS:
     void aListWithoutACurrentItemNeedsTwoImages();
     void aNoteOfAMegabyteIsKept();
     void aPictureThatCannotBeCalibratedIsNoResult();
+    void aResultOfAResultOfAResult();
     void aFolderThatAnotherWritesIntoIsLeftAlone();
     void twoWorkspacesAtTheSameMomentMakeTwoResults();
 
@@ -436,6 +437,48 @@ void tst_FailureTables::aPictureThatCannotBeCalibratedIsNoResult()
     QCOMPARE(firstFaultOfResult(bench.resultFolder(M), false), QString());
 }
 
+void tst_FailureTables::aResultOfAResultOfAResult()
+{
+    FailureBench bench(m_place->path());
+    QVERIFY2(bench.start({specOf(CLICK_A), specOf(CLICK_B)}, QString()), qPrintable(bench.lastError()));
+    const auto operands = hashesBelow(bench.folder().study());
+    QString operand = CLICK_A;
+    QStringList made;
+    for (int times = 1; times <= 3; ++times) {
+        QVERIFY2(bench.tool().select(operand, CLICK_B), qPrintable(bench.tool().why()));
+        QVERIFY2(bench.press(), qPrintable(bench.lastError()));
+        const QString click = bench.tool().result()->getClickNumber();
+        const QString folder = bench.resultFolder(click);
+        made += click;
+        // A - B - B - B, and the copies of the operands as they were taken.
+        QString why;
+        QVERIFY2(hasPixels(
+                     folder + "luminescent.tif",
+                     [times](int x, int y) { return countsA(x, y) - float(times) * countsB(x, y); }, &why),
+                 qPrintable(why));
+        QVERIFY2(hasPixels(
+                     folder + "luminescentA.TIF",
+                     [times](int x, int y) { return countsA(x, y) - float(times - 1) * countsB(x, y); },
+                     &why),
+                 qPrintable(why));
+        CPLClickInfo info;
+        QCOMPARE(info.loadClickInfo(folder + "ClickInfo.txt", false), ESTATUS_SUCCESS);
+        QString from;
+        info["luminescent image"]->getValue("Image Math A ClickNumber", &from);
+        QCOMPARE(from, operand);
+        // The person opens it in the sequence.
+        QVERIFY2(bench.tool().closeResult(), qPrintable(bench.tool().why()));
+        auto *dataset = CVXSDataset::open(folder, nullptr, nullptr);
+        QVERIFY(dataset && bench.tool().sequence()->addDataset(dataset));
+        QCoreApplication::processEvents();
+        operand = click;
+    }
+    QCOMPARE(made, (QStringList{M, N, "AB_O20260102030406"}));
+    QCOMPARE(hashesBelow(bench.folder().study()), operands);
+    CVXSDataset::registerStoredDatasets(bench.folder().data());
+    QCOMPARE(knownResults(), made);
+}
+
 void tst_FailureTables::aFolderThatAnotherWritesIntoIsLeftAlone()
 {
     FailureBench bench(m_place->path());
@@ -444,8 +487,8 @@ void tst_FailureTables::aFolderThatAnotherWritesIntoIsLeftAlone()
     QVERIFY(QDir().mkpath(bench.resultFolder(M)) && write(half, "half of a result"));
     const auto before = hashesBelow(bench.resultFolder(M));
     {
-        ResultFolderLock other(bench.resultFolder(M));
-        QVERIFY(other.take(0));
+        ResultFolderLock other;
+        QVERIFY(other.take(bench.resultFolder(M), 0));
         QVERIFY(!bench.press());
         QVERIFY2(bench.isLogged({M, "another workspace is writing"}),
                  qPrintable(bench.failures().join('\n')));

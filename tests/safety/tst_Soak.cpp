@@ -145,14 +145,15 @@ void tst_Soak::manyChangesAndResults_data()
     QTest::addColumn<int>("steps");
     QTest::addColumn<bool>("isLeaking");
     QTest::newRow("memory is flat after the warm-up") << STEPS << false;
-    if (!IS_SANITIZED)
-        QTest::newRow("one image lost a step is noticed") << STEPS_TO_SEE_A_LEAK << true;
+    QTest::newRow("one image lost a step is noticed") << STEPS_TO_SEE_A_LEAK << true;
 }
 
 void tst_Soak::manyChangesAndResults()
 {
     QFETCH(int, steps);
     QFETCH(bool, isLeaking);
+    if (IS_SANITIZED && isLeaking)
+        QSKIP("freed memory is kept back, so how much is used says nothing");
     QTemporaryDir place;
     QList<ClickSpec> clicks;
     for (const QString &click : manyClicks()) {
