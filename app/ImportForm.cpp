@@ -8,6 +8,7 @@
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QSettings>
 
@@ -69,6 +70,9 @@ ImportForm::ImportForm(QWidget *parent) : QWidget(parent)
               QStringLiteral("0"), &S::excitationIrradiance,
               tr("Irradiance of the excitation light; 0 when it is not known or there is none"));
     recall();
+    // A text with an underlined letter is drawn a little wider than it is measured.
+    for (QLabel *label : findChildren<QLabel *>())
+        label->setMinimumWidth(label->sizeHint().width() + 4);
 }
 
 void ImportForm::addNumber(QFormLayout *form, const char *name, const QString &label, const QString &unit,

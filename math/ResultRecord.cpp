@@ -81,6 +81,9 @@ QVector<imagemath::FileRecord> imagemath::imageFilesOf(const CVXSDataset &datase
         const QString name = dataset.getImageFileName(type);
         if (!dataset.getImageList()->isPresent(type) || !CVXUtilityFns::isSafeFileName(name))
             continue;
+        const QString hash = sha256OfFile(folder + name);
+        if (hash.isEmpty())
+            continue;
         if (isOwnFolder && !dataset.isImageFileAsRead(type)) {
             logLine(QStringLiteral(
                         "%1%2: the file was changed after it had been read; the result is of the image as it "
@@ -88,9 +91,7 @@ QVector<imagemath::FileRecord> imagemath::imageFilesOf(const CVXSDataset &datase
                         .arg(folder, name));
             continue;
         }
-        const QString hash = sha256OfFile(folder + name);
-        if (!hash.isEmpty())
-            files.append({name, hash});
+        files.append({name, hash});
     }
     return files;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tour/Report.h"
 
+#include "host/vxutils/writeWhole.h"
+
 #include "tour/Hand.h"
 
 #include <QSaveFile>
@@ -48,7 +50,7 @@ void Report::write(const QString &file)
                         : QStringLiteral("SOMETHING DOES NOT HOLD, see above."));
     QSaveFile target(m_outFolder + QLatin1Char('/') + file);
     const QByteArray text = m_lines.join(QLatin1Char('\n')).trimmed().toUtf8() + '\n';
-    if (!target.open(QIODevice::WriteOnly) || target.write(text) != text.size() || !target.commit())
+    if (!target.open(QIODevice::WriteOnly) || !writeWhole(target, text) || !target.commit())
         hand::giveUp(QStringLiteral("%1: %2").arg(target.fileName(), target.errorString()));
     std::fputs(text.constData(), stdout);
 }

@@ -7,6 +7,7 @@
 #include "host/vxapi/view/CVXSMdiSubWindow.h"
 #include "host/vxapi/view/CVXSSequenceWindow.h"
 
+#include <algorithm>
 #include <QList>
 #include <QPointer>
 #include <QStyle>
@@ -59,9 +60,21 @@ CVXSMdiSubWindow *CVXSWorkspace::addChildWindow(CVXSChildWindow *window)
     }
     connect(window, &QObject::destroyed, this, &CVXSWorkspace::announceActiveChild);
     subWindow->showWindow();
+    keepInSight(subWindow);
     // Said here as well: a workspace that is not on the screen yet activates no sub-window.
     onSubWindowActivated(subWindow);
     return subWindow;
+}
+
+// The area places a new window below and right of the last one, which may be half outside.
+void CVXSWorkspace::keepInSight(QMdiSubWindow *window) const
+{
+    if (!isVisible() || window->isMaximized())
+        return;
+    const QRect area = viewport()->rect();
+    window->resize(window->size().boundedTo(area.size()).expandedTo(window->minimumSizeHint()));
+    window->move(std::max(0, std::min(window->x(), area.width() - window->width())),
+                 std::max(0, std::min(window->y(), area.height() - window->height())));
 }
 
 CVXSMdiSubWindow *CVXSWorkspace::addToolWidget(QWidget *widget)

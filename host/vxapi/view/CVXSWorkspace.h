@@ -39,6 +39,7 @@ Q_SIGNALS:
     void activeChildChanged(CVXSChildWindow *window);
 
 private:
+    void keepInSight(QMdiSubWindow *window) const;
     void onSubWindowActivated(QMdiSubWindow *window);
     void showAgain(CVXSChildWindow *window);
     void announceActiveChild();

@@ -32,7 +32,7 @@ ColorLimitsPanel::ColorLimitsPanel(QWidget *parent) : QWidget(parent)
     layout->addWidget(new QLabel(tr("Max"), this));
     layout->addWidget(m_high);
     layout->addStretch(1);
-    layout->addWidget(new QLabel(tr("Colour limits"), this));
+    layout->addWidget(new QLabel(tr("Color limits"), this));
     layout->addWidget(m_mode);
     layout->addSpacing(12);
     layout->addLayout(m_middle = new QVBoxLayout);

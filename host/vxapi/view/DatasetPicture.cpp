@@ -6,6 +6,7 @@
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/VXCalibration.h"
 #include "host/vxapi/view/CVXSMultiImageView.h"
+#include "host/vxparser/CPLClickInfo.h"
 
 #include <cmath>
 #include <limits>
@@ -74,6 +75,26 @@ DatasetPicture::DatasetPicture(CVXSDataset *dataset, CVXSMultiImageView *view)
     const QVector<EDATASETPICTURE> all = choices();
     if (!all.isEmpty())
         m_choice = all.first();
+    if (m_dataset && isResult(*m_dataset))
+        takeStoredLimits();
+}
+
+// A result of image math opens in the colours in which it was made, in the unit of its pixels.
+void DatasetPicture::takeStoredLimits()
+{
+    const CPLClickInfo &info = *m_dataset->getClickInfo();
+    const auto stored = [&info](const char *key) {
+        return clickinfo::numberOf(info, clickinfo::SECTION_GRAPH_CONTROLS, key);
+    };
+    const SColorLimits limits{ELIMITS_MANUAL, stored(clickinfo::KEY_COLOR_TABLE_MIN),
+                              stored(clickinfo::KEY_COLOR_TABLE_MAX)};
+    tag_edisplayunit unit;
+    const QString unitName =
+        clickinfo::textOf(info, clickinfo::SECTION_GRAPH_CONTROLS, clickinfo::KEY_INTENSITY_CALIBRATION);
+    if (!unitOfKey(unitName, &unit) || !(limits.low < limits.high))
+        return;
+    m_limits = limits;
+    m_limitsUnit = unit;
 }
 
 DatasetPicture::~DatasetPicture()

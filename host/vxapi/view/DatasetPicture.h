@@ -64,6 +64,7 @@ public:
     QString obstacleToRois() const;
 
 private:
+    void takeStoredLimits();
     void showLuminescent();
     void showStored(tag_eimagetype type);
     void addPhotograph();

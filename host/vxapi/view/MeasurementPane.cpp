@@ -8,6 +8,7 @@
 #include "host/vxapi/view/MeasurementText.h"
 #include "host/vxapi/view/RoiMeasurer.h"
 #include "host/vxutils/CVXSErrorHandler.h"
+#include "host/vxutils/writeWhole.h"
 
 #include <algorithm>
 #include <QApplication>
@@ -202,7 +203,7 @@ bool MeasurementPane::saveTable(const QString &path, QString *error)
         readRecords();
     const QByteArray csv = measurementtext::asCsv(m_model->records(), m_model->unit()).toUtf8();
     QSaveFile file(path);
-    const bool isSaved = file.open(QIODevice::WriteOnly) && file.write(csv) == csv.size() && file.commit();
+    const bool isSaved = file.open(QIODevice::WriteOnly) && writeWhole(file, csv) && file.commit();
     if (!isSaved)
         *error = QDir::toNativeSeparators(path) + QStringLiteral(": ") + file.errorString();
     return isSaved;
