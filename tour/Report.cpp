@@ -2,7 +2,6 @@
 #include "tour/Report.h"
 
 #include "host/vxutils/writeWhole.h"
-
 #include "tour/Hand.h"
 
 #include <QSaveFile>
