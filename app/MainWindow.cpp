@@ -9,6 +9,7 @@
 #include "app/HowMadePanel.h"
 #include "app/LogPane.h"
 #include "app/LooseDatasets.h"
+#include "app/newAction.h"
 #include "app/PluginManager.h"
 #include "app/RecentSequences.h"
 #include "app/SequenceDrop.h"
@@ -41,15 +42,6 @@ namespace {
 constexpr char KEY_GEOMETRY[] = "MainWindow/geometry";
 constexpr char KEY_STATE[] = "MainWindow/state";
 constexpr int STATE_VERSION = 1;
-
-QAction *newAction(QMenu *menu, const QString &text, const char *objectName,
-                   const QKeySequence &shortcut = QKeySequence())
-{
-    QAction *action = menu->addAction(text);
-    action->setObjectName(QString::fromLatin1(objectName));
-    action->setShortcut(shortcut);
-    return action;
-}
 
 } // namespace
 
