@@ -14,8 +14,6 @@
 
 namespace {
 
-constexpr double SATURATED = 65000.0; ///< camera counts from which a pixel says no more than "bright"
-constexpr int HISTOGRAM_BINS = 25000;
 /// Below this, limits with six decimals are off by more than one of 256 colours.
 constexpr double LEAST_STORED_RANGE = 256 * 0.5e-6;
 
@@ -189,9 +187,9 @@ void DatasetPicture::updateLimits(tag_edisplayunit unit)
     if (!isResult(*m_dataset)) {
         const double factor = VX_CalibrateIntensityWithFilterTrans(EIMAGE_LUMINESCENT, m_dataset,
                                                                    unitKey(EUNIT_COUNTS), unitKey(unit));
-        ceiling = SATURATED * (std::isfinite(factor) ? factor : 1.0);
+        ceiling = VX_SATURATED_COUNTS * (std::isfinite(factor) ? factor : 1.0);
     }
-    VX_LuminImageMinMax(&m_image, &m_limits.low, &m_limits.high, unitKey(unit), 1.0, ceiling, HISTOGRAM_BINS);
+    VX_LuminImageMinMax(&m_image, &m_limits.low, &m_limits.high, unitKey(unit), 1.0, ceiling, VX_RANGE_BINS);
 }
 
 void DatasetPicture::addPhotograph()
