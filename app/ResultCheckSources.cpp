@@ -97,7 +97,7 @@ QStringList changedOperand(const OperandRecord &record, const CVXSDataset &opera
 /// The photograph that lies with the result is a byte copy of the recorded one.
 QStringList changedPhotograph(const imagemath::PhotographRecord &record, const CVXSDataset &result)
 {
-    const QString &name = record.file.name;
+    const QString name = result.getImageFileName(EIMAGE_PHOTOGRAPH);
     if (record.clickNumber.isEmpty() || !CVXUtilityFns::isSafeFileName(name) ||
         imagemath::sha256OfFile(result.getFolderPath() + name) == record.file.sha256)
         return {};

@@ -12,6 +12,7 @@
 #include "window/CVXSImageMathWnd.h"
 
 #include <memory>
+#include <QFileInfo>
 
 using namespace clickinfo;
 using namespace resultclickinfo;
@@ -45,6 +46,16 @@ std::unique_ptr<CPLSection> newSection(const QString &key, const CPLSection *sou
     else
         copyName(*section, source);
     return section;
+}
+
+/// An operand's image file: of the usual name or, where there is none, of the name that the operand gives it.
+QString operandFile(const QString &clickInfoPath, const char *usualName, const CVXSDataset *dataset,
+                    tag_eimagetype type)
+{
+    const QString usual = fileIn(folderOf(clickInfoPath), usualName);
+    if (!dataset || QFileInfo::exists(usual))
+        return usual;
+    return folderOf(clickInfoPath) + dataset->getImageFileName(type);
 }
 
 /// Reads another ClickInfo into `info` and, when that succeeds, takes its section as the source.
@@ -142,11 +153,8 @@ ESTATUS CVXSImageMathWnd::writeResultClickInfo(const QString &pathA, const QStri
             continue;
         const CPLSection *source = infoA[key];
         m_resultClickNumber = makeResultClickNumber(facts.clickA);
-        if (m_resultClickNumber.isNull()) {
-            imagemath::logLine(
-                QStringLiteral("Every click number for a result of %1 is taken").arg(facts.clickA));
+        if (m_resultClickNumber.isNull())
             return ESTATUS_RESULT_FOLDER;
-        }
         if (m_resultLock && !m_resultLock->isTaken() && !reserveResultFolder(facts.clickA))
             return ESTATUS_RESULT_FOLDER;
         auto section = newSection(key, source, m_resultClickNumber);
@@ -179,10 +187,10 @@ ESTATUS CVXSImageMathWnd::writeResultClickInfo(const QString &pathA, const QStri
 void CVXSImageMathWnd::writeResultImages(const QString &pathA, const QString &pathB)
 {
     if (!pathA.isEmpty())
-        copyImageFile(fileIn(folderOf(pathA), FILE_LUMINESCENT),
+        copyImageFile(operandFile(pathA, FILE_LUMINESCENT, m_pDatasetA, EIMAGE_LUMINESCENT),
                       fileIn(m_resultFolderPath, FILE_LUMINESCENT_A));
     if (!pathB.isEmpty())
-        copyImageFile(fileIn(folderOf(pathB), FILE_LUMINESCENT),
+        copyImageFile(operandFile(pathB, FILE_LUMINESCENT, m_pDatasetB, EIMAGE_LUMINESCENT),
                       fileIn(m_resultFolderPath, FILE_LUMINESCENT_B));
 
     m_resultImage.setDescription(describeResult(folderOf(pathA), folderOf(pathB)));
@@ -197,7 +205,8 @@ void CVXSImageMathWnd::writeResultImages(const QString &pathA, const QString &pa
                          : photographed == QLatin1String("B") ? pathB
                                                               : QString();
     if (!from.isEmpty())
-        copyImageFile(fileIn(folderOf(from), FILE_PHOTOGRAPH), fileIn(m_resultFolderPath, FILE_PHOTOGRAPH));
+        copyImageFile(operandFile(from, FILE_PHOTOGRAPH, photoDataset(), EIMAGE_PHOTOGRAPH),
+                      fileIn(m_resultFolderPath, FILE_PHOTOGRAPH));
 }
 
 std::string CVXSImageMathWnd::describeResult(const QString &folderA, const QString &folderB) const
@@ -210,14 +219,12 @@ std::string CVXSImageMathWnd::describeResult(const QString &folderA, const QStri
         record.a.files = imagemath::imageFilesOf(*m_pDatasetA, folderA);
     if (m_pDatasetB)
         record.b.files = imagemath::imageFilesOf(*m_pDatasetB, folderB);
-    const auto photographIn = [](const QString &folder) {
-        const QString name = QString::fromLatin1(FILE_PHOTOGRAPH);
-        return imagemath::FileRecord{name, imagemath::sha256OfFile(folder + name)};
-    };
     if (isPhotoEnabled()) {
         const bool isFromA = m_pPhotoFromCB->currentText() == QLatin1String("A");
+        const QString path =
+            operandFile(isFromA ? folderA : folderB, FILE_PHOTOGRAPH, photoDataset(), EIMAGE_PHOTOGRAPH);
         record.photograph = {isFromA ? record.a.clickNumber : record.b.clickNumber,
-                             photographIn(isFromA ? folderA : folderB)};
+                             {QFileInfo(path).fileName(), imagemath::sha256OfFile(path)}};
     }
     if (!record.maskPhotograph.clickNumber.isEmpty() && m_pDatasetB) {
         const QString name = m_pDatasetB->getImageFileName(EIMAGE_PHOTOGRAPH);

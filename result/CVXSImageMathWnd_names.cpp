@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/CVXSDataset.h"
+#include "math/ToolLog.h"
 #include "result/ClickNumber.h"
 #include "result/NoteText.h"
 #include "window/CVXSImageMathWnd.h"
@@ -21,8 +22,11 @@ void CVXSImageMathWnd::replaceNoteEntry(QString &note, const QString &key, const
 
 QString CVXSImageMathWnd::makeResultClickNumber(QString clickNumber)
 {
-    return clicknumber::forResult(
+    const QString free = clicknumber::forResult(
         clickNumber, [](const QString &candidate) { return CVXSDataset::getDataset(candidate) != nullptr; });
+    if (free.isNull())
+        imagemath::logLine(QStringLiteral("Every click number for a result of %1 is taken").arg(clickNumber));
+    return free;
 }
 
 QString CVXSImageMathWnd::clickNumberStem(const QString &name)

@@ -52,6 +52,7 @@ private Q_SLOTS:
     void aFileThatWasChangedAfterReadingIsNotHashed();
     void aPipeInPlaceOfAFileIsNotWaitedFor();
     void anOperandImageOfAnotherNameGivesAResultThatLoads();
+    void aPhotographOfAnotherNameComesAlong();
 
 private:
     ResultRecord record() const
@@ -189,6 +190,35 @@ void tst_RecordOfMaking::anOperandImageOfAnotherNameGivesAResultThatLoads()
     QVERIFY(image);
     QCOMPARE(image->getMin(), 75.0f);
     QCOMPARE(image->getMax(), 168.0f);
+}
+
+void tst_RecordOfMaking::aPhotographOfAnotherNameComesAlong()
+{
+    // An operand as somebody else named its files, opened anew.
+    const QString a = ResultBench::clickA();
+    for (const char *name : {"luminescent", "photograph"})
+        QVERIFY(QFile::rename(fileOf(a, qPrintable(QString(name) + ".tif")),
+                              fileOf(a, qPrintable(QString(name) + "-raw.tif"))));
+    CPLClickInfo &info = *m_bench->datasetA()->getClickInfo();
+    info["luminescent image"]->setSectionName(QStringLiteral("luminescent-raw.tif"));
+    info["photographic image"]->setSectionName(QStringLiteral("photograph-raw.tif"));
+    QCOMPARE(info.saveClickInfo(m_bench->clickInfo(a)), ESTATUS_SUCCESS);
+    const QString folder = m_bench->folderOf(a);
+    m_bench->bound().show(); // so that it follows the sequence
+    QVERIFY(sequence()->removeDataset(a));
+    CVXSDataset *again = CVXSDataset::open(folder, nullptr, nullptr);
+    QVERIFY(again);
+    QVERIFY(sequence()->addDataset(again, 0));
+    window()->m_pListBoxA->setCurrentRow(0);
+    window()->m_pListBoxB->setCurrentRow(1);
+    loadForReal();
+    m_bench->choosePhotograph(QStringLiteral("A"));
+    window()->agreesToAngles = true; // the bench's record of B says one
+    press();
+    QVERIFY2(CVXSDataset::getDataset(ResultBench::resultNumber()), qPrintable(failures().join('\n')));
+    QCOMPARE(hashOf(m_bench->resultFile("photograph.tif")), hashOf(fileOf(a, "photograph-raw.tif")));
+    QCOMPARE(hashOf(m_bench->resultFile("luminescentA.TIF")), hashOf(fileOf(a, "luminescent-raw.tif")));
+    QCOMPARE(record().photograph.file.sha256, hashOf(fileOf(a, "photograph-raw.tif")));
 }
 
 QTEST_MAIN(tst_RecordOfMaking)
