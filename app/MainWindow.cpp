@@ -29,10 +29,13 @@
 #include <QCloseEvent>
 #include <QDir>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QScreen>
 #include <QSettings>
+#include <QStyle>
 #include <QVBoxLayout>
 #include <QWhatsThis>
 
@@ -49,6 +52,22 @@ QAction *newAction(QMenu *menu, const QString &text, const char *objectName,
     action->setObjectName(QString::fromLatin1(objectName));
     action->setShortcut(shortcut);
     return action;
+}
+
+/// Makes a window no larger than its screen, which may be another one than last time, and moves it in there.
+void keepOnScreen(QWidget *window)
+{
+    const QScreen *screen = QGuiApplication::screenAt(window->geometry().center());
+    if (!screen)
+        screen = QGuiApplication::primaryScreen();
+    if (!screen)
+        return;
+    QRect room = screen->availableGeometry();
+    room.setTop(room.top() + window->style()->pixelMetric(QStyle::PM_TitleBarHeight));
+    window->resize(window->size().boundedTo(room.size()));
+    // A window that has no place of its own yet gets one from the window manager.
+    if (window->testAttribute(Qt::WA_Moved) && !room.contains(window->geometry()))
+        window->move(screen->availableGeometry().topLeft());
 }
 
 } // namespace
@@ -169,6 +188,7 @@ void MainWindow::restoreWindow()
     const auto settings = CVXPreference::settings();
     if (!restoreGeometry(settings->value(QLatin1String(KEY_GEOMETRY)).toByteArray()))
         resize(1280, 860);
+    keepOnScreen(this);
     restoreState(settings->value(QLatin1String(KEY_STATE)).toByteArray(), STATE_VERSION);
 }
 
