@@ -7,6 +7,7 @@
 #include "app/ImportDialog.h"
 #include "app/LooseDatasets.h"
 #include "app/MainWindow.h"
+#include "app/newAction.h"
 #include "app/RecentSequences.h"
 #include "app/SequenceManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
@@ -21,19 +22,6 @@
 #include <QFileInfo>
 #include <QMdiSubWindow>
 #include <QMenu>
-
-namespace {
-
-QAction *newAction(QMenu *menu, const QString &text, const char *objectName,
-                   const QKeySequence &shortcut = QKeySequence())
-{
-    QAction *action = menu->addAction(text);
-    action->setObjectName(QString::fromLatin1(objectName));
-    action->setShortcut(shortcut);
-    return action;
-}
-
-} // namespace
 
 FileMenu::FileMenu(QMenu *menu, MainWindow *window) : QObject(window), m_window(window)
 {

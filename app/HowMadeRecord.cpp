@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/HowMadeRecord.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vximage/CILImage.h"
-#include "host/vxparser/CPLClickInfo.h"
-#include "host/vxutils/CVXUtilityFns.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -18,22 +15,12 @@ QString translated(const char *text)
     return QCoreApplication::translate("HowMadeRecord", text);
 }
 
-/// The file of the luminescent image; a name that is not a plain one is not followed.
-QString imageFileOf(const CVXSDataset &result)
-{
-    QString name;
-    const CPLSection *section = (*result.getClickInfo())[QString::fromLatin1(clickinfo::SECTION_LUMINESCENT)];
-    if (section)
-        section->getSectionName(&name, false);
-    return CVXUtilityFns::isSafeFileName(name) ? name : QString::fromLatin1(clickinfo::FILE_LUMINESCENT);
-}
-
 } // namespace
 
 HowMadeRecord HowMadeRecord::of(const CVXSDataset &result)
 {
     HowMadeRecord found;
-    const QString name = imageFileOf(result);
+    const QString name = result.getImageFileName(EIMAGE_LUMINESCENT);
     found.file = result.getFolderPath() + name;
     if (!QFileInfo(found.file).isFile()) { // not a line in the log each time the window is looked at
         found.problem = translated("The image file is not there: %1").arg(found.file);

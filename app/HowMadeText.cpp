@@ -7,8 +7,6 @@
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxparser/CPLClickInfo.h"
 
-#include <array>
-#include <charconv>
 #include <cmath>
 #include <QCoreApplication>
 #include <QDateTime>
@@ -150,7 +148,7 @@ Rows rowsOfRecord(const ResultRecord &record, const CPLClickInfo &info)
     Rows rows;
     pair(&rows, translated("Operation"), record.operation);
     pair(&rows, translated("k, exactly"),
-         QStringLiteral("%1  =  %2").arg(howmade::decimalOf(record.k), howmade::hexadecimalOf(record.k)));
+         QStringLiteral("%1  =  %2").arg(imagemath::decimalOf(record.k), imagemath::hexadecimalOf(record.k)));
     const QString shown = textOf(info, SECTION_LUMINESCENT, KEY_MATH_K);
     if (showsOtherNumber(shown, record.k))
         pair(&rows, translated("k in ClickInfo"), shown);
@@ -207,22 +205,4 @@ QString howmade::plainText(const QVector<HowMadeRow> &rows)
             lines += row.name + QStringLiteral(": ") + row.whole();
     }
     return lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
-}
-
-QString howmade::decimalOf(float k)
-{
-    std::array<char, 64> text;
-    const auto end = std::to_chars(text.data(), text.data() + text.size(), k).ptr;
-    return QString::fromLatin1(text.data(), int(end - text.data()));
-}
-
-QString howmade::hexadecimalOf(float k)
-{
-    if (!std::isfinite(k))
-        return decimalOf(k);
-    std::array<char, 64> text;
-    const auto end =
-        std::to_chars(text.data(), text.data() + text.size(), std::abs(k), std::chars_format::hex).ptr;
-    return (std::signbit(k) ? QStringLiteral("-0x") : QStringLiteral("0x")) +
-           QString::fromLatin1(text.data(), int(end - text.data()));
 }

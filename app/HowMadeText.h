@@ -27,8 +27,4 @@ QVector<HowMadeRow> rowsOf(const CVXSDataset &result, const HowMadeRecord &made)
 /// The rows with nothing shortened, a line each.
 QString plainText(const QVector<HowMadeRow> &rows);
 
-/// The shortest decimal that reads back as the same float, and its hexadecimal form; in the C locale.
-QString decimalOf(float k);
-QString hexadecimalOf(float k);
-
 } // namespace howmade

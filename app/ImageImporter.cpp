@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <QCoreApplication>
+#include <QDir>
 #include <QFileInfo>
 #include <QSet>
 
@@ -25,6 +26,26 @@ bool areInitials(const QString &text)
     });
 }
 
+QString sequencesFolder()
+{
+    return CVXPreference::getProgramDataPath() + QStringLiteral("/sequences/");
+}
+
+/// Click numbers in the sequences that are saved where sequences usually are. They need not be open to be
+/// confused with others later.
+QSet<QString> savedClickNumbers()
+{
+    QSet<QString> names;
+    const QDir sequences(sequencesFolder());
+    const QStringList ids = sequences.entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    for (const QString &id : ids) {
+        const QStringList clicks = QDir(sequences.filePath(id)).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+        for (const QString &click : clicks)
+            names.insert(click);
+    }
+    return names;
+}
+
 /// Names of initials and a stamp that nobody has, one after another.
 class FreeNames
 {
@@ -37,15 +58,14 @@ public:
     QString nextClickNumber()
     {
         QString name = nextName();
-        while (CVXSDataset::getDataset(name))
+        while (m_saved.contains(name) || CVXSDataset::getDataset(name))
             name = nextName();
         return name;
     }
 
     static bool isSequenceTaken(const QString &id)
     {
-        return CVXSSequenceDataset::getSequenceDataset(id) ||
-               QFileInfo::exists(CVXPreference::getProgramDataPath() + QStringLiteral("/sequences/") + id);
+        return CVXSSequenceDataset::getSequenceDataset(id) || QFileInfo::exists(sequencesFolder() + id);
     }
 
 private:
@@ -57,6 +77,7 @@ private:
     }
 
     QString m_initials;
+    QSet<QString> m_saved = savedClickNumbers();
     QDateTime m_time; // counted as if it were UTC, which has no hour twice
 };
 

@@ -26,7 +26,7 @@ struct SImportRequest
 
 /// Makes a sequence in memory of image files, in their order. Click numbers are initials and a date-time
 /// stamp, from `now` on a second each, such as "ZB20261121153000"; the sequence has the first of them and
-/// "_SEQ". Names that an open or stored dataset has are left out. All or nothing: null on failure, with
-/// status and "file: reason" or "setting: reason".
+/// "_SEQ". Names that an open or stored dataset has, or one in a saved sequence, are left out. All or
+/// nothing: null on failure, with status and "file: reason" or "setting: reason".
 std::unique_ptr<CVXSSequenceDataset> importSequence(const SImportRequest &request, const QDateTime &now,
                                                     ESTATUS *status, QString *error);

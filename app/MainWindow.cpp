@@ -9,8 +9,10 @@
 #include "app/HowMadePanel.h"
 #include "app/LogPane.h"
 #include "app/LooseDatasets.h"
+#include "app/newAction.h"
 #include "app/PluginManager.h"
 #include "app/RecentSequences.h"
+#include "app/ScreenFit.h"
 #include "app/SequenceDrop.h"
 #include "app/SequenceManager.h"
 #include "app/WindowMenu.h"
@@ -29,13 +31,10 @@
 #include <QCloseEvent>
 #include <QDir>
 #include <QFileInfo>
-#include <QGuiApplication>
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QMimeData>
-#include <QScreen>
 #include <QSettings>
-#include <QStyle>
 #include <QVBoxLayout>
 #include <QWhatsThis>
 
@@ -44,31 +43,6 @@ namespace {
 constexpr char KEY_GEOMETRY[] = "MainWindow/geometry";
 constexpr char KEY_STATE[] = "MainWindow/state";
 constexpr int STATE_VERSION = 1;
-
-QAction *newAction(QMenu *menu, const QString &text, const char *objectName,
-                   const QKeySequence &shortcut = QKeySequence())
-{
-    QAction *action = menu->addAction(text);
-    action->setObjectName(QString::fromLatin1(objectName));
-    action->setShortcut(shortcut);
-    return action;
-}
-
-/// Makes a window no larger than its screen, which may be another one than last time, and moves it in there.
-void keepOnScreen(QWidget *window)
-{
-    const QScreen *screen = QGuiApplication::screenAt(window->geometry().center());
-    if (!screen)
-        screen = QGuiApplication::primaryScreen();
-    if (!screen)
-        return;
-    QRect room = screen->availableGeometry();
-    room.setTop(room.top() + window->style()->pixelMetric(QStyle::PM_TitleBarHeight));
-    window->resize(window->size().boundedTo(room.size()));
-    // A window that has no place of its own yet gets one from the window manager.
-    if (window->testAttribute(Qt::WA_Moved) && !room.contains(window->geometry()))
-        window->move(screen->availableGeometry().topLeft());
-}
 
 } // namespace
 

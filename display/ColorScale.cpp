@@ -12,10 +12,6 @@ namespace colorscale {
 
 namespace {
 
-// Where the camera saturates [counts], and the bins of the automatic range's histogram.
-constexpr double SATURATION = 65000.0;
-constexpr int HISTOGRAM_BINS = 25000;
-
 bool isUnit(const QString &name, tag_edisplayunit unit)
 {
     return name.toLower() == displayUnitName(unit).toLower();
@@ -23,8 +19,8 @@ bool isUnit(const QString &name, tag_edisplayunit unit)
 
 ESTATUS hostRange(CILImage &image, const QString &unitName, double factor, Limits *limits)
 {
-    return VX_LuminImageMinMax(&image, &limits->min, &limits->max, unitName, factor, SATURATION,
-                               HISTOGRAM_BINS);
+    return VX_LuminImageMinMax(&image, &limits->min, &limits->max, unitName, factor, VX_SATURATED_COUNTS,
+                               VX_RANGE_BINS);
 }
 
 } // namespace

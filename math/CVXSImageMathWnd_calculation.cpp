@@ -71,6 +71,8 @@ bool CVXSImageMathWnd::bothAssociated(const QString &clickA, const QString &clic
 
 void CVXSImageMathWnd::showInvalidSelection()
 {
+    for (int slot = 0; slot < SLOT_COUNT; ++slot)
+        setViewImage(slot, nullptr);
     m_pDisplayBtn->setEnabled(false);
     imagemath::logLine(QStringLiteral("One or more dataset(s) is/are invalid..."));
     m_messages = QStringList{tr("Need two images.")};

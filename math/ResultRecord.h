@@ -55,6 +55,10 @@ struct ResultRecord
     bool isEmpty() const { return operation.isEmpty(); }
 };
 
+/// The shortest decimal that reads back as the same float, and its hexadecimal form; in the C locale.
+QString decimalOf(float value);
+QString hexadecimalOf(float value);
+
 /// The record as a JSON object in UTF-8. k is there as the shortest decimal that reads back and in
 /// hexadecimal; the latter counts when it is read.
 QByteArray toJson(const ResultRecord &record);

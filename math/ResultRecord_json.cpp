@@ -36,24 +36,6 @@ const QString FILES = QStringLiteral("files");
 const QString NAME = QStringLiteral("name");
 const QString SHA256 = QStringLiteral("sha256");
 
-/// The shortest decimal that reads back as the same float.
-QString decimal(float value)
-{
-    char text[64];
-    const auto end = std::to_chars(text, text + sizeof text, value).ptr;
-    return QString::fromLatin1(text, int(end - text));
-}
-
-QString hexadecimal(float value)
-{
-    if (!std::isfinite(value))
-        return decimal(value);
-    char text[64];
-    const auto end = std::to_chars(text, text + sizeof text, std::fabs(value), std::chars_format::hex).ptr;
-    return (std::signbit(value) ? QStringLiteral("-0x") : QStringLiteral("0x")) +
-           QString::fromLatin1(text, int(end - text));
-}
-
 bool readHexadecimal(const QString &text, float *value)
 {
     QByteArray digits = text.toLatin1();
@@ -170,10 +152,27 @@ PhotographRecord photographFromJson(const QJsonObject &object, const QString &pa
 
 } // namespace
 
+QString imagemath::decimalOf(float value)
+{
+    char text[64];
+    const auto end = std::to_chars(text, text + sizeof text, value).ptr;
+    return QString::fromLatin1(text, int(end - text));
+}
+
+QString imagemath::hexadecimalOf(float value)
+{
+    if (!std::isfinite(value))
+        return decimalOf(value);
+    char text[64];
+    const auto end = std::to_chars(text, text + sizeof text, std::fabs(value), std::chars_format::hex).ptr;
+    return (std::signbit(value) ? QStringLiteral("-0x") : QStringLiteral("0x")) +
+           QString::fromLatin1(text, int(end - text));
+}
+
 QByteArray imagemath::toJson(const ResultRecord &record)
 {
-    QJsonObject made{{OPERATION, record.operation},        {K, decimal(record.k)},
-                     {K_HEX, hexadecimal(record.k)},       {UNIT, record.unit},
+    QJsonObject made{{OPERATION, record.operation},        {K, decimalOf(record.k)},
+                     {K_HEX, hexadecimalOf(record.k)},     {UNIT, record.unit},
                      {OPERAND_A, operandToJson(record.a)}, {OPERAND_B, operandToJson(record.b)},
                      {COMPUTED, record.computed},          {VERSION, record.version}};
     if (!record.photograph.clickNumber.isEmpty())

@@ -18,9 +18,6 @@ using namespace resultclickinfo;
 
 namespace {
 
-constexpr double SATURATED = 65000.0; ///< camera counts from which a pixel says no more than "bright"
-constexpr int HISTOGRAM_BINS = 25000;
-
 bool isSection(const QString &key, const char *wanted)
 {
     return key == QLatin1String(wanted);
@@ -35,6 +32,19 @@ QString folderOf(const QString &path)
 QString fileIn(const QString &folder, const char *name)
 {
     return folder + QString::fromLatin1(name);
+}
+
+/// A section without pairs; that of the click number is named by it, others as the source is.
+std::unique_ptr<CPLSection> newSection(const QString &key, const CPLSection *source,
+                                       const QString &clickNumber)
+{
+    auto section = std::make_unique<CPLSection>();
+    section->setSectionKey(key);
+    if (isSection(key, SECTION_CLICK_NUMBER))
+        section->setSectionName(clickNumber);
+    else
+        copyName(*section, source);
+    return section;
 }
 
 /// Reads another ClickInfo into `info` and, when that succeeds, takes its section as the source.
@@ -97,8 +107,8 @@ SDisplayFacts CVXSImageMathWnd::displayFacts()
         // The range is asked for and not written: what is written is what the person sees.
         double minimum = 0.0;
         double maximum = 0.0;
-        VX_LuminImageMinMax(&m_resultImage, &minimum, &maximum, facts.unitName, factor, SATURATED,
-                            HISTOGRAM_BINS);
+        VX_LuminImageMinMax(&m_resultImage, &minimum, &maximum, facts.unitName, factor, VX_SATURATED_COUNTS,
+                            VX_RANGE_BINS);
     }
     const CILPalette palette = m_resultImage.getPalette();
     facts.colorMin = palette.getImageMin();
@@ -139,12 +149,7 @@ ESTATUS CVXSImageMathWnd::writeResultClickInfo(const QString &pathA, const QStri
         }
         if (m_resultLock && !m_resultLock->isTaken() && !reserveResultFolder(facts.clickA))
             return ESTATUS_RESULT_FOLDER;
-        auto section = std::make_unique<CPLSection>();
-        section->setSectionKey(key);
-        if (isSection(key, SECTION_CLICK_NUMBER))
-            section->setSectionName(m_resultClickNumber);
-        else
-            copyName(*section, source);
+        auto section = newSection(key, source, m_resultClickNumber);
 
         if (isSection(key, SECTION_CLICK_NUMBER)) {
             fillClickNumber(*section, source, facts);
@@ -240,12 +245,7 @@ ESTATUS CVXSImageMathWnd::writeAnalyzedClickInfo(const QString &analyzedPathA, c
             continue;
         const CPLSection *source = analyzedA[key];
         CPLClickInfo other; // outlives the source that points into it
-        auto section = std::make_unique<CPLSection>();
-        section->setSectionKey(key);
-        if (isSection(key, SECTION_CLICK_NUMBER))
-            section->setSectionName(m_resultClickNumber);
-        else
-            copyName(*section, source);
+        auto section = newSection(key, source, m_resultClickNumber);
 
         if (isSection(key, SECTION_CLICK_NUMBER)) {
             fillAnalyzedClickNumber(*section, source, facts);

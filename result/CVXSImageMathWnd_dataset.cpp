@@ -39,8 +39,6 @@ void CVXSImageMathWnd::onClickDisplayResultForMeasuring()
         clickB = currentClickB();
     }
     if (!bothAssociated(clickA, clickB)) {
-        for (int slot = 0; slot < SLOT_COUNT; ++slot)
-            setViewImage(slot, nullptr);
         showInvalidSelection();
         return;
     }

@@ -52,6 +52,32 @@ void forEachPair(const CPLSection *section, Visit visit)
         visit(keys.at(i), values.at(i));
 }
 
+struct SWalk
+{
+    QString acquisitionDate = QStringLiteral(""); ///< the last one met; empty, not absent
+    bool hasNote = false;
+};
+
+/// Copies the pairs in order. Before a note comes what atNote(acquisition date met so far, note) adds; it
+/// gives the changed note.
+template <typename AtNote>
+SWalk copyWithNote(CPLSection &target, const CPLSection *source, AtNote atNote)
+{
+    SWalk walk;
+    forEachPair(source, [&](const QString &key, const QString &value) {
+        if (isKey(key, KEY_ACQUISITION_DATE))
+            walk.acquisitionDate = value;
+        if (!isKey(key, KEY_NOTE)) {
+            target.addKeyValue(key, value);
+            return;
+        }
+        walk.hasNote = true;
+        const QString note = atNote(walk.acquisitionDate, value);
+        target.addKeyValue(key, note);
+    });
+    return walk;
+}
+
 void addKeyBlock(CPLSection &target, const QString &acquisitionDate, const SResultFacts &facts)
 {
     target.addKeyValue(text(KEY_ACQUISITION_DATE), acquisitionDate);
@@ -155,38 +181,22 @@ void resultclickinfo::fillClickNumber(CPLSection &target, const CPLSection *sour
 
 void resultclickinfo::fillLuminescent(CPLSection &target, const CPLSection *source, const SResultFacts &facts)
 {
-    QString acquisitionDate = QStringLiteral(""); // empty, not absent
-    bool hasNote = false;
-    forEachPair(source, [&](const QString &key, const QString &value) {
-        if (isKey(key, KEY_ACQUISITION_DATE))
-            acquisitionDate = value;
-        if (!isKey(key, KEY_NOTE)) {
-            target.addKeyValue(key, value);
-            return;
-        }
-        hasNote = true;
-        addKeyBlock(target, acquisitionDate, facts);
-        target.addKeyValue(key, luminescentNote(value, facts));
+    const SWalk walk = copyWithNote(target, source, [&](const QString &date, const QString &note) {
+        addKeyBlock(target, date, facts);
+        return luminescentNote(note, facts);
     });
-    if (!hasNote)
-        addKeyBlock(target, acquisitionDate, facts);
+    if (!walk.hasNote)
+        addKeyBlock(target, walk.acquisitionDate, facts);
     target.setValue(text(KEY_BINNING), facts.binning);
 }
 
 void resultclickinfo::fillPhotograph(CPLSection &target, const CPLSection *source)
 {
-    QString acquisitionDate = QStringLiteral(""); // empty, not absent
-    forEachPair(source, [&](const QString &key, const QString &value) {
-        if (isKey(key, KEY_ACQUISITION_DATE))
-            acquisitionDate = value;
-        if (!isKey(key, KEY_NOTE)) {
-            target.addKeyValue(key, value);
-            return;
-        }
-        target.addKeyValue(text(KEY_ACQUISITION_DATE), acquisitionDate);
+    copyWithNote(target, source, [&](const QString &date, const QString &note) {
+        target.addKeyValue(text(KEY_ACQUISITION_DATE), date);
         target.addKeyValue(CCD_CORRECTED, flag(true));
         target.addKeyValue(IS_ROTATED, flag(false));
-        target.addKeyValue(key, photographNote(value));
+        return photographNote(note);
     });
 }
 

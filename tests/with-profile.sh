@@ -40,4 +40,14 @@ if [ "$mode" = gui ]; then
 else
     export QT_QPA_PLATFORM=offscreen
 fi
-"$@"
+run() { "$@" 2> >(tee "$profile/errors" >&2); }
+run "$@"
+status=$?
+# Now and then the leak sanitizer itself crashes, after the program has ended, on a thread of the graphics driver that
+# is just ending.
+if [ "$status" -ne 0 ] && sleep 0.1 && grep -q 'LeakSanitizer has encountered a fatal error' "$profile/errors"; then
+    echo "with-profile.sh: the leak sanitizer crashed, once more" >&2
+    run "$@"
+    status=$?
+fi
+exit "$status"

@@ -2,10 +2,17 @@
 // Drives the workspace as a person would, with mouse and keyboard on the real menus and widgets, and leaves
 // pictures and a report. It needs a display; ./run gives it a virtual one.
 //
-//   vexa-tour SEQUENCE_FOLDER OUT_FOLDER                the sample study, from the menu to the measured
-//   result vexa-tour --second-day STUDY_FOLDER OUT_FOLDER      afterwards: the earlier result opened and
-//   checked vexa-tour --plants IMAGES_FOLDER OUT_FOLDER         real images of plants, imported, subtracted,
-//   measured
+//   vexa-tour SEQUENCE_FOLDER OUT_FOLDER
+//
+//     the sample study, from the menu to the measured result
+//
+//   vexa-tour --second-day STUDY_FOLDER OUT_FOLDER
+//
+//     afterwards: the earlier result opened and checked
+//
+//   vexa-tour --plants IMAGES_FOLDER OUT_FOLDER
+//
+//     real images of plants, imported, subtracted, measured
 #include "app/ApplicationSetup.h"
 #include "app/MainWindow.h"
 #include "app/PluginManager.h"

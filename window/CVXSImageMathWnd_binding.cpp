@@ -182,8 +182,6 @@ void CVXSImageMathWnd::onSelectClickNumberFromList()
     const QString clickA = currentClickA();
     const QString clickB = currentClickB();
     if (!bothAssociated(clickA, clickB)) {
-        for (int slot = 0; slot < SLOT_COUNT; ++slot)
-            setViewImage(slot, nullptr);
         showInvalidSelection();
         return;
     }

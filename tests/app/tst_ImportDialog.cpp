@@ -422,7 +422,10 @@ void tst_ImportDialog::namesOfEarlierSequencesAreLeftAlone()
 {
     QTemporaryDir files;
     WorkspaceFixture fixture;
-    QVERIFY(QDir().mkpath(CVXPreference::getProgramDataPath() + "/sequences/ZB20261121153000_SEQ"));
+    const QString sequences = CVXPreference::getProgramDataPath() + "/sequences/";
+    QVERIFY(QDir().mkpath(sequences + "ZB20261121153000_SEQ"));
+    // The later ones of a batch reach into the time of the next.
+    QVERIFY(QDir().mkpath(sequences + "ZB20261121152959_SEQ/ZB20261121153001"));
     SImportRequest request;
     request.images = {{writeImage(files.filePath("one.tif"), 1), QString(), 0.0}};
     request.initials = "ZB";
@@ -431,7 +434,8 @@ void tst_ImportDialog::namesOfEarlierSequencesAreLeftAlone()
     QString error;
     const auto sequence = importSequence(request, NOW, &status, &error);
     QVERIFY2(sequence, qPrintable(error));
-    QCOMPARE(sequence->getSequenceID(), QString("ZB20261121153001_SEQ"));
+    QCOMPARE(sequence->getSequenceID(), QString("ZB20261121153002_SEQ"));
+    QCOMPARE(sequence->getClickNumbers(), QStringList{"ZB20261121153002"});
 }
 
 QTEST_MAIN(tst_ImportDialog)

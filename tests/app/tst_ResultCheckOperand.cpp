@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/RecentSequences.h"
 #include "app/SequenceManager.h"
+#include "host/vxapi/model/ClickInfoKeys.h"
 #include "host/vxparser/CPLClickInfo.h"
 #include "host/vxutils/CVXPreference.h"
 #include "tests/app/ResultCheckFixture.h"
@@ -22,6 +23,7 @@ private Q_SLOTS:
     void anOperandIsFoundWhereItLies_data();
     void anOperandIsFoundWhereItLies();
     void aRenamedOperandIsFoundByItsImages();
+    void anOperandsImageMayHaveAnotherName();
     void aResultOfAnUnsavedOperandIsTheSame();
     void aResultOfAResultIsTheSame();
     void changesInMemoryAreTold();
@@ -97,6 +99,25 @@ void tst_ResultCheckOperand::aRenamedOperandIsFoundByItsImages()
     // Renamed and changed, it is another image.
     QVERIFY(ResultCheckFixture::setPixel(m_fixture->folder + "AB20990101000000/luminescent.tif", 0, 1.0f));
     QVERIFY(check(result).verdict == Verdict::NotFound);
+}
+
+// The result's ClickInfo goes on naming the operand's file, but its own is luminescent.tif.
+void tst_ResultCheckOperand::anOperandsImageMayHaveAnotherName()
+{
+    QVERIFY(m_fixture->open({clickA(), clickB()}));
+    QVERIFY(closeSequence());
+    const QString path = m_fixture->fileOf(A, clickinfo::FILE_CLICK_INFO);
+    CPLClickInfo info;
+    QCOMPARE(info.loadClickInfo(path, false), ESTATUS_SUCCESS);
+    info[QLatin1String(clickinfo::SECTION_LUMINESCENT)]->setSectionName(QStringLiteral("signal.tif"));
+    QCOMPARE(info.saveClickInfo(path), ESTATUS_SUCCESS);
+    QVERIFY(
+        QFile::rename(m_fixture->fileOf(A, clickinfo::FILE_LUMINESCENT), m_fixture->fileOf(A, "signal.tif")));
+    QVERIFY(m_fixture->openAgain());
+    const CVXSDataset *result = m_fixture->makeResult(1, QStringLiteral("0.37"));
+    QVERIFY(result);
+    const ResultCheck outcome = check(result);
+    QVERIFY2(outcome.verdict == Verdict::Same, told(outcome).constData());
 }
 
 void tst_ResultCheckOperand::aResultOfAnUnsavedOperandIsTheSame()

@@ -8,6 +8,11 @@
 class CILImage;
 class CVXSDataset;
 
+/// The ceiling of automatic ranges: camera counts from which a pixel says no more than "bright".
+constexpr double VX_SATURATED_COUNTS = 65000.0;
+/// The bins of their histogram.
+constexpr int VX_RANGE_BINS = 25000;
+
 /// The automatic display range of a luminescent image in the named unit.
 ///
 /// Pixels at or above ceiling * factor (saturated) and pixels that are not finite are left out; `count` is

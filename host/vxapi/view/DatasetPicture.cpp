@@ -14,8 +14,8 @@
 
 namespace {
 
-constexpr double SATURATED = 65000.0; ///< camera counts from which a pixel says no more than "bright"
-constexpr int HISTOGRAM_BINS = 25000;
+/// Below this, limits with six decimals are off by more than one of 256 colours.
+constexpr double LEAST_STORED_RANGE = 256 * 0.5e-6;
 
 QString text(const char *source)
 {
@@ -79,7 +79,8 @@ DatasetPicture::DatasetPicture(CVXSDataset *dataset, CVXSMultiImageView *view)
         takeStoredLimits();
 }
 
-// A result of image math opens in the colours in which it was made, in the unit of its pixels.
+// A result of image math opens in the colours in which it was made, in the unit of its pixels; but for small
+// values (ratios, efficiencies), of which the record keeps too few digits.
 void DatasetPicture::takeStoredLimits()
 {
     const CPLClickInfo &info = *m_dataset->getClickInfo();
@@ -91,7 +92,7 @@ void DatasetPicture::takeStoredLimits()
     tag_edisplayunit unit;
     const QString unitName =
         clickinfo::textOf(info, clickinfo::SECTION_GRAPH_CONTROLS, clickinfo::KEY_INTENSITY_CALIBRATION);
-    if (!unitOfKey(unitName, &unit) || !(limits.low < limits.high))
+    if (!unitOfKey(unitName, &unit) || !(limits.high - limits.low >= LEAST_STORED_RANGE))
         return;
     m_limits = limits;
     m_limitsUnit = unit;
@@ -186,9 +187,9 @@ void DatasetPicture::updateLimits(tag_edisplayunit unit)
     if (!isResult(*m_dataset)) {
         const double factor = VX_CalibrateIntensityWithFilterTrans(EIMAGE_LUMINESCENT, m_dataset,
                                                                    unitKey(EUNIT_COUNTS), unitKey(unit));
-        ceiling = SATURATED * (std::isfinite(factor) ? factor : 1.0);
+        ceiling = VX_SATURATED_COUNTS * (std::isfinite(factor) ? factor : 1.0);
     }
-    VX_LuminImageMinMax(&m_image, &m_limits.low, &m_limits.high, unitKey(unit), 1.0, ceiling, HISTOGRAM_BINS);
+    VX_LuminImageMinMax(&m_image, &m_limits.low, &m_limits.high, unitKey(unit), 1.0, ceiling, VX_RANGE_BINS);
 }
 
 void DatasetPicture::addPhotograph()

@@ -2,6 +2,7 @@
 #include "host/vxapi/view/DatasetThumbnail.h"
 
 #include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/VXCalibration.h"
 #include "host/vxapi/view/ImagePyramid.h"
 #include "host/vxapi/view/RasterPicture.h"
 #include "host/vximage/AutoRange.h"
@@ -12,8 +13,6 @@
 namespace {
 
 constexpr QRgb BACKGROUND = qRgb(0x20, 0x22, 0x26);
-constexpr double SATURATED = 65000.0;
-constexpr int HISTOGRAM_BINS = 25000;
 
 QImage painted(const CILImage &image, const CILPalette &palette, const QSize &size)
 {
@@ -40,7 +39,7 @@ CILPalette luminescentPalette(const CVXSDataset &dataset, const CILImage &image)
 {
     double low = double(image.getMin());
     double high = double(image.getMax());
-    ilAutoRange(image, SATURATED, HISTOGRAM_BINS, &low, &high);
+    ilAutoRange(image, VX_SATURATED_COUNTS, VX_RANGE_BINS, &low, &high);
     CILPalette palette;
     palette.SetColorTable(dataset.getColorTable(), low, high, dataset.getToolInfo().reversed ? 1 : 0, 0);
     palette.setLogScale(dataset.getToolInfo().logarithmic ? 1 : 0);

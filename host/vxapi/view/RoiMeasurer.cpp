@@ -2,7 +2,10 @@
 #include "host/vxapi/view/RoiMeasurer.h"
 
 #include "host/vxapi/model/CROIManager.h"
+#include "host/vxapi/model/CRoiMeasurementManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
+
+#include <algorithm>
 
 RoiMeasurer::RoiMeasurer(CVXSDataset *dataset, QObject *parent) : QObject(parent), m_dataset(dataset)
 {
@@ -14,6 +17,21 @@ RoiMeasurer::RoiMeasurer(CVXSDataset *dataset, QObject *parent) : QObject(parent
     connect(dataset->roiManager(), &CROIManager::roisChanged, this, &RoiMeasurer::measureLater);
     connect(dataset, &CVXSDataset::unitChanged, this, &RoiMeasurer::measureLater);
     connect(dataset, &CVXSDataset::calibrationChanged, this, &RoiMeasurer::measureLater);
+    connect(CRoiMeasurementManager::getRoiMeasurementManager(), &CRoiMeasurementManager::recordsChanged, this,
+            &RoiMeasurer::recordsChanged);
+}
+
+// A tool may mark a record out of date and leave the ROI as it is.
+void RoiMeasurer::recordsChanged(const QString &clickNumber)
+{
+    if (!m_dataset || m_dataset->getClickNumber() != clickNumber)
+        return;
+    const QList<const CRoiMeasInfo *> all =
+        CRoiMeasurementManager::getRoiMeasurementManager()->getRoiMeasInfoList();
+    if (std::any_of(all.begin(), all.end(), [&](const CRoiMeasInfo *record) {
+            return !record->isValid && record->clickNumber == clickNumber;
+        }))
+        measureLater();
 }
 
 void RoiMeasurer::measureIfPending()

@@ -9,8 +9,9 @@
 
 class CVXSDataset;
 
-/// Measures a dataset's ROIs again whenever they, its unit or its pixels changed: once the code that changes
-/// them is through, so that what is changed and put back at once is measured once.
+/// Measures a dataset's ROIs again whenever they, its unit or its pixels changed or a record of them was
+/// marked out of date: once the code that changes them is through, so that what is changed and put back at
+/// once is measured once.
 class VXAPI_EXPORT RoiMeasurer : public QObject
 {
     Q_OBJECT
@@ -26,6 +27,7 @@ Q_SIGNALS:
     void measured(const QString &problem);
 
 private:
+    void recordsChanged(const QString &clickNumber);
     void measure();
 
     QPointer<CVXSDataset> m_dataset;

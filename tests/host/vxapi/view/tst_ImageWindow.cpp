@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "host/vxapi/model/ClickInfoKeys.h"
 #include "host/vxapi/model/ClickInfoValues.h"
 #include "host/vxapi/model/CROIManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
@@ -301,6 +302,76 @@ private Q_SLOTS:
         QTRY_COMPARE(mode->currentData().toInt(), int(ELIMITS_AUTO));
         QVERIFY(palette().getImageMax() > 100.0 * before.getImageMax());
         QCOMPARE(text(window, "UnitLabel"), QStringLiteral("Radiance [photons/s/cm²/sr]"));
+    }
+
+    void aResultOpensInTheColoursInWhichItWasMade_data()
+    {
+        QTest::addColumn<QString>("operation");
+        QTest::addColumn<QString>("unit");
+        QTest::addColumn<QString>("low");
+        QTest::addColumn<QString>("high");
+        QTest::addColumn<bool>("taken");
+        QTest::newRow("limits of the record") << "A/B*k"
+                                              << "counts"
+                                              << "12.500000"
+                                              << "80.250000" << true;
+        QTest::newRow("below zero") << "A-B*k"
+                                    << "counts"
+                                    << "-3.000000"
+                                    << "-1.000000" << true;
+        QTest::newRow("a range that six decimals tell") << "A/B*k"
+                                                        << "counts"
+                                                        << "0.000100"
+                                                        << "0.000300" << true;
+        QTest::newRow("a range that six decimals do not tell") << "A/B*k"
+                                                               << "counts"
+                                                               << "0.000001"
+                                                               << "0.000012" << false;
+        QTest::newRow("limits that six decimals round away") << "A/B*k"
+                                                             << "counts"
+                                                             << "0.000000"
+                                                             << "0.000000" << false;
+        QTest::newRow("limits the wrong way round") << "A/B*k"
+                                                    << "counts"
+                                                    << "80.0"
+                                                    << "12.0" << false;
+        QTest::newRow("no upper limit") << "A/B*k"
+                                        << "counts"
+                                        << "12.5"
+                                        << "inf" << false;
+        QTest::newRow("an unknown unit") << "A/B*k"
+                                         << "lux"
+                                         << "12.5"
+                                         << "80.25" << false;
+        QTest::newRow("an acquired dataset") << QString() << "counts"
+                                             << "12.5"
+                                             << "80.25" << false;
+    }
+    void aResultOpensInTheColoursInWhichItWasMade()
+    {
+        using namespace clickinfo;
+        QFETCH(QString, operation);
+        QFETCH(QString, unit);
+        QFETCH(QString, low);
+        QFETCH(QString, high);
+        QFETCH(bool, taken);
+        CVXSDataset dataset(QStringLiteral("IW26"));
+        dataset.setCoreImage(EIMAGE_LUMINESCENT, imageOf(100, 10, [](int x, int) { return x; }));
+        if (!operation.isNull())
+            ensureSection(dataset.getClickInfo(), SECTION_LUMINESCENT)
+                ->setValue(QLatin1String(KEY_MATH_OPERATION), operation);
+        CPLSection *graph = ensureSection(dataset.getClickInfo(), SECTION_GRAPH_CONTROLS);
+        graph->setValue(QLatin1String(KEY_INTENSITY_CALIBRATION), unit);
+        graph->setValue(QLatin1String(KEY_COLOR_TABLE_MIN), low);
+        graph->setValue(QLatin1String(KEY_COLOR_TABLE_MAX), high);
+        CVXSImageWindow window(&dataset);
+        auto *mode = window.findChild<QComboBox *>(QStringLiteral("LimitsMode"));
+        QCOMPARE(mode->currentData().toInt(), int(taken ? ELIMITS_MANUAL : ELIMITS_AUTO));
+        if (!taken)
+            return;
+        const CILPalette palette = viewOf(window)->imageAt(0)->getPalette();
+        QCOMPARE(palette.getImageMin(), low.toDouble());
+        QCOMPARE(palette.getImageMax(), high.toDouble());
     }
 
     void colourTableDirectionAndLogScaleAreTheDatasets()

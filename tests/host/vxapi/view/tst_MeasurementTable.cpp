@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/view/MeasurementPane.h"
+#include "host/vxapi/view/MeasurementTableModel.h"
 #include "host/vxapi/view/MeasurementText.h"
 #include "tests/host/vxapi/view/RoiWindowFixture.h"
 #include "tests/support/BoxAnswerer.h"
@@ -197,18 +198,32 @@ private Q_SLOTS:
 
     void whatIsOutOfDateIsGrey()
     {
-        TableFixture f;
-        f.add(QRectF(4.0, 4.0, 2.0, 2.0));
-        QTRY_COMPARE(f.rows(), 1);
-        auto *records = CRoiMeasurementManager::getRoiMeasurementManager();
-        const QModelIndex index = f.table()->model()->index(0, 4);
+        MeasurementTableModel model;
+        CRoiMeasInfo old = record();
+        model.setRecords({old}, EUNIT_RADIANCE);
+        const QModelIndex index = model.index(0, 4);
         QVERIFY(!index.data(Qt::ForegroundRole).isValid());
-        // As the record's owner marks it, without a change that has it measured again.
-        records->invalidate(f.dataset->getClickNumber(), QStringLiteral("ROI 1"));
-        QTRY_COMPARE(index.data(Qt::ForegroundRole).value<QColor>(), QColor(Qt::gray));
+        old.isValid = false;
+        model.setRecords({old}, EUNIT_RADIANCE);
+        QCOMPARE(index.data(Qt::ForegroundRole).value<QColor>(), QColor(Qt::gray));
         QCOMPARE(index.data(Qt::ToolTipRole).toString(), QStringLiteral("out of date"));
-        f.dataset->MeasureROIAndMakeMeasRecords(false);
-        QTRY_VERIFY(!index.data(Qt::ForegroundRole).isValid());
+    }
+
+    void whatAToolMarksOutOfDateIsMeasuredAgain()
+    {
+        TableFixture f;
+        CROIBase *roi = f.add(QRectF(4.0, 4.0, 2.0, 2.0));
+        QTRY_COMPARE(f.rows(), 1);
+        const auto isUpToDate = [&] {
+            return CRoiMeasurementManager::getRoiMeasurementManager()->isUpToDate(f.dataset->getClickNumber(),
+                                                                                  QStringLiteral("ROI 1"));
+        };
+        QVERIFY(isUpToDate());
+        f.manager->setMeasurementInvalid(roi);
+        QVERIFY(!isUpToDate());
+        QTRY_VERIFY(isUpToDate());
+        f.settle();
+        QVERIFY(!f.table()->model()->index(0, 4).data(Qt::ForegroundRole).isValid());
     }
 
     void gridCellsHaveRowsOfTheirOwn()

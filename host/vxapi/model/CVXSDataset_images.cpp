@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/CVXSDataset_p.h"
+#include "host/vxutils/CVXSLog.h"
+
+#include <limits>
+
+using namespace clickinfo;
+
+const CVXSImageList *CVXSDataset::getImageList() const
+{
+    return &d->images.list();
+}
+
+CILImage *CVXSDataset::getCoreImage(tag_eimagetype type) const
+{
+    if (!DatasetImages::isKind(type))
+        return nullptr;
+    const bool wasLoaded = d->images.isLoaded(type);
+    CILImage *image = d->coreImage(type);
+    const QString error = d->images.error(type);
+    if (error.isEmpty())
+        return image;
+    d->lastError = error;
+    if (!wasLoaded)
+        vxLog(3, tr("%1: the %2 cannot be read: %3")
+                     .arg(d->clickNumber, tr(DatasetImages::kind(type).name), error));
+    return image;
+}
+
+CILImage *CVXSDataset::Private::coreImage(tag_eimagetype type)
+{
+    const bool wasLoaded = images.isLoaded(type);
+    CILImage *image = images.image(type, folder);
+    if (image && !wasLoaded && type == EIMAGE_LUMINESCENT)
+        image->setBinningFactor(float(binningFactor()));
+    return image;
+}
+
+QString CVXSDataset::getImageFileName(tag_eimagetype type) const
+{
+    return DatasetImages::isKind(type) ? d->images.fileName(type) : QString();
+}
+
+bool CVXSDataset::isImageFileAsRead(tag_eimagetype type) const
+{
+    return !DatasetImages::isKind(type) || d->images.isFileAsRead(type, d->folder);
+}
+
+void CVXSDataset::setCoreImage(tag_eimagetype type, const CILImage &image)
+{
+    if (!DatasetImages::isKind(type) || image.isEmpty()) {
+        d->lastError = tr("%1: an empty image cannot be set").arg(d->clickNumber);
+        vxLog(3, d->lastError);
+        return;
+    }
+    d->images.set(type, image, &d->clickInfo);
+    if (type == EIMAGE_LUMINESCENT) {
+        ensureSection(&d->clickInfo, SECTION_LUMINESCENT)
+            ->setValue(QString::fromLatin1(KEY_BINNING), textOfNumber(double(image.binningFactor())));
+    }
+    d->isModified = true;
+    Q_EMIT calibrationChanged();
+}
+
+double CVXSDataset::Private::binningFactor() const
+{
+    const double binning = numberOf(clickInfo, SECTION_LUMINESCENT, KEY_BINNING);
+    return binning >= 1.0 ? binning : 1.0;
+}
+
+double CVXSDataset::getFOVForImage(tag_eimagetype type) const
+{
+    const double width = DatasetImages::isKind(type)
+                             ? numberOf(d->clickInfo, DatasetImages::kind(type).section, KEY_FOV)
+                             : 0.0;
+    return width > 0.0 ? width : std::numeric_limits<double>::quiet_NaN();
+}
