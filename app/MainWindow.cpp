@@ -12,6 +12,7 @@
 #include "app/newAction.h"
 #include "app/PluginManager.h"
 #include "app/RecentSequences.h"
+#include "app/ScreenFit.h"
 #include "app/SequenceDrop.h"
 #include "app/SequenceManager.h"
 #include "app/WindowMenu.h"
@@ -161,6 +162,7 @@ void MainWindow::restoreWindow()
     const auto settings = CVXPreference::settings();
     if (!restoreGeometry(settings->value(QLatin1String(KEY_GEOMETRY)).toByteArray()))
         resize(1280, 860);
+    keepOnScreen(this);
     restoreState(settings->value(QLatin1String(KEY_STATE)).toByteArray(), STATE_VERSION);
 }
 

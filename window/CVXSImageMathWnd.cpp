@@ -9,6 +9,7 @@
 #include "host/vxapi/view/CVXSTextTag.h"
 #include "host/vxutils/CVXUtilityFns.h"
 #include "result/ResultFolderLock.h"
+#include "window/DecimalCommaKey.h"
 
 #include <QCloseEvent>
 #include <QDoubleValidator>
@@ -42,6 +43,7 @@ CVXSImageMathWnd::CVXSImageMathWnd(QWidget *parent, const char *, Qt::WindowFlag
     validator->setBottom(double(m_kMinimum));
     validator->setRange(-1e37, 1e37, 15);
     m_pKLineEdit->setValidator(validator);
+    new DecimalCommaKey(m_pKLineEdit);
 
     setWindowIcon(CVXUtilityFns::appIcon());
 }

@@ -18,7 +18,9 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QPointer>
 #include <QPushButton>
+#include <QScreen>
 #include <QTimer>
 
 namespace {
@@ -76,7 +78,10 @@ private Q_SLOTS:
     void bannerShowsFailuresOnly();
     void bannerOpensTheLog();
     void windowMenuListsAndArranges();
+    void theKeyOfCloseClosesTheActiveWindow();
+    void closingAWindowActivatesTheOneBefore();
     void geometryIsRemembered();
+    void aWindowFromALargerScreenFitsThisOne();
     void aboutBoxOpens();
     void menusHaveEverything();
 
@@ -339,6 +344,38 @@ void tst_MainWindow::windowMenuListsAndArranges()
         CVXSSequenceWindow::getSequenceWindow(sequence)->subWindow()->geometry()));
 }
 
+void tst_MainWindow::theKeyOfCloseClosesTheActiveWindow()
+{
+    WorkspaceFixture fixture;
+    CVXSSequenceDataset *sequence = fixture.window->openSequence(m_folder);
+    QVERIFY(sequence);
+    QPointer<CVXSImageWindow> image =
+        fixture.window->workspace()->showDataset(sequence->getDataset("AB20260102030406"));
+    QApplication::setActiveWindow(fixture.window.get());
+    QVERIFY(QTest::qWaitForWindowActive(fixture.window.get()));
+    // Keys go to what has the focus inside of the sub-window.
+    auto *field = image->findChild<QLineEdit *>();
+    QVERIFY(field);
+    field->setFocus();
+    QTest::keySequence(field, QKeySequence(QKeySequence::Close));
+    QTRY_VERIFY(!image);
+    QVERIFY(CVXSSequenceWindow::getSequenceWindow(sequence));
+}
+
+void tst_MainWindow::closingAWindowActivatesTheOneBefore()
+{
+    WorkspaceFixture fixture;
+    CVXSSequenceDataset *sequence = fixture.window->openSequence(m_folder);
+    QVERIFY(sequence);
+    CVXSWorkspace *workspace = fixture.window->workspace();
+    CVXSImageWindow *first = workspace->showDataset(sequence->getDataset("AB20260102030406"));
+    CVXSImageWindow *second = workspace->showDataset(sequence->getDataset("AB20260102030507"));
+    QVERIFY(QTest::qWaitForWindowExposed(fixture.window.get()));
+    QTRY_COMPARE(workspace->activeSubWindow(), second->subWindow());
+    second->subWindow()->close();
+    QTRY_COMPARE(workspace->activeSubWindow(), first->subWindow());
+}
+
 void tst_MainWindow::geometryIsRemembered()
 {
     WorkspaceFixture fixture;
@@ -349,6 +386,17 @@ void tst_MainWindow::geometryIsRemembered()
     fixture.window = std::make_unique<MainWindow>();
     QCOMPARE(fixture.window->size(), QSize(901, 702));
     QVERIFY(!fixture.window->logPane()->isHidden());
+}
+
+void tst_MainWindow::aWindowFromALargerScreenFitsThisOne()
+{
+    const QRect room = QGuiApplication::primaryScreen()->availableGeometry();
+    WorkspaceFixture fixture;
+    fixture.window->setGeometry(QRect(room.topLeft() + QPoint(40, 60), room.size() + QSize(300, 200)));
+    QCoreApplication::processEvents();
+    QVERIFY(fixture.window->close());
+    fixture.window = std::make_unique<MainWindow>();
+    QVERIFY(room.contains(fixture.window->geometry()));
 }
 
 void tst_MainWindow::aboutBoxOpens()

@@ -27,6 +27,8 @@ private Q_SLOTS:
     void photographCheckBoxEnablesTheChoice_data();
     void photographCheckBoxEnablesTheChoice();
     void kTakesFifteenCharacters();
+    void aTypedCommaIsAPoint_data();
+    void aTypedCommaIsAPoint();
     void validatorRange();
     void validator_data();
     void validator();
@@ -199,6 +201,34 @@ void tst_FormBehaviour::kTakesFifteenCharacters()
     m_window->m_pKLineEdit->clear();
     QTest::keyClicks(m_window->m_pKLineEdit, QStringLiteral("1.2345678901234567"));
     QCOMPARE(m_window->m_pKLineEdit->text(), QStringLiteral("1.2345678901234"));
+}
+
+void tst_FormBehaviour::aTypedCommaIsAPoint_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("between digits") << "1,25"
+                                    << "1.25";
+    QTest::newRow("at the beginning") << ",5"
+                                      << ".5";
+    QTest::newRow("with an exponent") << "-2,5e3"
+                                      << "-2.5e3";
+    QTest::newRow("a second one is not taken") << "1,000,5"
+                                               << "1.0005";
+    QTest::newRow("a point stays one") << "1.25"
+                                       << "1.25";
+}
+
+void tst_FormBehaviour::aTypedCommaIsAPoint()
+{
+    QFETCH(QString, typed);
+    QFETCH(QString, text);
+    m_window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+    m_window->m_pKLineEdit->clear();
+    QTest::keyClicks(m_window->m_pKLineEdit, typed);
+    QCOMPARE(m_window->m_pKLineEdit->text(), text);
+    QVERIFY(m_window->m_pKLineEdit->hasAcceptableInput());
 }
 
 void tst_FormBehaviour::validatorRange()

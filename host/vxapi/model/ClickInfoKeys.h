@@ -33,7 +33,8 @@ constexpr char KEY_FOLDER_ON_DISK[] = "Folder On Disk";
 constexpr char KEY_ACQUISITION_DATE[] = "Acquisition Date"; ///< ISO 8601
 constexpr char KEY_BINNING[] = "Binning Factor";            ///< sensor pixels a pixel, an axis; 1 or more
 constexpr char KEY_FOV[] = "Field of View";                 ///< width of the imaged field [cm]
-constexpr char KEY_NOTE[] = "Igor Wave Note"; ///< "key=value;" entries; the last pair of its section
+constexpr char KEY_IMPORTED_FROM[] = "Imported From"; ///< name of the file that an image was imported from
+constexpr char KEY_NOTE[] = "Igor Wave Note";         ///< "key=value;" entries; the last pair of its section
 
 // --- "luminescent image" ---
 constexpr char KEY_KIND[] = "Acquisition Kind"; ///< one of the four below

@@ -14,6 +14,7 @@
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QFile>
+#include <QFileInfo>
 #include <QStringList>
 
 using namespace clickinfo;
@@ -108,8 +109,9 @@ void setNumber(CPLSection *section, const char *key, double value)
 }
 
 /// What luminescent image and photograph have in common.
-void describe(CPLSection *section, const SImportSettings &settings, double binning)
+void describe(CPLSection *section, const QString &path, const SImportSettings &settings, double binning)
 {
+    section->setValue(text(KEY_IMPORTED_FROM), QFileInfo(path).fileName());
     if (!settings.acquisitionDate.isEmpty())
         section->setValue(text(KEY_ACQUISITION_DATE), settings.acquisitionDate);
     setNumber(section, KEY_BINNING, binning);
@@ -122,12 +124,13 @@ void addNote(CPLSection *section, double binning)
     section->addKeyValue(text(KEY_NOTE), QStringLiteral("Binning Factor=%1;").arg(textOfNumber(binning)));
 }
 
-void addLuminescent(CVXSDataset *dataset, CILImage image, const SImportSettings &settings)
+void addLuminescent(CVXSDataset *dataset, CILImage image, const QString &path,
+                    const SImportSettings &settings)
 {
     image.setBinningFactor(float(settings.binning));
     dataset->setCoreImage(EIMAGE_LUMINESCENT, image);
     CPLSection *section = ensureSection(dataset->getClickInfo(), SECTION_LUMINESCENT);
-    describe(section, settings, settings.binning);
+    describe(section, path, settings, settings.binning);
     section->setValue(text(KEY_KIND), settings.kind.isEmpty() ? text(KIND_LUMINESCENT) : settings.kind);
     setNumber(section, KEY_EXPOSURE, settings.exposure);
     setNumber(section, KEY_FNUMBER, settings.fNumber);
@@ -148,13 +151,13 @@ void addLuminescent(CVXSDataset *dataset, CILImage image, const SImportSettings 
 }
 
 /// It shows the same field, so its binning follows from its size.
-void addPhotograph(CVXSDataset *dataset, const CILImage &image, const SImportSettings &settings,
-                   double sensorPixels)
+void addPhotograph(CVXSDataset *dataset, const CILImage &image, const QString &path,
+                   const SImportSettings &settings, double sensorPixels)
 {
     dataset->setCoreImage(EIMAGE_PHOTOGRAPH, image);
     CPLSection *section = ensureSection(dataset->getClickInfo(), SECTION_PHOTOGRAPH);
     const double binning = std::max(1.0, sensorPixels / double(image.getWidth()));
-    describe(section, settings, binning);
+    describe(section, path, settings, binning);
     addNote(section, binning);
 }
 
@@ -191,9 +194,10 @@ std::unique_ptr<CVXSDataset> importImages(const QString &clickNumber, const QStr
     auto dataset = std::make_unique<CVXSDataset>(clickNumber);
     ensureSection(dataset->getClickInfo(), SECTION_CLICK_NUMBER)
         ->setValue(text(KEY_VERSION), CVXPreference::getAppVersion());
-    addLuminescent(dataset.get(), luminescent, settings);
+    addLuminescent(dataset.get(), luminescent, luminescentPath, settings);
     if (!photograph.isEmpty())
-        addPhotograph(dataset.get(), photograph, settings, double(luminescent.getWidth()) * settings.binning);
+        addPhotograph(dataset.get(), photograph, photographPath, settings,
+                      double(luminescent.getWidth()) * settings.binning);
     tell(ESTATUS_SUCCESS, QString());
     return dataset;
 }

@@ -2,9 +2,19 @@
 #include "host/vxapi/view/CVXSMdiSubWindow.h"
 
 #include <algorithm>
+#include <QAction>
 #include <QMdiArea>
+#include <QMenu>
 
-CVXSMdiSubWindow::CVXSMdiSubWindow(QWidget *parent) : QMdiSubWindow(parent) {}
+CVXSMdiSubWindow::CVXSMdiSubWindow(QWidget *parent) : QMdiSubWindow(parent)
+{
+    // The main window's menu has the same key. With both of them the key would be ambiguous and do nothing.
+    for (QAction *action : systemMenu()->actions()) {
+        if (!action->shortcut().isEmpty() &&
+            action->shortcut().matches(QKeySequence(QKeySequence::Close)) == QKeySequence::ExactMatch)
+            action->setShortcut(QKeySequence());
+    }
+}
 
 void CVXSMdiSubWindow::showWindow()
 {

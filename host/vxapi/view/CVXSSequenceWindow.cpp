@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/view/CVXSSequenceWindow.h"
 
+#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/ClickInfoValues.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/view/CVXSMdiSubWindow.h"
@@ -26,6 +28,20 @@ QList<CVXSSequenceWindow *> &sequenceWindows()
 {
     static QList<CVXSSequenceWindow *> windows;
     return windows;
+}
+
+/// A line with the names of the files that a dataset was imported from; empty when it was not imported.
+QString importText(CVXSDataset *dataset)
+{
+    QStringList files;
+    for (const char *section : {clickinfo::SECTION_LUMINESCENT, clickinfo::SECTION_PHOTOGRAPH}) {
+        if (dataset)
+            files.append(clickinfo::textOf(*dataset->getClickInfo(), section, clickinfo::KEY_IMPORTED_FROM));
+    }
+    files.removeAll(QString());
+    return files.isEmpty()
+               ? QString()
+               : QLatin1Char('\n') + CVXSSequenceWindow::tr("From %1").arg(files.join(QStringLiteral(", ")));
 }
 
 } // namespace
@@ -102,7 +118,7 @@ QListWidgetItem *CVXSSequenceWindow::Private::addItem(const QString &clickNumber
     const QString kind = dataset ? datasetKindText(*dataset) : tr("cannot be opened");
     auto *item = new QListWidgetItem(clickNumber + QLatin1Char('\n') + kind, list);
     item->setData(CLICK_ROLE, clickNumber);
-    item->setToolTip(clickNumber + QLatin1Char('\n') + kind);
+    item->setToolTip(item->text() + importText(dataset));
     QPixmap empty(THUMBNAIL_SIDE, THUMBNAIL_SIDE);
     empty.fill(QColor(0x20, 0x22, 0x26));
     item->setIcon(QIcon(empty));

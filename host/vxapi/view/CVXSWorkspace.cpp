@@ -27,6 +27,8 @@ CVXSWorkspace::CVXSWorkspace(QWidget *parent) : QMdiArea(parent)
     workspaces().append(this);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    // When a window is closed, the one from which it was opened is active again.
+    setActivationOrder(QMdiArea::ActivationHistoryOrder);
     connect(this, &QMdiArea::subWindowActivated, this, &CVXSWorkspace::onSubWindowActivated);
 }
 

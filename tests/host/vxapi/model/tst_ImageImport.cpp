@@ -135,6 +135,7 @@ void tst_ImageImport::writesEverySettingDown()
                                              {KEY_TRANSMISSION, "0.25"},
                                              {KEY_EXCITATION_IRRADIANCE, "20"},
                                              {KEY_IMAGING_ANGLE, "Left"},
+                                             {KEY_IMPORTED_FROM, QFileInfo(m_luminescent).fileName()},
                                              {KEY_ACQUISITION_DATE, "2026-11-21T15:30:00"}};
     for (auto it = expected.begin(); it != expected.end(); ++it)
         QCOMPARE(value(*dataset, SECTION_LUMINESCENT, qPrintable(it.key())), it.value());
@@ -144,6 +145,7 @@ void tst_ImageImport::writesEverySettingDown()
     // 32 pixels of 4 x 13.5 um on 12.5 cm.
     QCOMPARE(numberOf(*dataset->getClickInfo(), SECTION_CAMERA, KEY_MAGNIFICATION), 32 * 4 * 13.5e-4 / 12.5);
     QCOMPARE(value(*dataset, SECTION_PHOTOGRAPH, KEY_BINNING), QString("2"));
+    QCOMPARE(value(*dataset, SECTION_PHOTOGRAPH, KEY_IMPORTED_FROM), QFileInfo(m_photograph).fileName());
     QStringList keys;
     (*dataset->getClickInfo())[QString::fromLatin1(SECTION_LUMINESCENT)]->getKeyList(&keys);
     QCOMPARE(keys.last(), QString::fromLatin1(KEY_NOTE));

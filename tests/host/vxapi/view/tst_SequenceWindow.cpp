@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
+#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/ClickInfoValues.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/view/CVXSSequenceWindow.h"
 #include "host/vxapi/view/DatasetThumbnail.h"
+#include "host/vxparser/CPLClickInfo.h"
 #include "tests/host/vxapi/view/ViewFixture.h"
 
 #include <QListWidget>
@@ -66,6 +69,20 @@ private Q_SLOTS:
         QTRY_VERIFY(colouredPixels(picture(0)) > 1000);
         QTRY_VERIFY(colouredPixels(picture(2)) > 100);
         QCOMPARE(colouredPixels(picture(1)), 0);
+    }
+
+    void theTooltipOfAnImportedClickNamesItsFiles()
+    {
+        CVXSSequenceDataset sequence(QStringLiteral("SW8_SEQ"));
+        add(sequence, QStringLiteral("SW8a"), true, true);
+        add(sequence, QStringLiteral("SW8b"), true, false);
+        CPLClickInfo *info = sequence.getDataset(QStringLiteral("SW8a"))->getClickInfo();
+        const QString key = QString::fromLatin1(clickinfo::KEY_IMPORTED_FROM);
+        clickinfo::ensureSection(info, clickinfo::SECTION_LUMINESCENT)->setValue(key, "day 7.tif");
+        clickinfo::ensureSection(info, clickinfo::SECTION_PHOTOGRAPH)->setValue(key, "tray.tif");
+        CVXSSequenceWindow window(&sequence);
+        QVERIFY(listOf(window)->item(0)->toolTip().endsWith("\nFrom day 7.tif, tray.tif"));
+        QCOMPARE(listOf(window)->item(1)->toolTip(), listOf(window)->item(1)->text());
     }
 
     void changesOfTheSequenceAreShownAndTold()
