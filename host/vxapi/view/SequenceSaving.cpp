@@ -3,6 +3,7 @@
 
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxutils/CVXSErrorHandler.h"
+#include "host/vxutils/CVXSLog.h"
 
 #include <QCoreApplication>
 
@@ -17,5 +18,10 @@ ESTATUS saveSequenceWithMessage(QWidget *parent, CVXSSequenceDataset *sequence)
     const ESTATUS status = sequence->save();
     if (status != ESTATUS_SUCCESS)
         CVXSErrorHandler::errorMessage(parent, status, sequence->lastError());
+    else // one that was never saved has just got its folder without a question
+        vxLog(1,
+              QCoreApplication::translate("SequenceSaving", "Sequence saved: %1")
+                  .arg(sequence->getSequenceID()),
+              sequence->getSequenceInfoPath());
     return status;
 }

@@ -6,6 +6,7 @@
 #include "host/vxapi/view/CVXSSequenceWindow.h"
 #include "host/vxapi/view/DatasetThumbnail.h"
 #include "host/vxparser/CPLClickInfo.h"
+#include "host/vxutils/CVXSLog.h"
 #include "tests/host/vxapi/view/ViewFixture.h"
 
 #include <QListWidget>
@@ -147,6 +148,10 @@ private Q_SLOTS:
         QVERIFY(sequence.getSequenceInfoPath().isEmpty());
         QCOMPARE(window.saveSequence(), ESTATUS_SUCCESS);
         QVERIFY(QFile::exists(sequence.getSequenceInfoPath() + QStringLiteral("SequenceInfo.txt")));
+        // Nobody was asked for the folder, so the log tells it.
+        const SLogEntry told = getLogObject()->entries().last();
+        QCOMPARE(told.message, QStringLiteral("Sequence saved: SW5_SEQ"));
+        QCOMPARE(told.detail, sequence.getSequenceInfoPath());
     }
 
     void aThumbnailKeepsProportions()
