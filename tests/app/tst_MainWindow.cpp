@@ -351,7 +351,8 @@ void tst_MainWindow::theKeyOfCloseClosesTheActiveWindow()
     QVERIFY(sequence);
     QPointer<CVXSImageWindow> image =
         fixture.window->workspace()->showDataset(sequence->getDataset("AB20260102030406"));
-    QApplication::setActiveWindow(fixture.window.get());
+    QVERIFY(QTest::qWaitForWindowExposed(fixture.window.get()));
+    fixture.window->activateWindow(); // there is no window manager that would do it
     QVERIFY(QTest::qWaitForWindowActive(fixture.window.get()));
     // Keys go to what has the focus inside of the sub-window.
     auto *field = image->findChild<QLineEdit *>();
