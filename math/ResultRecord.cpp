@@ -40,7 +40,31 @@ constexpr SConstant CONSTANTS[] = {
     {SECTION_LUMINESCENT, KEY_BACKGROUND_CORRECTED},
     {SECTION_LUMINESCENT, KEY_FLATFIELD_CORRECTED},
     {SECTION_LUMINESCENT, KEY_MATH_OPERATION},
+    {SECTION_GRAPH_CONTROLS, KEY_INTENSITY_CALIBRATION},
 };
+
+/// The constants of one section as texts.
+struct SSectionConstants
+{
+    QString section;
+    QVector<QPair<QString, QString>> keys; ///< key, and "section/key"
+};
+
+QString pathOf(const char *section, const char *key)
+{
+    return QString::fromLatin1(section) + QLatin1Char('/') + QString::fromLatin1(key);
+}
+
+SSectionConstants constantsOf(const char *section)
+{
+    SSectionConstants found;
+    found.section = QString::fromLatin1(section);
+    for (const SConstant &constant : CONSTANTS) {
+        if (found.section == QLatin1String(constant.section))
+            found.keys.append({QString::fromLatin1(constant.key), pathOf(section, constant.key)});
+    }
+    return found;
+}
 
 constexpr tag_eimagetype IMAGES[] = {EIMAGE_LUMINESCENT, EIMAGE_PHOTOGRAPH, EIMAGE_FLATFIELD,
                                      EIMAGE_BACKGROUND, EIMAGE_EXCITATION};
@@ -57,19 +81,24 @@ imagemath::OperandRecord imagemath::recordOf(const CVXSDataset &dataset)
     record.backgroundSubtracted = dataset.isLuminBackgroundSubtracted();
     record.fluorescenceBackgroundSubtracted = dataset.isLuminFLBkgSubtracted();
 
-    const auto note = [&](const char *sectionKey, const char *key) {
-        QString value;
-        const CPLSection *section = (*dataset.getClickInfo())[QString::fromLatin1(sectionKey)];
-        if (section && section->getValue(QString::fromLatin1(key), &value) == ESTATUS_SUCCESS)
-            record.constants.insert(
-                QString::fromLatin1(sectionKey) + QLatin1Char('/') + QString::fromLatin1(key), value);
+    // This runs at every computation: each section is looked up once, and no text is made.
+    const auto note = [&](const SSectionConstants &wanted) {
+        const CPLSection *section = (*dataset.getClickInfo())[wanted.section];
+        for (const auto &[key, path] : wanted.keys) {
+            QString value;
+            if (section && section->getValue(key, &value) == ESTATUS_SUCCESS)
+                record.constants.insert(path, value);
+        }
     };
-    for (const SConstant &constant : CONSTANTS)
-        note(constant.section, constant.key);
+    static const SSectionConstants camera = constantsOf(SECTION_CAMERA);
+    static const SSectionConstants luminescent = constantsOf(SECTION_LUMINESCENT);
+    static const SSectionConstants graph = constantsOf(SECTION_GRAPH_CONTROLS);
+    static const QString isResult = pathOf(SECTION_LUMINESCENT, KEY_MATH_OPERATION);
+    note(camera);
+    note(luminescent);
     // Of a result it is the unit of its pixels; of others only what they are shown in.
-    if (record.constants.contains(QString::fromLatin1(SECTION_LUMINESCENT) + QLatin1Char('/') +
-                                  QString::fromLatin1(KEY_MATH_OPERATION)))
-        note(SECTION_GRAPH_CONTROLS, KEY_INTENSITY_CALIBRATION);
+    if (record.constants.contains(isResult))
+        note(graph);
     return record;
 }
 
