@@ -38,8 +38,8 @@ struct SDisplayFacts;
 /// and the result in the view on the right.
 ///
 /// The members read the widgets, call the free functions of math/, display/ and result/, and show the
-/// outcome; their bodies stand in the folder of their subject. Everything runs on the user-interface thread,
-/// in slot calls made directly.
+/// outcome; their bodies stand in a file for each subject. Everything runs on the user-interface thread, in
+/// slot calls made directly.
 class CVXSImageMathWnd : public QWidget, public Ui_CVXSImageMathWnd
 {
     Q_OBJECT
@@ -53,7 +53,7 @@ public:
                               Qt::WindowFlags flags = Qt::WindowFlags());
     ~CVXSImageMathWnd() override;
 
-    // --- binding (window/) ---
+    // --- binding ---
 
     /// Binds the window to an open sequence: title, lists, stored k, view, first computation. False when the
     /// sequence was never saved and the person does not want it saved, or saving it failed.
@@ -63,7 +63,7 @@ public:
     /// Whether the dataset of that click holds an image of that type; a missing dataset holds none.
     virtual bool clickHasImage(const QString &clickNumber, tag_eimagetype type) const;
 
-    // --- computation and view (math/) ---
+    // --- computation and view ---
 
     /// Computes the result of the selected clicks with the chosen formula and k, and shows it.
     virtual void calculateResultImage();
@@ -73,12 +73,12 @@ public:
     /// Puts the view's picture on the clipboard.
     virtual void copyToClipboard();
 
-    // --- constant k and imaging angle (display/) ---
+    // --- constant k and imaging angle ---
 
     virtual void computeKFromROI(const QString &datasetText, const QString &roiName);
     virtual ESTATUS checkImagingAngles(const QString &pathA, const QString &pathB);
 
-    // --- result dataset (result/); the order of these declarations is part of the interface ---
+    // --- result dataset; the order of these declarations is part of the interface ---
 
     virtual void compactExponent(QString &text);
     virtual void appendNoteEntry(QString &note, const QString &key, const QString &value);
