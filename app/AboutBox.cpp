@@ -5,6 +5,7 @@
 #include "host/vxutils/CVXUtilityFns.h"
 
 #include <QCoreApplication>
+#include <QIcon>
 #include <QMessageBox>
 
 #include <opencv2/core/version.hpp>

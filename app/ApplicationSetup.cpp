@@ -5,6 +5,7 @@
 #include "host/vxutils/CVXUtilityFns.h"
 
 #include <QGuiApplication>
+#include <QIcon>
 #include <QLocale>
 
 #include <clocale>

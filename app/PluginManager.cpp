@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "app/PluginManager.h"
 
-#include "app/DatasetLoader.h"
+#include "app/datasets/DatasetLoader.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/plugin/CVXToolPluginBase.h"
-#include "host/vxapi/view/CVXSChildWindow.h"
-#include "host/vxapi/view/CVXSWorkspace.h"
+#include "host/vxapi/view/windows/CVXSChildWindow.h"
+#include "host/vxapi/view/windows/CVXSWorkspace.h"
 #include "host/vxutils/CVXSLog.h"
 
 #include <QAction>

@@ -3,9 +3,9 @@
 
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
-#include "host/vxapi/view/CVXSChildWindow.h"
-#include "host/vxapi/view/CVXSMdiSubWindow.h"
-#include "host/vxapi/view/CVXSSequenceWindow.h"
+#include "host/vxapi/view/windows/CVXSChildWindow.h"
+#include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
+#include "host/vxapi/view/windows/CVXSSequenceWindow.h"
 #include "host/vxutils/CVXPreference.h"
 #include "host/vxutils/CVXSErrorHandler.h"
 #include "host/vxutils/CVXSMessageBox.h"

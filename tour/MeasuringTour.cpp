@@ -5,7 +5,7 @@
 #include "host/vxapi/model/ClickInfoKeys.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
-#include "host/vxapi/view/CVXSImageWindow.h"
+#include "host/vxapi/view/windows/CVXSImageWindow.h"
 #include "samples/Camera.h"
 #include "samples/SampleStudy.h"
 #include "tour/ImageTool.h"

@@ -7,8 +7,8 @@
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/model/ImageImport.h"
-#include "host/vxapi/view/CVXSImageWindow.h"
-#include "host/vxapi/view/MeasurementPane.h"
+#include "host/vxapi/view/measurement/MeasurementPane.h"
+#include "host/vxapi/view/windows/CVXSImageWindow.h"
 #include "tour/ImageTool.h"
 #include "tour/Stage.h"
 

@@ -3,7 +3,7 @@
 
 #include "app/MainWindow.h"
 #include "host/vxapi/model/CVXSDataset.h"
-#include "host/vxapi/view/CVXSImageWindow.h"
+#include "host/vxapi/view/windows/CVXSImageWindow.h"
 #include "samples/SampleStudy.h"
 #include "tour/MeasuringTour.h"
 #include "tour/Stage.h"

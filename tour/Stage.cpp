@@ -5,8 +5,8 @@
 #include "host/vxapi/model/ClickInfoKeys.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
-#include "host/vxapi/view/CVXSImageWindow.h"
-#include "host/vxapi/view/CVXSMultiImageView.h"
+#include "host/vxapi/view/canvas/CVXSMultiImageView.h"
+#include "host/vxapi/view/windows/CVXSImageWindow.h"
 #include "host/vxutils/CVXPreference.h"
 
 #include <QComboBox>

@@ -4,15 +4,16 @@
 #include "display/KText.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
-#include "host/vxapi/view/CVXSMdiSubWindow.h"
-#include "host/vxapi/view/CVXSMultiImageView.h"
-#include "host/vxapi/view/CVXSTextTag.h"
+#include "host/vxapi/view/canvas/CVXSMultiImageView.h"
+#include "host/vxapi/view/canvas/CVXSTextTag.h"
+#include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
 #include "host/vxutils/CVXUtilityFns.h"
 #include "result/ResultFolderLock.h"
 #include "window/DecimalCommaKey.h"
 
 #include <QCloseEvent>
 #include <QDoubleValidator>
+#include <QIcon>
 #include <QMenu>
 
 CVXSImageMathWnd::CVXSImageMathWnd(QWidget *parent, const char *, Qt::WindowFlags flags)

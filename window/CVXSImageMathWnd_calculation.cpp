@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
-#include "host/vxapi/view/CVXSImageWindow.h"
-#include "host/vxapi/view/CVXSTextTag.h"
-#include "host/vxapi/view/VXViewTypes.h"
+#include "host/vxapi/view/canvas/CVXSTextTag.h"
+#include "host/vxapi/view/canvas/VXViewTypes.h"
+#include "host/vxapi/view/windows/CVXSImageWindow.h"
 #include "math/Formula.h"
 #include "math/OperandPreparation.h"
 #include "math/ResultComputation.h"

@@ -3,7 +3,7 @@
 #include "display/DisplayUnitNames.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
-#include "host/vxapi/view/VXViewTypes.h"
+#include "host/vxapi/view/canvas/VXViewTypes.h"
 #include "window/CVXSImageMathWnd.h"
 
 #include <utility>

@@ -2,7 +2,7 @@
 #include "host/vxapi/model/ClickInfoKeys.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
-#include "host/vxapi/view/CVXSChildWindow.h"
+#include "host/vxapi/view/windows/CVXSChildWindow.h"
 #include "host/vxutils/CVXPreference.h"
 #include "host/vxutils/deleteFolderTree.h"
 #include "math/ToolLog.h"

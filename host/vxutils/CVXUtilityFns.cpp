@@ -19,14 +19,6 @@ QString CVXUtilityFns::getAppName()
     return QStringLiteral("Vexa");
 }
 
-QIcon CVXUtilityFns::appIcon()
-{
-    QIcon icon;
-    for (int size : {16, 24, 32, 48, 64, 128, 256})
-        icon.addFile(QStringLiteral(":/vexa/vexa-%1.png").arg(size), QSize(size, size));
-    return icon;
-}
-
 QString CVXUtilityFns::getkValue()
 {
     return CVXPreference::settings()->value(QLatin1String(KEY_K), QStringLiteral("1.00")).toString();

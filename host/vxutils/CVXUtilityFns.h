@@ -3,8 +3,9 @@
 
 #include "host/vxutils/vxutils_global.h"
 
-#include <QIcon>
 #include <QString>
+
+class QIcon;
 
 /// Small services of the application.
 class VXUTILS_EXPORT CVXUtilityFns
@@ -12,6 +13,7 @@ class VXUTILS_EXPORT CVXUtilityFns
 public:
     /// "Vexa": the title of every message box.
     static QString getAppName();
+    /// Of the library vxutils; everything else here is of vxutils_core.
     static QIcon appIcon();
 
     /// The persistent text of the image-math constant k; "1.00" until one is stored.

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/datasets/RecentSequences.h"
 #include "app/PluginManager.h"
-#include "app/RecentSequences.h"
-#include "app/ResultCheck.h"
+#include "check/ResultCheck.h"
 #include "host/vxapi/model/CVXSDataset.h"
-#include "host/vxapi/view/CVXSChildWindow.h"
-#include "host/vxapi/view/CVXSWorkspace.h"
+#include "host/vxapi/view/windows/CVXSChildWindow.h"
+#include "host/vxapi/view/windows/CVXSWorkspace.h"
 #include "math/ResultRecord.h"
 #include "tests/app/WorkspaceFixture.h"
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "app/DatasetLoader.h"
-#include "app/LooseDatasets.h"
-#include "app/SequenceManager.h"
+#include "app/datasets/DatasetLoader.h"
+#include "app/datasets/LooseDatasets.h"
+#include "app/datasets/SequenceManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
-#include "host/vxapi/view/CVXSImageWindow.h"
-#include "host/vxapi/view/CVXSMdiSubWindow.h"
-#include "host/vxapi/view/CVXSWorkspace.h"
+#include "host/vxapi/view/windows/CVXSImageWindow.h"
+#include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
+#include "host/vxapi/view/windows/CVXSWorkspace.h"
 #include "host/vxutils/CVXPreference.h"
 #include "tests/app/WorkspaceFixture.h"
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "app/DatasetLoader.h"
-#include "app/DisplayMenu.h"
+#include "app/datasets/DatasetLoader.h"
+#include "app/menus/DisplayMenu.h"
 #include "host/vxapi/model/CVXSDataset.h"
-#include "host/vxapi/view/CVXSWorkspace.h"
+#include "host/vxapi/view/windows/CVXSWorkspace.h"
 #include "tests/app/WorkspaceFixture.h"
 
 #include <QAction>

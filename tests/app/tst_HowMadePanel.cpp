@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/BannerWidget.h"
-#include "app/HowMadePanel.h"
-#include "app/SequenceManager.h"
+#include "app/datasets/SequenceManager.h"
+#include "app/provenance/HowMadePanel.h"
 #include "tests/app/ResultCheckFixture.h"
 
 #include <cmath>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "app/BannerWidget.h"
+#include "app/datasets/SequenceManager.h"
 #include "app/PluginManager.h"
-#include "app/SequenceManager.h"
 #include "host/vxapi/plugin/CVXToolPluginBase.h"
-#include "host/vxapi/view/CVXSWorkspace.h"
+#include "host/vxapi/view/windows/CVXSWorkspace.h"
 #include "tests/app/WorkspaceFixture.h"
 
 #include <QAction>

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "app/BannerWidget.h"
+#include "app/datasets/SequenceManager.h"
 #include "app/PluginManager.h"
-#include "app/SequenceManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/plugin/CVXToolPluginBase.h"
-#include "host/vxapi/view/CVXSImageWindow.h"
-#include "host/vxapi/view/CVXSMdiSubWindow.h"
-#include "host/vxapi/view/CVXSSequenceWindow.h"
-#include "host/vxapi/view/CVXSWorkspace.h"
+#include "host/vxapi/view/windows/CVXSImageWindow.h"
+#include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
+#include "host/vxapi/view/windows/CVXSSequenceWindow.h"
+#include "host/vxapi/view/windows/CVXSWorkspace.h"
 #include "tests/app/WorkspaceFixture.h"
 
 #include <QAction>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "app/RecentSequences.h"
+#include "app/datasets/RecentSequences.h"
 
 #include <QMenu>
 #include <QSignalSpy>

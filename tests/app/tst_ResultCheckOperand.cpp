@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "app/RecentSequences.h"
-#include "app/SequenceManager.h"
+#include "app/datasets/RecentSequences.h"
+#include "app/datasets/SequenceManager.h"
 #include "host/vxapi/model/ClickInfoKeys.h"
 #include "host/vxparser/CPLClickInfo.h"
 #include "host/vxutils/CVXPreference.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "app/DatasetSaving.h"
-#include "app/LooseDatasets.h"
+#include "app/datasets/DatasetSaving.h"
+#include "app/datasets/LooseDatasets.h"
 #include "host/vxapi/model/CVXSDataset.h"
-#include "host/vxapi/view/CVXSImageWindow.h"
+#include "host/vxapi/view/windows/CVXSImageWindow.h"
 #include "tests/app/FolderAnswer.h"
 #include "tests/app/WorkspaceFixture.h"
 #include "tests/host/vxapi/model/Files.h"

@@ -53,8 +53,8 @@ QStringList filesUnder(const QString &folder, const QStringList &patterns)
 }
 
 const QStringList SOURCES{"*.h", "*.cpp", "*.inl"};
-const QStringList OUR_FOLDERS{"host",    "math", "display", "result", "window", "plugin", "app",
-                              "samples", "tour", "tests",   "bench",  "fuzz",   "cmake"};
+const QStringList OUR_FOLDERS{"host", "math",    "display", "result", "check", "window", "plugin",
+                              "app",  "samples", "tour",    "tests",  "bench", "fuzz",   "cmake"};
 
 // The room in which a file stands, as the arrows name it.
 QString roomOf(const QString &path)
@@ -80,9 +80,10 @@ QMap<QString, QStringList> arrows()
         {"result", HOST},
         {"window", QStringList{"math", "display", "result"} + HOST},
         {"plugin", QStringList{"window"} + HOST},
-        {"app", QStringList{"math"} + HOST},
+        {"check", QStringList{"math"} + HOST},
+        {"app", QStringList{"check", "math"} + HOST},
         {"samples", HOST},
-        {"tour", QStringList{"app", "math", "samples"} + HOST},
+        {"tour", QStringList{"app", "check", "math", "samples"} + HOST},
         {"bench", QStringList{"display", "math", "tests", "window"} + HOST},
     };
 }

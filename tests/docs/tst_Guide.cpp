@@ -151,8 +151,8 @@ void tst_Guide::everyMessageOfTheToolIsExplained()
 void tst_Guide::everyMessageOfTheHostPartIsExplained_data()
 {
     QTest::addColumn<QString>("path");
-    for (const char *path :
-         {"app/LooseDatasets.cpp", "app/SequenceManager.cpp", "app/ResultCheck.cpp", "app/FileMenu.cpp"})
+    for (const char *path : {"app/datasets/LooseDatasets.cpp", "app/datasets/SequenceManager.cpp",
+                             "check/ResultCheck.cpp", "app/menus/FileMenu.cpp"})
         QTest::newRow(path) << QString::fromLatin1(path);
 }
 

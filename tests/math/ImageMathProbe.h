@@ -3,9 +3,9 @@
 
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
-#include "host/vxapi/view/CVXSMultiImageView.h"
-#include "host/vxapi/view/CVXSTextTag.h"
-#include "host/vxapi/view/VXViewTypes.h"
+#include "host/vxapi/view/canvas/CVXSMultiImageView.h"
+#include "host/vxapi/view/canvas/CVXSTextTag.h"
+#include "host/vxapi/view/canvas/VXViewTypes.h"
 #include "host/vxutils/CVXSLog.h"
 #include "tests/support/TestStudy.h"
 #include "window/CVXSImageMathWnd.h"

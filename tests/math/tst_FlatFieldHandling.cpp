@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Radiance is computed from flat-field corrected images, and the correction is handed back afterwards.
-#include "host/vxapi/view/CVXSImageWindow.h"
+#include "host/vxapi/view/windows/CVXSImageWindow.h"
 #include "tests/math/ImageMathProbe.h"
 #include "tests/math/PixelCompare.h"
 

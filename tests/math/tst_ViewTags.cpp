@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The tags under and over the images of a bound window, and its picture on the clipboard.
-#include "host/vxapi/view/CVXSMdiSubWindow.h"
-#include "host/vxapi/view/CVXSWorkspace.h"
+#include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
+#include "host/vxapi/view/windows/CVXSWorkspace.h"
 #include "tests/math/ImageMathProbe.h"
 
 #include <cmath>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/plugin/PluginFixture.h"
 
-#include "host/vxapi/view/CVXSChildWindow.h"
+#include "host/vxapi/view/windows/CVXSChildWindow.h"
 
 #include <QApplication>
 #include <QClipboard>

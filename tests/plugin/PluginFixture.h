@@ -2,8 +2,8 @@
 #pragma once
 
 #include "host/vxapi/plugin/CVXToolPluginBase.h"
-#include "host/vxapi/view/CVXSMdiSubWindow.h"
-#include "host/vxapi/view/CVXSWorkspace.h"
+#include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
+#include "host/vxapi/view/windows/CVXSWorkspace.h"
 #include "tests/support/TestStudy.h"
 
 #include <memory>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
-#include "host/vxapi/view/CVXSImageWindow.h"
-#include "host/vxapi/view/CVXSMultiImageView.h"
-#include "host/vxapi/view/CVXSSequenceWindow.h"
+#include "host/vxapi/view/canvas/CVXSMultiImageView.h"
+#include "host/vxapi/view/windows/CVXSImageWindow.h"
+#include "host/vxapi/view/windows/CVXSSequenceWindow.h"
 #include "host/vxutils/CVXPreference.h"
 #include "host/vxutils/CVXUtilityFns.h"
 #include "host/vxutils/deleteFolderTree.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/CVXSSequenceDataset.h"
-#include "host/vxapi/view/CVXSMultiImageView.h"
+#include "host/vxapi/view/canvas/CVXSMultiImageView.h"
 #include "tests/plugin/PluginFixture.h"
 #include "tests/support/BoxAnswerer.h"
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "app/DatasetLoader.h"
-#include "app/LooseDatasets.h"
+#include "app/datasets/DatasetLoader.h"
+#include "app/datasets/LooseDatasets.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
-#include "host/vxapi/view/CVXSChildWindow.h"
-#include "host/vxapi/view/CVXSTextTag.h"
-#include "host/vxapi/view/CVXSWorkspace.h"
+#include "host/vxapi/view/canvas/CVXSTextTag.h"
+#include "host/vxapi/view/windows/CVXSChildWindow.h"
+#include "host/vxapi/view/windows/CVXSWorkspace.h"
 #include "tests/result/ResultBench.h"
 
 #include <QDir>

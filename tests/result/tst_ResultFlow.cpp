@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/vxapi/view/CVXSMdiSubWindow.h"
+#include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
 #include "tests/result/FlowFixture.h"
 #include "tests/support/BoxAnswerer.h"
 

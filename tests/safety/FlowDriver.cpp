@@ -8,7 +8,7 @@
 //   the result. Clicks that the sequence has in memory only are added when they are asked for.
 // It works in the profile that VEXA_PROFILE_DIR names. Ends with 0, or 1 and a line that says "WRONG".
 #include "app/ApplicationSetup.h"
-#include "app/DatasetLoader.h"
+#include "app/datasets/DatasetLoader.h"
 #include "app/MainWindow.h"
 #include "host/vxapi/model/ClickInfoKeys.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"

@@ -4,8 +4,8 @@
 #include "app/MainWindow.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/model/StoredDatasets.h"
-#include "host/vxapi/view/CVXSImageWindow.h"
-#include "host/vxapi/view/CVXSMdiSubWindow.h"
+#include "host/vxapi/view/windows/CVXSImageWindow.h"
+#include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
 
 #include <QAbstractButton>
 #include <QAction>

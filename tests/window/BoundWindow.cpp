@@ -2,8 +2,8 @@
 #include "tests/window/BoundWindow.h"
 
 #include "host/vxapi/model/CVXSSequenceDataset.h"
-#include "host/vxapi/view/CVXSMdiSubWindow.h"
-#include "host/vxapi/view/CVXSWorkspace.h"
+#include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
+#include "host/vxapi/view/windows/CVXSWorkspace.h"
 
 #include <QCoreApplication>
 

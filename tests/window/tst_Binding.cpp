@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
-#include "host/vxapi/view/CVXSSequenceWindow.h"
-#include "host/vxapi/view/CVXSWorkspace.h"
+#include "host/vxapi/view/windows/CVXSSequenceWindow.h"
+#include "host/vxapi/view/windows/CVXSWorkspace.h"
 #include "host/vxutils/CVXUtilityFns.h"
 #include "host/vxutils/deleteFolderTree.h"
 #include "tests/support/BoxAnswerer.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/CVXSSequenceDataset.h"
-#include "host/vxapi/view/CVXSMultiImageView.h"
-#include "host/vxapi/view/CVXSTextTag.h"
+#include "host/vxapi/view/canvas/CVXSMultiImageView.h"
+#include "host/vxapi/view/canvas/CVXSTextTag.h"
 #include "host/vxutils/CVXUtilityFns.h"
 #include "tests/window/BoundWindow.h"
 

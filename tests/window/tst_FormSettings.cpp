@@ -3,6 +3,7 @@
 #include "tests/window/FormFixture.h"
 
 #include <QGridLayout>
+#include <QIcon>
 #include <QImage>
 #include <QtTest>
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
-#include "host/vxapi/view/CVXSMdiSubWindow.h"
-#include "host/vxapi/view/CVXSMultiImageView.h"
-#include "host/vxapi/view/CVXSTextTag.h"
-#include "host/vxapi/view/CVXSWorkspace.h"
+#include "host/vxapi/view/canvas/CVXSMultiImageView.h"
+#include "host/vxapi/view/canvas/CVXSTextTag.h"
+#include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
+#include "host/vxapi/view/windows/CVXSWorkspace.h"
 #include "host/vxutils/CVXUtilityFns.h"
 #include "tests/window/BoundWindow.h"
 

@@ -38,14 +38,27 @@ double cellsEnd(double begin, double length, int count)
     return last.begin + last.length;
 }
 
-bool areFinite(const QPolygonF &outline)
+bool areFinite(const QVector<QPointF> &outline)
 {
     return std::all_of(outline.cbegin(), outline.cend(), [](const QPointF &corner) {
         return std::isfinite(corner.x()) && std::isfinite(corner.y());
     });
 }
 
-bool isOnOneLine(const QPolygonF &outline)
+QRectF boxAround(const QVector<QPointF> &outline)
+{
+    if (outline.isEmpty())
+        return QRectF();
+    QPointF least = outline.first();
+    QPointF largest = least;
+    for (const QPointF &corner : outline) {
+        least = QPointF(std::min(least.x(), corner.x()), std::min(least.y(), corner.y()));
+        largest = QPointF(std::max(largest.x(), corner.x()), std::max(largest.y(), corner.y()));
+    }
+    return QRectF(least, largest);
+}
+
+bool isOnOneLine(const QVector<QPointF> &outline)
 {
     const QPointF first = outline.first();
     const auto far =
@@ -72,8 +85,8 @@ CROIBase::CROIBase(EROISHAPE shape, EROIKIND kind, const QRectF &box)
 {
 }
 
-CROIBase::CROIBase(EROISHAPE shape, EROIKIND kind, const QPolygonF &outline)
-    : m_shape(shape), m_kind(kind), m_box(outline.boundingRect())
+CROIBase::CROIBase(EROISHAPE shape, EROIKIND kind, const QVector<QPointF> &outline)
+    : m_shape(shape), m_kind(kind), m_box(boxAround(outline))
 {
     if (!isOutlined())
         return;
@@ -164,9 +177,10 @@ QString CROIBase::complaint() const
 void CROIBase::translate(const QPointF &by)
 {
     m_box.translate(by);
-    m_outline.translate(by);
+    for (QPointF &corner : m_outline)
+        corner += by;
     if (isOutlined())
-        m_box = m_outline.boundingRect();
+        m_box = boxAround(m_outline);
 }
 
 void CROIBase::setBoundingBox(const QRectF &box)
@@ -184,7 +198,7 @@ void CROIBase::setBoundingBox(const QRectF &box)
         corner = {target.x() + (corner.x() - m_box.x()) / m_box.width() * target.width(),
                   target.y() + (corner.y() - m_box.y()) / m_box.height() * target.height()};
     }
-    m_box = m_outline.boundingRect();
+    m_box = boxAround(m_outline);
 }
 
 CROIBase CROIBase::cell(int row, int column) const

@@ -3,7 +3,7 @@
 
 #include "host/vxapi/vxapi_global.h"
 
-#include <QPolygonF>
+#include <QPointF>
 #include <QRectF>
 #include <QString>
 #include <QStringList>
@@ -54,7 +54,7 @@ public:
     /// Rectangle or ellipse in that box [cm]; the box is normalised.
     CROIBase(EROISHAPE shape, EROIKIND kind, const QRectF &box);
     /// Polygon or free-hand outline [cm]; closed without repeating the first corner.
-    CROIBase(EROISHAPE shape, EROIKIND kind, const QPolygonF &outline);
+    CROIBase(EROISHAPE shape, EROIKIND kind, const QVector<QPointF> &outline);
     /// Grid of rows x columns (1 or more each).
     CROIBase(EROIKIND kind, const QRectF &box, int rows, int columns);
 
@@ -65,7 +65,7 @@ public:
     void setKind(EROIKIND kind) { m_kind = kind; }
     QRectF boundingBox() const { return m_box; }
     /// Corners of a polygon or free-hand outline; empty for the others.
-    QPolygonF outline() const { return m_outline; }
+    QVector<QPointF> outline() const { return m_outline; }
     int rows() const { return m_rows; }
     int columns() const { return m_columns; }
 
@@ -97,7 +97,7 @@ private:
     EROISHAPE m_shape;
     EROIKIND m_kind;
     QRectF m_box;
-    QPolygonF m_outline;
+    QVector<QPointF> m_outline;
     int m_rows = 1;
     int m_columns = 1;
 };

@@ -41,8 +41,8 @@ bool CROIManager::Private::isSameShape(const CROIBase &a, const CROIBase &b)
     const auto isSame = [](const QPointF &p, const QPointF &q) { return p.x() == q.x() && p.y() == q.y(); };
     const QRectF boxA = a.boundingBox();
     const QRectF boxB = b.boundingBox();
-    const QPolygonF cornersA = a.outline();
-    const QPolygonF cornersB = b.outline();
+    const QVector<QPointF> cornersA = a.outline();
+    const QVector<QPointF> cornersB = b.outline();
     return a.shape() == b.shape() && a.rows() == b.rows() && a.columns() == b.columns() &&
            isSame(boxA.topLeft(), boxB.topLeft()) && boxA.width() == boxB.width() &&
            boxA.height() == boxB.height() &&

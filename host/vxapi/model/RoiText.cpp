@@ -34,7 +34,7 @@ QString field(const char *key, const QString &value)
     return QStringLiteral("; %1 %2").arg(latin1(key), value);
 }
 
-QString cornersText(const QPolygonF &outline)
+QString cornersText(const QVector<QPointF> &outline)
 {
     QStringList corners;
     corners.reserve(outline.size());
@@ -108,7 +108,7 @@ bool takeBox(Fields *fields, QRectF *box, QString *reason)
     return true;
 }
 
-bool takeCorners(Fields *fields, QPolygonF *outline, QString *reason)
+bool takeCorners(Fields *fields, QVector<QPointF> *outline, QString *reason)
 {
     QString text;
     if (!takeField(fields, ROI_CORNERS, &text, reason))
@@ -146,7 +146,7 @@ bool fieldsOf(const QStringList &parts, Fields *fields, QString *reason)
 std::optional<CROIBase> roiOf(EROISHAPE shape, EROIKIND kind, Fields *fields, QString *reason)
 {
     if (shape == EROI_POLYGON || shape == EROI_FREEHAND) {
-        QPolygonF outline;
+        QVector<QPointF> outline;
         if (!takeCorners(fields, &outline, reason))
             return std::nullopt;
         return CROIBase(shape, kind, outline);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/plugin/CVXToolPluginBase.h"
-#include "host/vxapi/view/CVXSMdiSubWindow.h"
-#include "host/vxapi/view/CVXSWorkspace.h"
+#include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
+#include "host/vxapi/view/windows/CVXSWorkspace.h"
 #include "host/vxutils/CVXSLog.h"
 
 #include <QAction>

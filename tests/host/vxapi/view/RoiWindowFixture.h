@@ -4,8 +4,8 @@
 #include "host/vxapi/model/CROIManager.h"
 #include "host/vxapi/model/CRoiMeasurementManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
-#include "host/vxapi/view/CVXSImageWindow.h"
-#include "host/vxapi/view/CVXSMultiImageView.h"
+#include "host/vxapi/view/canvas/CVXSMultiImageView.h"
+#include "host/vxapi/view/windows/CVXSImageWindow.h"
 #include "tests/support/TestStudy.h"
 
 #include <memory>

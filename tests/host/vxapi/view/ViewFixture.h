@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "host/vxapi/view/CVXSMultiImageView.h"
-#include "host/vxapi/view/CVXSTextTag.h"
+#include "host/vxapi/view/canvas/CVXSMultiImageView.h"
+#include "host/vxapi/view/canvas/CVXSTextTag.h"
 #include "host/vximage/CILImage.h"
 
 #include <cmath>

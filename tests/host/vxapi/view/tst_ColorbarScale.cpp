@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/vxapi/view/ColorbarScale.h"
+#include "host/vxapi/view/canvas/ColorbarScale.h"
 #include "host/vximage/CILPalette.h"
 
 #include <limits>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "host/vxapi/view/FieldMapping.h"
+#include "host/vxapi/view/canvas/FieldMapping.h"
 
-#include "host/vxapi/view/RoiHandles.h"
+#include "host/vxapi/view/roi/RoiHandles.h"
 #include "tests/host/vxapi/view/ViewFixture.h"
 
 #include <QApplication>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/vxapi/view/ImagePyramid.h"
+#include "host/vxapi/view/canvas/ImagePyramid.h"
 #include "tests/host/vxapi/view/ViewFixture.h"
 
 #include <QtTest>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/vxapi/view/LayoutGeometry.h"
+#include "host/vxapi/view/canvas/LayoutGeometry.h"
 
 #include <QtTest>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "host/vxapi/view/MeasurementPane.h"
-#include "host/vxapi/view/MeasurementTableModel.h"
-#include "host/vxapi/view/MeasurementText.h"
+#include "host/vxapi/view/measurement/MeasurementPane.h"
+#include "host/vxapi/view/measurement/MeasurementTableModel.h"
+#include "host/vxapi/view/measurement/MeasurementText.h"
 #include "tests/host/vxapi/view/RoiWindowFixture.h"
 #include "tests/support/BoxAnswerer.h"
 

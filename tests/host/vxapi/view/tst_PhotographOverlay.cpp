@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/vxapi/view/PictureTone.h"
+#include "host/vxapi/view/canvas/PictureTone.h"
 #include "host/vxparser/CPLClickInfo.h"
 #include "tests/host/vxapi/view/RoiWindowFixture.h"
 #include "tests/host/vxapi/view/ViewFixture.h"

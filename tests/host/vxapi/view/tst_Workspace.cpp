@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
-#include "host/vxapi/view/CVXSImageWindow.h"
-#include "host/vxapi/view/CVXSMdiSubWindow.h"
-#include "host/vxapi/view/CVXSSequenceWindow.h"
-#include "host/vxapi/view/CVXSWorkspace.h"
+#include "host/vxapi/view/windows/CVXSImageWindow.h"
+#include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
+#include "host/vxapi/view/windows/CVXSSequenceWindow.h"
+#include "host/vxapi/view/windows/CVXSWorkspace.h"
 #include "tests/host/vxapi/view/ViewFixture.h"
 
 #include <QtTest>

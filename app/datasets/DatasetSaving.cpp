@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: MIT
+#include "app/datasets/DatasetSaving.h"
+
+#include "app/datasets/FolderChoice.h"
+#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/CVXSSequenceDataset.h"
+#include "host/vxutils/CVXPreference.h"
+#include "host/vxutils/CVXSErrorHandler.h"
+#include "host/vxutils/CVXUtilityFns.h"
+#include "host/vxutils/deleteFolderTree.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+namespace {
+
+QString translated(const char *text)
+{
+    return QCoreApplication::translate("Saving", text);
+}
+
+bool isDatasetFolder(const QString &folder)
+{
+    return QFileInfo::exists(folder + QLatin1Char('/') + QLatin1String(clickinfo::FILE_CLICK_INFO));
+}
+
+bool tell(QWidget *parent, ESTATUS status, const QString &error)
+{
+    if (status != ESTATUS_SUCCESS)
+        CVXSErrorHandler::errorMessage(parent, status, error);
+    return status == ESTATUS_SUCCESS;
+}
+
+} // namespace
+
+bool saving::saveDataset(QWidget *parent, CVXSDataset *dataset)
+{
+    if (dataset->getDatasetType() == 2)
+        return saveDatasetElsewhere(parent, dataset);
+    return tell(parent, dataset->saveDatasetAs(dataset->getFolderPath()), dataset->lastError());
+}
+
+bool saving::saveDatasetElsewhere(QWidget *parent, CVXSDataset *dataset)
+{
+    const QString chosen = chooseFolder(parent, translated("Save Dataset As"), "MainWindow/saveFolder",
+                                        CVXPreference::getProgramDataPath());
+    if (chosen.isEmpty())
+        return false;
+    QString refusal;
+    const QString target = targetFolder(*dataset, chosen, &refusal);
+    if (target.isEmpty())
+        return tell(parent, ESTATUS_FILE_NOT_WRITABLE, refusal);
+    const bool isThere = QFileInfo::exists(target);
+    const bool isOwn = isThere && !QDir(target).isEmpty();
+    const ESTATUS status =
+        dataset->isPartOfSequence() ? dataset->saveCopy(target) : dataset->saveDatasetAs(target);
+    // What a full disk left half written would stand in the way of the next attempt.
+    if (status != ESTATUS_SUCCESS && !isOwn) {
+        deleteFolderTree(QDir(target));
+        if (isThere)
+            QDir().mkdir(target);
+    }
+    return tell(parent, status, dataset->lastError());
+}
+
+QString saving::targetFolder(const CVXSDataset &dataset, const QString &chosen, QString *refusal)
+{
+    const QString clickNumber = dataset.getClickNumber();
+    const QString own = QFileInfo(dataset.getFolderPath()).canonicalFilePath();
+    const auto isOwn = [&own](const QString &folder) {
+        return !own.isEmpty() && QFileInfo(folder).canonicalFilePath() == own;
+    };
+    const auto refuse = [refusal](const QString &folder, const QString &reason) {
+        *refusal = QDir::toNativeSeparators(folder) + QStringLiteral(": ") + reason;
+        return QString();
+    };
+    if (!CVXUtilityFns::isSafeFileName(clickNumber))
+        return refuse(chosen, translated("\"%1\" cannot be the name of a folder").arg(clickNumber));
+    const QDir parentFolder(chosen);
+    // Who chooses the folder of that very name means this one and none below it.
+    const QString target =
+        parentFolder.dirName() == clickNumber ? chosen : parentFolder.absoluteFilePath(clickNumber);
+    if (isOwn(target))
+        return dataset.isPartOfSequence()
+                   ? refuse(target, translated("the dataset lies there; save its sequence instead"))
+                   : target;
+    if (target != chosen && isDatasetFolder(chosen))
+        return refuse(chosen, translated("this folder holds another dataset, %1; choose the folder in which "
+                                         "the dataset is to get one of its own")
+                                  .arg(parentFolder.dirName()));
+    if (isDatasetFolder(target))
+        return refuse(target, translated("this folder holds another dataset of the click number %1, which is "
+                                         "not overwritten")
+                                  .arg(clickNumber));
+    const QFileInfo there(target);
+    if (there.exists() && (!there.isDir() || !QDir(target).isEmpty()))
+        return refuse(target, translated("there are other files in this folder already"));
+    return target;
+}
+
+bool saving::saveSequence(QWidget *parent, CVXSSequenceDataset *sequence)
+{
+    QString place;
+    if (sequence->getSequenceInfoPath().isEmpty()) {
+        const QString usual = CVXPreference::getProgramDataPath() + QStringLiteral("/sequences");
+        QDir().mkpath(usual); // so that the dialog can start there; what fails is told when saving
+        place = chooseFolder(parent, translated("Save Sequence %1 In").arg(sequence->getSequenceID()),
+                             "MainWindow/saveSequenceFolder", usual);
+        if (place.isEmpty())
+            return false;
+    }
+    return tell(parent, sequence->save(place), sequence->lastError());
+}

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+#include "app/datasets/EarlierResults.h"
+
+#include "host/vxapi/model/StoredDatasets.h"
+#include "host/vxutils/CVXPreference.h"
+
+#include <QDir>
+#include <QMenu>
+
+#include <algorithm>
+
+EarlierResults::EarlierResults(QMenu *menu, QObject *parent) : QObject(parent), m_menu(menu)
+{
+    menu->setToolTipsVisible(true);
+    connect(menu, &QMenu::aboutToShow, this, &EarlierResults::fill);
+    menu->addAction(tr("None yet"))->setEnabled(false); // a menu without entries would not open
+}
+
+void EarlierResults::fill()
+{
+    m_menu->clear();
+    StoredDatasets &stored = StoredDatasets::instance();
+    stored.registerFolder(CVXPreference::getProgramDataPath()); // others may have written there
+    QList<SStoredDataset> results = stored.list();
+    results.erase(std::remove_if(results.begin(), results.end(),
+                                 [](const SStoredDataset &dataset) { return !dataset.isResult; }),
+                  results.end());
+    std::stable_sort(
+        results.begin(), results.end(),
+        [](const SStoredDataset &one, const SStoredDataset &other) { return one.written > other.written; });
+    for (const SStoredDataset &result : qAsConst(results).mid(0, MAX_COUNT)) {
+        QString name = result.clickNumber;
+        QAction *action =
+            m_menu->addAction(QStringLiteral("%1    %2")
+                                  .arg(name.replace(QLatin1Char('&'), QLatin1String("&&")),
+                                       result.written.toString(QStringLiteral("yyyy-MM-dd hh:mm"))));
+        action->setToolTip(QDir::toNativeSeparators(result.folder));
+        connect(action, &QAction::triggered, this, [this, folder = result.folder] { Q_EMIT chosen(folder); });
+    }
+    if (results.isEmpty())
+        m_menu->addAction(tr("None yet"))->setEnabled(false);
+    if (results.size() > MAX_COUNT) {
+        m_menu->addSeparator();
+        connect(m_menu->addAction(tr("Others...")), &QAction::triggered, this, &EarlierResults::othersWanted);
+    }
+}

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "app/provenance/HowMadeText.h"
+#include "check/ResultCheck.h"
+
+#include <QDockWidget>
+#include <QPointer>
+
+class CVXSChildWindow;
+class CVXSDataset;
+class VerdictStrip;
+class QGridLayout;
+class QLabel;
+class QPushButton;
+class QScrollArea;
+class QVBoxLayout;
+class RecentSequences;
+
+/// The panel that tells how the result in the active window was made, and computes it again on request. It
+/// comes by itself with a result, until the person closes it; from then on only the View menu brings it back.
+class HowMadePanel : public QDockWidget
+{
+    Q_OBJECT
+
+public:
+    /// `recent`: where operands are looked for that are not open.
+    explicit HowMadePanel(const RecentSequences *recent, QWidget *parent = nullptr);
+
+    /// The window whose result is told of; null, or one that shows no result: the panel says so.
+    void setActiveChild(CVXSChildWindow *window);
+
+    /// What "Copy" puts on the clipboard; empty without a result.
+    QString text() const;
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    void makeWidgets();
+    void makeAction();
+    void showResult();
+    void showRows();
+    void addRow(QGridLayout *grid, const HowMadeRow &row);
+    void check();
+    void copy() const;
+
+    const RecentSequences *m_recent;
+    QPointer<CVXSDataset> m_result; ///< null: the active window shows none
+    QVector<HowMadeRow> m_rows;
+    QString m_outcomeText; ///< of the last check of this result; empty before
+    bool m_isWanted = true;
+    bool m_isStale = true; ///< the active result changed while the panel was hidden
+
+    QLabel *m_title = nullptr;
+    VerdictStrip *m_outcome = nullptr;
+    QWidget *m_grid = nullptr;
+    QVBoxLayout *m_rowsPlace = nullptr;
+    QScrollArea *m_area = nullptr;
+    QPushButton *m_checkButton = nullptr;
+    QPushButton *m_copyButton = nullptr;
+};

@@ -1,0 +1,208 @@
+// SPDX-License-Identifier: MIT
+#include "app/provenance/HowMadeText.h"
+
+#include "check/StoredRecord.h"
+#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxparser/CPLClickInfo.h"
+
+#include <cmath>
+#include <QCoreApplication>
+#include <QDateTime>
+
+using namespace clickinfo;
+using imagemath::FileRecord;
+using imagemath::OperandRecord;
+using imagemath::ResultRecord;
+
+namespace {
+
+constexpr int SHORT_HASH = 12; // digits
+constexpr int MAX_SHOWN = 300; // characters; longer ones are no text of ours
+constexpr int MAX_FILES = 12;  // of an operand; it has six images
+
+using Rows = QVector<HowMadeRow>;
+
+QString translated(const char *text)
+{
+    return QCoreApplication::translate("HowMade", text);
+}
+
+void heading(Rows *rows, const QString &name)
+{
+    rows->append({HowMadeRow::Kind::Heading, name, QString(), QString()});
+}
+
+void remark(Rows *rows, const QString &text)
+{
+    rows->append({HowMadeRow::Kind::Remark, QString(), text, QString()});
+}
+
+void pair(Rows *rows, const QString &name, const QString &value, const QString &full = QString())
+{
+    HowMadeRow row{HowMadeRow::Kind::Pair, name, value, full};
+    if (value.isEmpty())
+        row.value = translated("not recorded");
+    if (row.value.size() > MAX_SHOWN) {
+        if (full.isEmpty())
+            row.full = value;
+        row.value = value.left(MAX_SHOWN) + QChar(0x2026);
+    }
+    rows->append(row);
+}
+
+QString unitText(const QString &key)
+{
+    tag_edisplayunit unit = EUNIT_COUNTS;
+    if (!unitOfKey(key, &unit))
+        return key;
+    switch (unit) {
+    case EUNIT_RADIANCE:
+        return key + translated(" [photons/s/cm\u00b2/sr]");
+    case EUNIT_RADIANT_EFFICIENCY:
+        return key + translated(" [(photons/s/cm\u00b2/sr) / (\u00b5W/cm\u00b2)]");
+    default:
+        return key;
+    }
+}
+
+QString dateText(const QString &iso)
+{
+    const QDateTime date = QDateTime::fromString(iso, Qt::ISODate);
+    return date.isValid()
+               ? date.toUTC().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")) + QStringLiteral(" UTC")
+               : iso;
+}
+
+QString correctionsText(bool flatField, bool background, bool fluorescenceBackground)
+{
+    QStringList all;
+    if (background)
+        all += translated("background");
+    if (flatField)
+        all += translated("flat field");
+    if (fluorescenceBackground)
+        all += translated("fluorescence background");
+    return all.isEmpty() ? translated("none") : all.join(QStringLiteral(", "));
+}
+
+void addFile(Rows *rows, const FileRecord &file)
+{
+    if (file.sha256.isEmpty())
+        pair(rows, file.name, QString());
+    else
+        pair(rows, file.name, QStringLiteral("SHA-256 ") + file.sha256.left(SHORT_HASH) + QChar(0x2026),
+             QStringLiteral("SHA-256 ") + file.sha256);
+}
+
+/// They fill a page: the panel only counts them.
+void addConstants(Rows *rows, const QMap<QString, QString> &constants)
+{
+    QStringList lines;
+    for (auto it = constants.begin(); it != constants.end(); ++it)
+        lines += it.key() + QStringLiteral(" = ") + it.value();
+    pair(rows, translated("Calibration"),
+         lines.isEmpty() ? QString() : translated("%1 values of ClickInfo").arg(lines.size()),
+         lines.join(QStringLiteral("; ")));
+}
+
+void addOperand(Rows *rows, const QString &role, const OperandRecord &operand)
+{
+    heading(rows, role);
+    pair(rows, translated("Click number"), operand.clickNumber);
+    pair(rows, translated("Sequence"),
+         operand.sequenceId.isEmpty() ? translated("none") : operand.sequenceId);
+    pair(rows, translated("Corrected for"),
+         correctionsText(operand.flatFieldCorrected, operand.backgroundSubtracted,
+                         operand.fluorescenceBackgroundSubtracted));
+    addConstants(rows, operand.constants);
+    for (int i = 0; i < operand.files.size() && i < MAX_FILES; ++i)
+        addFile(rows, operand.files.at(i));
+    if (operand.files.isEmpty())
+        pair(rows, translated("Files"), QString());
+}
+
+void addPhotograph(Rows *rows, const QString &role, const imagemath::PhotographRecord &photograph)
+{
+    heading(rows, role);
+    if (photograph.clickNumber.isEmpty()) {
+        pair(rows, translated("From"), translated("none"));
+        return;
+    }
+    pair(rows, translated("From"), photograph.clickNumber);
+    addFile(rows, photograph.file);
+}
+
+/// Whether the text that ClickInfo keeps reads as another number than the one that was used.
+bool showsOtherNumber(const QString &text, float k)
+{
+    bool isNumber = false;
+    const auto shown = float(text.toDouble(&isNumber));
+    return !isNumber || !(shown == k || (std::isnan(shown) && std::isnan(k))) ||
+           std::signbit(shown) != std::signbit(k);
+}
+
+Rows rowsOfRecord(const ResultRecord &record, const CPLClickInfo &info)
+{
+    Rows rows;
+    pair(&rows, translated("Operation"), record.operation);
+    pair(&rows, translated("k, exactly"),
+         QStringLiteral("%1  =  %2").arg(imagemath::decimalOf(record.k), imagemath::hexadecimalOf(record.k)));
+    const QString shown = textOf(info, SECTION_LUMINESCENT, KEY_MATH_K);
+    if (showsOtherNumber(shown, record.k))
+        pair(&rows, translated("k in ClickInfo"), shown);
+    pair(&rows, translated("Unit"), unitText(record.unit));
+    pair(&rows, translated("Computed"), dateText(record.computed));
+    pair(&rows, translated("Version"), record.version);
+    addOperand(&rows, QStringLiteral("A"), record.a);
+    addOperand(&rows, QStringLiteral("B"), record.b);
+    addPhotograph(&rows, translated("Photograph under the result"), record.photograph);
+    if (!record.maskPhotograph.clickNumber.isEmpty())
+        addPhotograph(&rows, translated("Photograph of the tissue mask"), record.maskPhotograph);
+    return rows;
+}
+
+Rows rowsOfClickInfo(const CPLClickInfo &info, const QString &problem)
+{
+    const auto told = [&info](const char *key) { return textOf(info, SECTION_LUMINESCENT, key); };
+    Rows rows;
+    remark(&rows, problem);
+    remark(&rows, translated("This is what its ClickInfo.txt tells; it cannot be checked:"));
+    pair(&rows, translated("Operation"), told(KEY_MATH_OPERATION));
+    pair(&rows, translated("k, as typed"), told(KEY_MATH_K));
+    pair(&rows, QStringLiteral("A"), told(KEY_MATH_A));
+    pair(&rows, QStringLiteral("B"), told(KEY_MATH_B));
+    const QString photograph = told(KEY_MATH_PHOTOGRAPH);
+    pair(&rows, translated("Photograph"), photograph.isEmpty() ? translated("none") : photograph);
+    pair(&rows, translated("Unit"),
+         unitText(textOf(info, SECTION_GRAPH_CONTROLS, KEY_INTENSITY_CALIBRATION)));
+    const auto isSet = [&info](const char *key) { return flagOf(info, SECTION_LUMINESCENT, key); };
+    pair(&rows, translated("A corrected for"),
+         correctionsText(isSet(KEY_FLATFIELD_CORRECTED), isSet(KEY_BACKGROUND_CORRECTED),
+                         isSet(KEY_FL_BACKGROUND_CORRECTED)));
+    pair(&rows, translated("Version"), textOf(info, SECTION_CLICK_NUMBER, KEY_VERSION));
+    return rows;
+}
+
+} // namespace
+
+QVector<HowMadeRow> howmade::rowsOf(const CVXSDataset &result, const StoredRecord &made)
+{
+    const CPLClickInfo &info = *result.getClickInfo();
+    return made.isThere() ? rowsOfRecord(made.record, info) : rowsOfClickInfo(info, made.problem);
+}
+
+QString howmade::plainText(const QVector<HowMadeRow> &rows)
+{
+    QStringList lines;
+    for (const HowMadeRow &row : rows) {
+        if (row.kind == HowMadeRow::Kind::Heading)
+            lines += QStringList{QString(), row.name};
+        else if (row.kind == HowMadeRow::Kind::Remark)
+            lines += row.whole();
+        else
+            lines += row.name + QStringLiteral(": ") + row.whole();
+    }
+    return lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
+}

@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: MIT
+#include "check/ResultCheck.h"
+
+#include "check/PixelDifference.h"
+#include "check/RecordChanges.h"
+#include "check/ReopenedOperand.h"
+#include "check/StoredRecord.h"
+#include "host/vxapi/model/CVXSDataset.h"
+#include "math/ResultComputation.h"
+
+#include <QCoreApplication>
+#include <QDir>
+
+#include <memory>
+
+using imagemath::ResultRecord;
+
+namespace {
+
+constexpr int MAX_LINES = 40;
+constexpr int MAX_LINE = 400; // characters
+
+QString translated(const char *text)
+{
+    return QCoreApplication::translate("ResultCheck", text);
+}
+
+/// A damaged record may give any number of lines of any length.
+QStringList shortened(const QStringList &lines)
+{
+    QStringList few;
+    for (const QString &line : lines.mid(0, MAX_LINES))
+        few += line.size() > MAX_LINE ? line.left(MAX_LINE) + QChar(0x2026) : line;
+    if (lines.size() > MAX_LINES)
+        few += translated("And %1 more.").arg(lines.size() - MAX_LINES);
+    return few;
+}
+
+ResultCheck ended(ResultCheck::Verdict verdict, const QString &headline, const QStringList &lines)
+{
+    ResultCheck check;
+    check.verdict = verdict;
+    check.headline = headline;
+    check.lines = shortened(lines);
+    return check;
+}
+
+QString whereFrom(const QString &role, const ReopenedOperand &operand)
+{
+    const QString click = operand.dataset->getClickNumber();
+    return operand.copy ? translated("%1 is %2, as it is in memory.").arg(role, click)
+                        : translated("%1 is in %2")
+                              .arg(role, QDir::toNativeSeparators(operand.dataset->getFolderPath()));
+}
+
+ResultCheck compared(const ResultRecord &record, const CILImage &stored, const CILImage &computed,
+                     QStringList changes, QStringList remarks)
+{
+    using Verdict = ResultCheck::Verdict;
+    const PixelDifference pixels = PixelDifference::compare(stored, computed);
+    const bool isChanged = !changes.isEmpty();
+    if (pixels.areSame())
+        return isChanged
+                   ? ended(Verdict::SameThoughChanged,
+                           translated("The same to the last bit, although not all is as recorded."),
+                           changes + remarks)
+                   : ended(Verdict::Same, translated("Computed again: the same to the last bit."), remarks);
+    const QString difference = pixels.text(record.unit);
+    return isChanged
+               ? ended(Verdict::DifferentAsChanged,
+                       translated("The operands are not what they were: %1").arg(difference),
+                       changes + remarks)
+               : ended(Verdict::Different,
+                       translated("The result is not what its record gives: %1").arg(difference),
+                       QStringList{translated("The operands are as recorded: the result's pixels or its "
+                                              "record were changed.")} +
+                           remarks);
+}
+
+} // namespace
+
+long ResultCheck::level() const
+{
+    switch (verdict) {
+    case Verdict::Same:
+        return 1;
+    case Verdict::Failed:
+        return 3;
+    default:
+        return 2;
+    }
+}
+
+ResultCheck ResultCheck::of(const CVXSDataset &result, const QStringList &sequenceFolders)
+{
+    const QString notChecked = translated("The result could not be checked.");
+    QString reason;
+    const std::unique_ptr<CVXSDataset> stored(CVXSDataset::open(result.getFolderPath(), nullptr, &reason));
+    if (!stored)
+        return ended(Verdict::Failed, notChecked, {reason});
+    const StoredRecord made = StoredRecord::of(*stored);
+    if (!made.isThere())
+        return ended(Verdict::NotFound, notChecked, {made.problem});
+    const ResultRecord &record = made.record;
+
+    const ReopenedOperand a = ReopenedOperand::find(record.a, sequenceFolders);
+    const ReopenedOperand b = ReopenedOperand::find(record.b, sequenceFolders);
+    QStringList missing;
+    if (!a.dataset)
+        missing += translated("Operand A: %1.").arg(a.problem);
+    if (!b.dataset)
+        missing += translated("Operand B: %1.").arg(b.problem);
+    if (!missing.isEmpty())
+        return ended(Verdict::NotFound, translated("An operand is missing; nothing was checked."), missing);
+
+    const QStringList changes = resultcheck::changesSince(record, *stored, *a.dataset, *b.dataset);
+    QStringList remarks;
+    for (const QString &remark : {a.remark, b.remark == a.remark ? QString() : b.remark}) {
+        if (!remark.isEmpty())
+            remarks += remark + QLatin1Char('.');
+    }
+    remarks += whereFrom(QStringLiteral("A"), a);
+    remarks += whereFrom(QStringLiteral("B"), b);
+
+    const CILImage *pixels = stored->getCoreImage(EIMAGE_LUMINESCENT);
+    if (!pixels)
+        return ended(Verdict::Failed, notChecked, QStringList{stored->lastError()} + changes + remarks);
+    const CILImage computed = imagemath::computeAgain(record, *a.dataset, *b.dataset, &reason);
+    if (computed.isEmpty())
+        return ended(Verdict::Failed, translated("The result could not be computed again."),
+                     QStringList{reason} + changes + remarks);
+    return compared(record, *pixels, computed, changes, remarks);
+}

@@ -1,9 +1,0 @@
-// SPDX-License-Identifier: MIT
-#pragma once
-
-#include "host/vxapi/view/RoiTypes.h"
-
-#include <QIcon>
-
-/// The picture of a tool, drawn in the colours of the palette.
-QIcon roiToolIcon(EROITOOL tool);

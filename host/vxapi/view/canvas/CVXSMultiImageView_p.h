@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "host/vxapi/view/canvas/CVXSMultiImageView.h"
+#include "host/vxapi/view/canvas/LayoutGeometry.h"
+#include "host/vxapi/view/canvas/ViewCanvas.h"
+#include "host/vximage/CILImage.h"
+
+#include <deque>
+
+/// A slot of the view.
+struct SViewSlot
+{
+    CILImage *image = nullptr;
+    ImagePyramid pyramid;
+    SPictureTone tone;
+    SImageUnderlay underlay;
+    ImagePyramid underlayPyramid;
+};
+
+/// Where a slot's images lie, object units; empty for what is not there.
+struct SSlotPlaces
+{
+    QRectF image;
+    QRectF underlay;
+};
+
+class CVXSMultiImageView::Private : public ViewPictureSource
+{
+public:
+    explicit Private(CVXSMultiImageView *view) : q(view) {}
+
+    QSizeF viewSize() const;
+    QSize deviceSize() const { return viewSize().toSize() * q->devicePixelRatioF(); }
+    QVector<SSlotPlaces> places() const;
+    CILPalette barPalette(const SColorbar &bar) const;
+    void repaint() const;
+
+    SPictureContent picture() override;
+    QImage overlay() override;
+    QImage rasterPicture() override;
+
+    CVXSMultiImageView *q;
+    LayoutGeometry geometry;
+    std::deque<SViewSlot> cells; // a deque: the pyramids stay where they are
+    QVector<SColorbar *> bars;
+    QVector<CVXSTextTag *> tags;
+    QVector<ViewDecoration *> decorations;
+    bool showTags = true;
+    bool laidOut = false; ///< the widget was given a size
+    int uploads = 0;
+    GlViewCanvas *glCanvas = nullptr;
+    QWidget *canvas = nullptr;
+};

@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+#include "host/vxapi/view/canvas/OverlayPainter.h"
+
+#include "host/vxapi/view/canvas/ColorbarPainter.h"
+#include "host/vxapi/view/canvas/ViewDecoration.h"
+
+#include <algorithm>
+#include <QFontMetricsF>
+#include <QPainter>
+#include <QPainterPath>
+
+namespace {
+
+/// The rectangle moved into the picture as far as it fits.
+QRectF movedInside(QRectF rect, const QSizeF &picture)
+{
+    rect.moveLeft(std::max(0.0, std::min(rect.left(), picture.width() - rect.width())));
+    rect.moveTop(std::max(0.0, std::min(rect.top(), picture.height() - rect.height())));
+    return rect;
+}
+
+void paintFrames(QPainter &painter, const SOverlayContent &content)
+{
+    painter.save();
+    painter.scale(1.0 / content.pixelRatio, 1.0 / content.pixelRatio);
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.setPen(Qt::NoPen);
+    for (const QRect &place : content.emptyPlaces)
+        painter.fillRect(place, QColor(0x19, 0x1a, 0x1d));
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QColor(0x3c, 0x3f, 0x46));
+    for (const QRect &place : content.emptyPlaces)
+        painter.drawRect(place.adjusted(0, 0, -1, -1));
+    // Around the image, not over its edge pixels.
+    for (const QRect &image : content.images)
+        painter.drawRect(image.adjusted(-1, -1, 0, 0));
+    painter.restore();
+}
+
+void paintTag(QPainter &painter, const SOverlayTag &tag, const QSizeF &picture)
+{
+    if (tag.lines.isEmpty() || tag.rect.isEmpty())
+        return;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    QRectF rect = movedInside(tag.rect, picture);
+    if (rect.width() > picture.width() && picture.width() > 0.0) {
+        // A line that is longer than the window is wide is painted smaller rather than cut off.
+        const double shrink = picture.width() / rect.width();
+        painter.translate(0.0, rect.center().y());
+        painter.scale(shrink, shrink);
+        rect.moveTopLeft(QPointF(0.0, -rect.height() / 2.0));
+    }
+    if (tag.border) {
+        painter.setPen(QColor(0xc8, 0xcb, 0xd2));
+        painter.setBrush(QColor(0x10, 0x11, 0x14, 0xd8));
+        painter.drawRoundedRect(rect.adjusted(0.5, 0.5, -0.5, -0.5), 3.0, 3.0);
+    }
+    const QFontMetricsF metrics(tag.font);
+    const double textHeight = metrics.lineSpacing() * tag.lines.size();
+    double baseline = rect.center().y() - textHeight / 2.0 + metrics.ascent();
+    painter.setFont(tag.font);
+    for (const QString &line : tag.lines) {
+        const QPointF at(rect.center().x() - metrics.size(Qt::TextSingleLine, line).width() / 2.0, baseline);
+        if (!tag.border) {
+            // A dark rim keeps the text legible where it lies on a bright picture.
+            QPainterPath path;
+            path.addText(at, tag.font, line);
+            painter.strokePath(path,
+                               QPen(QColor(0, 0, 0, 0xc0), 2.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        }
+        painter.setPen(QColor(0xf0, 0xf1, 0xf4));
+        painter.drawText(at, line);
+        baseline += metrics.lineSpacing();
+    }
+    painter.restore();
+}
+
+} // namespace
+
+QImage paintOverlay(const SOverlayContent &content)
+{
+    if (content.size.isEmpty())
+        return QImage();
+    QImage overlay(content.size, QImage::Format_ARGB32_Premultiplied);
+    overlay.setDevicePixelRatio(content.pixelRatio);
+    overlay.fill(Qt::transparent);
+    QPainter painter(&overlay);
+    paintFrames(painter, content);
+    for (ViewDecoration *decoration : content.decorations) {
+        painter.save();
+        decoration->paintOver(painter);
+        painter.restore();
+    }
+    ColorbarPainter bars(painter, content.scale);
+    for (const SOverlayBar &bar : content.bars)
+        bars.paint(bar.rect, bar.palette);
+    const QSizeF picture = QSizeF(content.size) / content.pixelRatio;
+    for (const SOverlayTag &tag : content.tags)
+        paintTag(painter, tag, picture);
+    return overlay;
+}

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "host/vxapi/view/canvas/LayoutGeometry.h"
+
+#include <QFont>
+#include <QImage>
+#include <QStringList>
+#include <QVector>
+
+class ViewDecoration;
+
+/// A text tag as it is to be painted.
+struct SOverlayTag
+{
+    QRectF rect; ///< device-independent pixels
+    QStringList lines;
+    QFont font;
+    bool border = false;
+};
+
+/// A colour bar as it is to be painted.
+struct SOverlayBar
+{
+    QRectF rect; ///< device-independent pixels
+    CILPalette palette;
+};
+
+/// What lies over the images.
+struct SOverlayContent
+{
+    QSize size; ///< device pixels
+    double pixelRatio = 1.0;
+    double scale = 1.0;         ///< device-independent pixels for one object unit
+    QVector<QRect> emptyPlaces; ///< device pixels
+    QVector<QRect> images;      ///< device pixels
+    QVector<ViewDecoration *> decorations;
+    QVector<SOverlayBar> bars;
+    QVector<SOverlayTag> tags;
+};
+
+/// The overlay as a transparent image of that size and pixel ratio: painted once, laid over the picture by
+/// whichever engine paints, so that both show the same.
+QImage paintOverlay(const SOverlayContent &content);

@@ -1,0 +1,198 @@
+// SPDX-License-Identifier: MIT
+#include "host/vxapi/view/measurement/MeasurementText.h"
+
+#include "host/vxapi/model/CROIManager.h"
+#include "host/vxapi/model/CVXSDataset.h"
+
+#include <cmath>
+#include <limits>
+#include <QCoreApplication>
+#include <QHash>
+#include <QLocale>
+
+namespace measurementtext {
+
+namespace {
+
+QString text(const char *source)
+{
+    return QCoreApplication::translate("MeasurementText", source);
+}
+
+QString unitSuffix(tag_edisplayunit unit)
+{
+    switch (unit) {
+    case EUNIT_COUNTS:
+        return QStringLiteral(" [counts]");
+    case EUNIT_RADIANCE:
+        return QStringLiteral(" [p/s/cm²/sr]");
+    case EUNIT_RADIANT_EFFICIENCY:
+        return QStringLiteral(" [(p/s/cm²/sr)/(µW/cm²)]");
+    default:
+        return QString();
+    }
+}
+
+QString totalHeader(tag_edisplayunit unit)
+{
+    switch (unit) {
+    case EUNIT_RADIANCE:
+        return text("Total flux [p/s]");
+    case EUNIT_RADIANT_EFFICIENCY:
+        return text("Total radiant efficiency [(p/s)/(µW/cm²)]");
+    case EUNIT_EFFICIENCY:
+        return text("Total efficiency [cm²]");
+    default:
+        return QString();
+    }
+}
+
+struct Column
+{
+    QString header;
+    double (*number)(const CRoiMeasInfo &record);
+    bool dependsOnUnit;
+};
+
+/// The columns of numbers, behind name, kind and pixels.
+QVector<Column> columns(tag_edisplayunit unit)
+{
+    using Record = const CRoiMeasInfo &;
+    QVector<Column> list = {{text("Area [cm²]"), [](Record r) { return r.area; }, false},
+                            {text("Total counts"), [](Record r) { return r.primaryROIStatistic(); }, false}};
+    if (unit != EUNIT_COUNTS)
+        list.append({totalHeader(unit), [](Record r) { return r.calibratedROIStatistic(); }, true});
+    const QString suffix = unitSuffix(unit);
+    list.append({text("Mean") + suffix, [](Record r) { return r.calibrated.mean; }, true});
+    list.append({text("Std. dev.") + suffix, [](Record r) { return r.calibrated.standardDeviation; }, true});
+    list.append({text("Min") + suffix, [](Record r) { return r.calibrated.minimum; }, true});
+    list.append({text("Max") + suffix, [](Record r) { return r.calibrated.maximum; }, true});
+    return list;
+}
+
+template <typename F>
+QStringList values(const CRoiMeasInfo &record, tag_edisplayunit unit, F format)
+{
+    QStringList list = {record.roiName,
+                        record.kind == EROI_BACKGROUND ? text("Background") : text("Measurement"),
+                        QString::number(record.calibrated.pixels)};
+    const QVector<Column> all = columns(unit);
+    for (const Column &column : all) {
+        const bool isForeign = column.dependsOnUnit && record.unit != unit;
+        list.append(format(isForeign ? std::numeric_limits<double>::quiet_NaN() : column.number(record)));
+    }
+    return list;
+}
+
+QString infinityText(double value)
+{
+    return value > 0.0 ? QStringLiteral("inf") : QStringLiteral("-inf");
+}
+
+QString cleaned(QString name)
+{
+    return name.replace(QLatin1Char('\t'), QLatin1Char(' '))
+        .replace(QLatin1Char('\n'), QLatin1Char(' '))
+        .replace(QLatin1Char('\r'), QLatin1Char(' '));
+}
+
+QString quoted(const QString &value)
+{
+    const bool isPlain = !value.contains(QLatin1Char(',')) && !value.contains(QLatin1Char('"')) &&
+                         !value.contains(QLatin1Char('\n')) && !value.contains(QLatin1Char('\r'));
+    QString escaped = value;
+    return isPlain ? value
+                   : QLatin1Char('"') + escaped.replace(QLatin1String("\""), QLatin1String("\"\"")) +
+                         QLatin1Char('"');
+}
+
+QString table(const QVector<CRoiMeasInfo> &records, tag_edisplayunit unit, const QString &headerLine,
+              QChar separator, QString (*cell)(QString))
+{
+    QString result = headerLine + QLatin1Char('\n');
+    for (const CRoiMeasInfo &record : records) {
+        const QStringList exact = exactValues(record, unit);
+        result += cell(record.clickNumber);
+        for (const QString &value : exact)
+            result += separator + cell(value);
+        result += QLatin1Char('\n');
+    }
+    return result;
+}
+
+} // namespace
+
+QVector<CRoiMeasInfo> recordsOf(const CVXSDataset &dataset, tag_edisplayunit *unit)
+{
+    const auto *manager = CRoiMeasurementManager::getRoiMeasurementManager();
+    const QString clickNumber = dataset.getClickNumber();
+    const QList<const CRoiMeasInfo *> all = manager->getRoiMeasInfoList();
+    QVector<CRoiMeasInfo> found;
+    const auto add = [&](const QString &name) {
+        if (const SRoiMeasDisplayEntry *entry = manager->findMeasInfoForId(clickNumber, name))
+            found.append(*all[entry->index]);
+    };
+    const QList<CROIBase *> rois = dataset.roiManager()->rois();
+    for (const CROIBase *roi : rois) {
+        add(roi->name());
+        const QStringList cells = roi->cellNames();
+        for (const QString &cell : cells)
+            add(cell);
+    }
+    *unit = dataset.getUnit();
+    const auto isOfUnit = [unit](const CRoiMeasInfo &record) { return record.unit == *unit; };
+    if (!found.isEmpty() && std::none_of(found.begin(), found.end(), isOfUnit))
+        *unit = found.first().unit;
+    return found;
+}
+
+QStringList headers(tag_edisplayunit unit)
+{
+    QStringList list = {text("ROI"), text("Kind"), text("Pixels")};
+    const QVector<Column> all = columns(unit);
+    for (const Column &column : all)
+        list.append(column.header);
+    return list;
+}
+
+QStringList shownValues(const CRoiMeasInfo &record, tag_edisplayunit unit)
+{
+    return values(record, unit, [](double value) {
+        if (std::isnan(value))
+            return QString(QChar(0x2013));
+        return std::isinf(value) ? infinityText(value) : QString::number(value, 'g', 6);
+    });
+}
+
+QStringList exactValues(const CRoiMeasInfo &record, tag_edisplayunit unit)
+{
+    return values(record, unit, [](double value) {
+        if (std::isnan(value))
+            return QStringLiteral("NaN");
+        return std::isinf(value) ? infinityText(value)
+                                 : QString::number(value, 'g', QLocale::FloatingPointShortest);
+    });
+}
+
+QString asTabbed(const QVector<CRoiMeasInfo> &records, tag_edisplayunit unit)
+{
+    const QStringList header = QStringList(text("Dataset")) + headers(unit);
+    return table(records, unit, header.join(QLatin1Char('\t')), QLatin1Char('\t'),
+                 [](QString value) { return cleaned(value); });
+}
+
+QString asCsv(const QVector<CRoiMeasInfo> &records, tag_edisplayunit unit)
+{
+    QStringList header;
+    const QStringList all = QStringList(text("Dataset")) + headers(unit);
+    for (QString title : all) {
+        // A spreadsheet that takes the file for another encoding reads the units all the same.
+        title.replace(QStringLiteral("²"), QStringLiteral("^2"))
+            .replace(QStringLiteral("µ"), QStringLiteral("u"));
+        header.append(quoted(title));
+    }
+    return table(records, unit, header.join(QLatin1Char(',')), QLatin1Char(','),
+                 [](QString value) { return quoted(value); });
+}
+
+} // namespace measurementtext

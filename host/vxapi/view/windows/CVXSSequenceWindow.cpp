@@ -1,0 +1,249 @@
+// SPDX-License-Identifier: MIT
+#include "host/vxapi/view/windows/CVXSSequenceWindow.h"
+
+#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/CVXSSequenceDataset.h"
+#include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
+#include "host/vxapi/view/windows/DatasetText.h"
+#include "host/vxapi/view/windows/DatasetThumbnail.h"
+#include "host/vxapi/view/windows/SequenceSaving.h"
+#include "host/vxutils/CVXUtilityFns.h"
+
+#include <algorithm>
+#include <QHash>
+#include <QIcon>
+#include <QLabel>
+#include <QListWidget>
+#include <QPointer>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int THUMBNAIL_SIDE = 132;
+constexpr int CLICK_ROLE = Qt::UserRole;
+
+QList<CVXSSequenceWindow *> &sequenceWindows()
+{
+    static QList<CVXSSequenceWindow *> windows;
+    return windows;
+}
+
+/// A line with the names of the files that a dataset was imported from; empty when it was not imported.
+QString importText(CVXSDataset *dataset)
+{
+    QStringList files;
+    for (const char *section : {clickinfo::SECTION_LUMINESCENT, clickinfo::SECTION_PHOTOGRAPH}) {
+        if (dataset)
+            files.append(clickinfo::textOf(*dataset->getClickInfo(), section, clickinfo::KEY_IMPORTED_FROM));
+    }
+    files.removeAll(QString());
+    return files.isEmpty()
+               ? QString()
+               : QLatin1Char('\n') + CVXSSequenceWindow::tr("From %1").arg(files.join(QStringLiteral(", ")));
+}
+
+} // namespace
+
+class CVXSSequenceWindow::Private
+{
+public:
+    struct Thumbnail
+    {
+        QPointer<CVXSDataset> dataset;
+        QIcon icon;
+    };
+
+    Private(CVXSSequenceWindow *window, CVXSSequenceDataset *shown) : q(window), sequence(shown) {}
+
+    void build();
+    void updateTitle();
+    void rebuild();
+    void sequenceChanged();
+    void makeNextThumbnail();
+    QListWidgetItem *addItem(const QString &clickNumber);
+
+    CVXSSequenceWindow *q;
+    QPointer<CVXSSequenceDataset> sequence;
+    QLabel *title = nullptr;
+    QListWidget *list = nullptr;
+    QTimer thumbnailTimer;
+    QStringList clickNumbers;
+    QHash<QString, Thumbnail> thumbnails;
+};
+
+void CVXSSequenceWindow::Private::build()
+{
+    title = new QLabel(q);
+    title->setObjectName(QStringLiteral("SequenceTitle"));
+    title->setTextFormat(Qt::PlainText);
+    title->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    list = new QListWidget(q);
+    list->setObjectName(QStringLiteral("SequenceThumbnails"));
+    list->setViewMode(QListView::IconMode);
+    list->setResizeMode(QListView::Adjust);
+    list->setMovement(QListView::Static);
+    list->setWordWrap(true);
+    list->setIconSize(QSize(THUMBNAIL_SIDE, THUMBNAIL_SIDE));
+    list->setUniformItemSizes(true);
+    auto *layout = new QVBoxLayout(q);
+    layout->setContentsMargins(6, 6, 6, 6);
+    layout->addWidget(title);
+    layout->addWidget(list, 1);
+    q->setFocusProxy(list);
+
+    connect(list, &QListWidget::itemActivated, q, [this](QListWidgetItem *item) {
+        if (sequence && sequence->getDataset(item->data(CLICK_ROLE).toString()))
+            Q_EMIT q->datasetActivated(item->data(CLICK_ROLE).toString());
+    });
+    // One thumbnail a turn of the event loop: a long sequence is usable while its pixels are being read.
+    connect(&thumbnailTimer, &QTimer::timeout, q, [this] { makeNextThumbnail(); });
+}
+
+void CVXSSequenceWindow::Private::updateTitle()
+{
+    const int count = clickNumbers.size();
+    const QString saved =
+        sequence && sequence->getSequenceInfoPath().isEmpty() ? tr(", not saved yet") : QString();
+    const QString id = sequence ? sequence->getSequenceID() : QString();
+    const QString clicks = count == 1 ? tr("1 click") : tr("%1 clicks").arg(count);
+    title->setText(tr("Sequence %1: %2%3").arg(id, clicks, saved));
+    q->setWindowTitle(id);
+}
+
+QListWidgetItem *CVXSSequenceWindow::Private::addItem(const QString &clickNumber)
+{
+    CVXSDataset *dataset = sequence->getDataset(clickNumber);
+    const QString kind = dataset ? datasetKindText(*dataset) : tr("cannot be opened");
+    auto *item = new QListWidgetItem(clickNumber + QLatin1Char('\n') + kind, list);
+    item->setData(CLICK_ROLE, clickNumber);
+    item->setToolTip(item->text() + importText(dataset));
+    QPixmap empty(THUMBNAIL_SIDE, THUMBNAIL_SIDE);
+    empty.fill(QColor(0x20, 0x22, 0x26));
+    item->setIcon(QIcon(empty));
+    if (!dataset)
+        item->setForeground(list->palette().brush(QPalette::Disabled, QPalette::Text));
+    return item;
+}
+
+void CVXSSequenceWindow::Private::rebuild()
+{
+    const QListWidgetItem *current = list->currentItem();
+    const QString selected = current ? current->data(CLICK_ROLE).toString() : QString();
+    list->clear();
+    clickNumbers = sequence ? sequence->getClickNumbers() : QStringList();
+    // Wide enough for the longest click number: cut off, they would all read the same.
+    int width = THUMBNAIL_SIDE + 28;
+    for (const QString &clickNumber : qAsConst(clickNumbers))
+        width = std::max(width, list->fontMetrics().size(Qt::TextSingleLine, clickNumber).width() + 20);
+    list->setGridSize(QSize(std::min(width, 2 * THUMBNAIL_SIDE),
+                            THUMBNAIL_SIDE + 2 * list->fontMetrics().lineSpacing() + 18));
+    QHash<QString, Thumbnail> kept;
+    for (const QString &clickNumber : qAsConst(clickNumbers)) {
+        QListWidgetItem *item = addItem(clickNumber);
+        if (clickNumber == selected)
+            list->setCurrentItem(item);
+        CVXSDataset *dataset = sequence->getDataset(clickNumber);
+        const Thumbnail before = thumbnails.value(clickNumber);
+        if (dataset && before.dataset == dataset) {
+            item->setIcon(before.icon);
+            kept.insert(clickNumber, before);
+        }
+    }
+    thumbnails = kept;
+    updateTitle();
+    thumbnailTimer.start(0);
+}
+
+void CVXSSequenceWindow::Private::sequenceChanged()
+{
+    const QStringList before = clickNumbers;
+    rebuild();
+    QStringList added;
+    for (const QString &clickNumber : qAsConst(clickNumbers)) {
+        if (!before.contains(clickNumber))
+            added.append(clickNumber);
+    }
+    Q_EMIT q->signalUpdateMeasurmentsCombobox(added.size() == 1 ? added.first() : QString());
+}
+
+void CVXSSequenceWindow::Private::makeNextThumbnail()
+{
+    for (int row = 0; sequence && row < list->count(); ++row) {
+        QListWidgetItem *item = list->item(row);
+        const QString clickNumber = item->data(CLICK_ROLE).toString();
+        CVXSDataset *dataset = sequence->getDataset(clickNumber);
+        if (!dataset || thumbnails.contains(clickNumber))
+            continue;
+        const double ratio = q->devicePixelRatioF();
+        QImage image = datasetThumbnail(*dataset, int(THUMBNAIL_SIDE * ratio));
+        image.setDevicePixelRatio(ratio);
+        const QIcon icon(QPixmap::fromImage(image));
+        thumbnails.insert(clickNumber, {dataset, icon});
+        item->setIcon(icon);
+        // A change of colours or corrections makes the picture anew when there is time.
+        const auto again = [this, clickNumber] {
+            thumbnails.remove(clickNumber);
+            thumbnailTimer.start(0);
+        };
+        disconnect(dataset, &CVXSDataset::displayChanged, q, nullptr);
+        connect(dataset, &CVXSDataset::displayChanged, q, again);
+        return;
+    }
+    thumbnailTimer.stop();
+}
+
+CVXSSequenceWindow::CVXSSequenceWindow(CVXSSequenceDataset *sequence, QWidget *parent)
+    : CVXSChildWindow(parent), d(std::make_unique<Private>(this, sequence))
+{
+    sequenceWindows().append(this);
+    setWindowIcon(CVXUtilityFns::appIcon());
+    d->build();
+    d->rebuild();
+    resize(580, 440);
+    if (!sequence)
+        return;
+    connect(sequence, &CVXSSequenceDataset::updateOnChangeSequence, this, [this] { d->sequenceChanged(); });
+    connect(sequence, &QObject::destroyed, this, [this] {
+        QWidget *window = subWindow() ? static_cast<QWidget *>(subWindow()) : this;
+        window->deleteLater();
+    });
+}
+
+CVXSSequenceWindow::~CVXSSequenceWindow()
+{
+    sequenceWindows().removeAll(this);
+}
+
+CVXSSequenceWindow *CVXSSequenceWindow::getSequenceWindow(const CVXSSequenceDataset *sequence)
+{
+    for (CVXSSequenceWindow *window : qAsConst(sequenceWindows())) {
+        if (sequence && window->getSequenceDataset() == sequence)
+            return window;
+    }
+    return nullptr;
+}
+
+bool CVXSSequenceWindow::is3DSceneOnlySequence() const
+{
+    return d->sequence && d->sequence->is3DSceneOnly();
+}
+
+CVXSSequenceDataset *CVXSSequenceWindow::getSequenceDataset() const
+{
+    return d->sequence;
+}
+
+ESTATUS CVXSSequenceWindow::saveSequence()
+{
+    const ESTATUS status = saveSequenceWithMessage(this, d->sequence);
+    d->updateTitle();
+    return status;
+}
+
+void CVXSSequenceWindow::refreshAfterDatasetAdded()
+{
+    d->sequenceChanged();
+}

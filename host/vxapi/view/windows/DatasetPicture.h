@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "host/vxapi/model/VXTypes.h"
+#include "host/vxapi/view/canvas/CVXSTextTag.h"
+#include "host/vxapi/view/canvas/FieldMapping.h"
+#include "host/vxapi/view/canvas/VXViewTypes.h"
+#include "host/vximage/CILImage.h"
+
+#include <QPointer>
+#include <QVector>
+
+class CVXSDataset;
+class CVXSMultiImageView;
+
+/// What of a dataset is shown.
+enum EDATASETPICTURE {
+    EPICTURE_OVERLAY, ///< the luminescent image over the photograph
+    EPICTURE_LUMINESCENT,
+    EPICTURE_PHOTOGRAPH,
+    EPICTURE_XRAY
+};
+
+/// Where the limits of the colours come from.
+enum ELIMITMODE {
+    ELIMITS_AUTO, ///< the automatic range, without saturated pixels and outliers
+    ELIMITS_FULL, ///< smallest to largest finite pixel
+    ELIMITS_MANUAL
+};
+
+struct SColorLimits
+{
+    ELIMITMODE mode = ELIMITS_AUTO;
+    double low = 0.0;
+    double high = 0.0;
+};
+
+/// Shows a picture of one dataset in slot 0 of a view. A display setting: it changes no pixel of the dataset.
+class DatasetPicture
+{
+public:
+    DatasetPicture(CVXSDataset *dataset, CVXSMultiImageView *view);
+    ~DatasetPicture();
+
+    /// The pictures that the dataset has, the one to be shown first in front.
+    QVector<EDATASETPICTURE> choices() const;
+    void setChoice(EDATASETPICTURE choice) { m_choice = choice; }
+    /// Of the luminescent image over the photograph, 0 to 1.
+    void setOpacity(double opacity) { m_opacity = opacity; }
+    /// For the unit that is shown; in another unit, manual limits become automatic ones.
+    void setLimits(const SColorLimits &limits);
+    /// Brings the view up to date.
+    void refresh();
+
+    /// The limits as they are shown; for ELIMITS_AUTO and ELIMITS_FULL the computed ones.
+    SColorLimits limits() const { return m_limits; }
+    bool isLuminescentShown() const;
+    /// What is missing in the picture, for the person; empty when nothing is.
+    QString note() const { return m_note; }
+    /// From the view to the luminescent image's field, whichever picture is shown. Not valid without picture,
+    /// luminescent image or field of view.
+    FieldMapping mapping() const;
+    /// Why ROIs can be neither drawn nor measured; empty when they can.
+    QString obstacleToRois() const;
+
+private:
+    void takeStoredLimits();
+    void showLuminescent();
+    void showStored(tag_eimagetype type);
+    void addPhotograph();
+    void updateLimits(tag_edisplayunit unit);
+    void showMessage(const QString &text);
+    const CILImage *stored(tag_eimagetype type) const;
+    double widthRatio(tag_eimagetype type) const;
+
+    QPointer<CVXSDataset> m_dataset;
+    CVXSMultiImageView *m_view;
+    EDATASETPICTURE m_choice = EPICTURE_LUMINESCENT;
+    double m_opacity = 0.7;
+    SColorLimits m_limits;
+    tag_edisplayunit m_limitsUnit = EUNIT_COUNT;
+    tag_edisplayunit m_shownUnit = EUNIT_COUNT;
+    QString m_note;
+    CILImage m_image;
+    CILImage m_photograph;
+    SColorbar m_bar;
+    CVXSTextTag m_message;
+};
