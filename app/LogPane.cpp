@@ -12,11 +12,11 @@ constexpr int MAX_LINES = 10000; // as many as the log keeps
 QString kindOf(long level)
 {
     switch (level) {
-    case 0:
+    case ELOG_DEBUG:
         return LogPane::tr("Debug");
-    case 1:
+    case ELOG_INFORMATION:
         return LogPane::tr("Info");
-    case 2:
+    case ELOG_WARNING:
         return LogPane::tr("Warning");
     default:
         return LogPane::tr("Failure");
@@ -58,9 +58,9 @@ QString LogPane::lineOf(const SLogEntry &entry)
 void LogPane::append(const SLogEntry &entry)
 {
     QTextCharFormat format;
-    if (entry.level >= 3)
+    if (entry.level >= ELOG_FAILURE)
         format.setForeground(QColor(0xc0, 0x2b, 0x1d));
-    else if (entry.level == 2)
+    else if (entry.level == ELOG_WARNING)
         format.setForeground(QColor(0xa8, 0x6a, 0x00));
     m_edit->setCurrentCharFormat(format);
     m_edit->appendPlainText(lineOf(entry));

@@ -161,10 +161,10 @@ void MainWindow::makeHelpMenu()
 void MainWindow::restoreWindow()
 {
     const auto settings = CVXPreference::settings();
-    if (!restoreGeometry(settings->value(QLatin1String(KEY_GEOMETRY)).toByteArray()))
+    if (!restoreGeometry(settings->value(KEY_GEOMETRY).toByteArray()))
         resize(1280, 860);
     keepOnScreen(this);
-    restoreState(settings->value(QLatin1String(KEY_STATE)).toByteArray(), STATE_VERSION);
+    restoreState(settings->value(KEY_STATE).toByteArray(), STATE_VERSION);
 }
 
 void MainWindow::loadPlugins(const QString &folder)
@@ -188,9 +188,9 @@ void MainWindow::openPath(const QString &path)
 {
     const QFileInfo info(path);
     const QDir folder(info.isDir() ? path : info.absolutePath());
-    const bool isDataset = info.isDir() ? folder.exists(QLatin1String(clickinfo::FILE_CLICK_INFO)) &&
-                                              !folder.exists(QLatin1String(clickinfo::FILE_SEQUENCE_INFO))
-                                        : info.fileName() == QLatin1String(clickinfo::FILE_CLICK_INFO);
+    const bool isDataset = info.isDir() ? folder.exists(clickinfo::FILE_CLICK_INFO) &&
+                                              !folder.exists(clickinfo::FILE_SEQUENCE_INFO)
+                                        : info.fileName() == clickinfo::FILE_CLICK_INFO;
     if (isDataset)
         openDataset(path);
     else
@@ -231,7 +231,7 @@ void MainWindow::fillToolsMenu()
 
 void MainWindow::onLogged(const SLogEntry &entry)
 {
-    if (entry.level >= 3)
+    if (entry.level >= ELOG_FAILURE)
         m_banner->tell(entry.detail.isEmpty() ? entry.message
                                               : entry.message + QLatin1String(": ") + entry.detail);
 }
@@ -258,8 +258,8 @@ void MainWindow::closeEvent(QCloseEvent *event)
     }
     m_loose->closeAllUnasked();
     const auto settings = CVXPreference::settings();
-    settings->setValue(QLatin1String(KEY_GEOMETRY), saveGeometry());
-    settings->setValue(QLatin1String(KEY_STATE), saveState(STATE_VERSION));
+    settings->setValue(KEY_GEOMETRY, saveGeometry());
+    settings->setValue(KEY_STATE, saveState(STATE_VERSION));
     event->accept();
 }
 

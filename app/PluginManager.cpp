@@ -39,7 +39,7 @@ void PluginManager::loadFolder(const QString &folder)
 {
     const QDir dir(folder);
     if (!dir.exists()) {
-        vxLog(3, tr("No tools were loaded. %1: there is no such folder").arg(folder));
+        vxLog(ELOG_FAILURE, tr("No tools were loaded. %1: there is no such folder").arg(folder));
         return;
     }
     const QStringList names = dir.entryList(QDir::Files, QDir::Name);
@@ -56,13 +56,14 @@ bool PluginManager::load(const QString &file)
     loader.setLoadHints(QLibrary::ResolveAllSymbolsHint);
     QObject *object = loader.instance();
     if (!object) {
-        vxLog(3, tr("A tool could not be loaded. %1: %2").arg(file, loader.errorString()));
+        vxLog(ELOG_FAILURE, tr("A tool could not be loaded. %1: %2").arg(file, loader.errorString()));
         return false;
     }
     auto *plugin = qobject_cast<CVXToolPluginBase *>(object);
     if (!plugin) {
-        vxLog(3, tr("A tool could not be loaded. %1: it is a plug-in, but not a tool for this workspace")
-                     .arg(file));
+        vxLog(ELOG_FAILURE,
+              tr("A tool could not be loaded. %1: it is a plug-in, but not a tool for this workspace")
+                  .arg(file));
         loader.unload();
         return false;
     }
@@ -80,7 +81,7 @@ bool PluginManager::load(const QString &file)
     if (QAction *action = plugin->getAction())
         connect(action, &QAction::triggered, this, [this, plugin] { launch(plugin); });
     activeChildChanged(CVXSChildWindow::getActiveChildWnd());
-    vxLog(1, tr("Tool loaded: %1").arg(plugin->getToolName()), file);
+    vxLog(ELOG_INFORMATION, tr("Tool loaded: %1").arg(plugin->getToolName()), file);
     Q_EMIT pluginsChanged();
     return true;
 }

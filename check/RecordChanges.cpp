@@ -112,8 +112,8 @@ QStringList contradictions(const imagemath::ResultRecord &record, const CVXSData
     const CPLClickInfo &info = *result.getClickInfo();
     const struct
     {
-        const char *section;
-        const char *key;
+        QLatin1String section;
+        QLatin1String key;
         const QString &recorded;
     } claims[] = {
         {SECTION_LUMINESCENT, KEY_MATH_OPERATION, record.operation},
@@ -126,8 +126,7 @@ QStringList contradictions(const imagemath::ResultRecord &record, const CVXSData
         const QString said = textOf(info, claim.section, claim.key);
         if (said != claim.recorded)
             lines += translated("ClickInfo.txt of the result says \"%1\" = %2; the record says %3.")
-                         .arg(QString::fromLatin1(claim.key), said.isNull() ? translated("nothing") : said,
-                              claim.recorded);
+                         .arg(claim.key, said.isNull() ? translated("nothing") : said, claim.recorded);
     }
     return lines;
 }

@@ -52,7 +52,7 @@ QStringList datasetParents(const QStringList &sequenceFolders)
 
 bool holdsDataset(const QString &folder)
 {
-    return QFileInfo(folder + QString::fromLatin1(clickinfo::FILE_CLICK_INFO)).isFile();
+    return QFileInfo(folder + clickinfo::FILE_CLICK_INFO).isFile();
 }
 
 /// Opens the dataset of that folder; null, and the reason in `problem`, when that is not possible.
@@ -89,7 +89,7 @@ void copyFromMemory(const CVXSDataset &open, ReopenedOperand *operand)
 
 void takeOpen(const CVXSDataset &open, ReopenedOperand *operand)
 {
-    if (open.getDatasetType() == 2) {
+    if (open.getDatasetType() == EDATASET_IN_MEMORY) {
         copyFromMemory(open, operand);
         return;
     }

@@ -79,15 +79,15 @@ ResultCheck compared(const ResultRecord &record, const CILImage &stored, const C
 
 } // namespace
 
-long ResultCheck::level() const
+ELOGLEVEL ResultCheck::level() const
 {
     switch (verdict) {
     case Verdict::Same:
-        return 1;
+        return ELOG_INFORMATION;
     case Verdict::Failed:
-        return 3;
+        return ELOG_FAILURE;
     default:
-        return 2;
+        return ELOG_WARNING;
     }
 }
 

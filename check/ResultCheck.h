@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "host/vxutils/CVXSLog.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -23,7 +25,7 @@ struct ResultCheck
     QStringList lines; ///< what differs or is missing, one fact a line; what was compared
 
     /// Level of the log line that tells it.
-    long level() const;
+    ELOGLEVEL level() const;
 
     /// Computes the result again on datasets that are opened for this: nothing that is open is touched. Each
     /// operand is looked for among the open datasets, then in the folders of these sequences, then under

@@ -19,8 +19,8 @@ namespace {
 
 struct SConstant
 {
-    const char *section;
-    const char *key;
+    QLatin1String section;
+    QLatin1String key;
 };
 
 // Everything of ClickInfo that decides about a calibrated image or a formula.
@@ -50,18 +50,18 @@ struct SSectionConstants
     QVector<QPair<QString, QString>> keys; ///< key, and "section/key"
 };
 
-QString pathOf(const char *section, const char *key)
+QString pathOf(QLatin1String section, QLatin1String key)
 {
-    return QString::fromLatin1(section) + QLatin1Char('/') + QString::fromLatin1(key);
+    return section + QLatin1Char('/') + key;
 }
 
-SSectionConstants constantsOf(const char *section)
+SSectionConstants constantsOf(QLatin1String section)
 {
     SSectionConstants found;
-    found.section = QString::fromLatin1(section);
+    found.section = section;
     for (const SConstant &constant : CONSTANTS) {
         if (found.section == QLatin1String(constant.section))
-            found.keys.append({QString::fromLatin1(constant.key), pathOf(section, constant.key)});
+            found.keys.append({constant.key, pathOf(section, constant.key)});
     }
     return found;
 }

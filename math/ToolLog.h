@@ -5,9 +5,8 @@
 
 namespace imagemath {
 
-/// Writes a line of the tool to the host's log: level 3 for what failed, 2 for what the person may want to
-/// know.
-inline void logLine(const QString &message, long level = 3)
+/// Writes a line of the tool to the host's log: a failure unless told otherwise.
+inline void logLine(const QString &message, ELOGLEVEL level = ELOG_FAILURE)
 {
     getLogObject()->log(message, QString(), 0, QStringLiteral("18:26:27"), level, false);
 }

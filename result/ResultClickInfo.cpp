@@ -23,19 +23,14 @@ const QString IS_ROTATED = QStringLiteral("isRotated");
 const QString RAW_MIN = QStringLiteral("Raw Color Table Min");
 const QString RAW_MAX = QStringLiteral("Raw Color Table Max");
 
-QString text(const char *key)
-{
-    return QString::fromLatin1(key);
-}
-
 QString flag(bool on)
 {
     return on ? QStringLiteral("1") : QStringLiteral("0");
 }
 
-bool isKey(const QString &key, const char *wanted)
+bool isKey(const QString &key, QLatin1String wanted)
 {
-    return key.toLower() == text(wanted).toLower();
+    return key.toLower() == QString(wanted).toLower();
 }
 
 /// Calls visit(key, value) for every pair in order.
@@ -80,26 +75,26 @@ SWalk copyWithNote(CPLSection &target, const CPLSection *source, AtNote atNote)
 
 void addKeyBlock(CPLSection &target, const QString &acquisitionDate, const SResultFacts &facts)
 {
-    target.addKeyValue(text(KEY_ACQUISITION_DATE), acquisitionDate);
+    target.addKeyValue(KEY_ACQUISITION_DATE, acquisitionDate);
     target.addKeyValue(SATURATED, flag(false));
     target.addKeyValue(CCD_CORRECTED, flag(true));
-    target.addKeyValue(text(KEY_BACKGROUND_CORRECTED), flag(facts.isBackgroundSubtracted));
-    target.addKeyValue(text(KEY_FLATFIELD_CORRECTED), flag(facts.isFlatFieldCorrected));
-    target.addKeyValue(text(KEY_FL_BACKGROUND_CORRECTED), flag(facts.isFluorescenceBackgroundSubtracted));
-    target.addKeyValue(text(KEY_MATH_OPERATION), facts.operation);
-    target.addKeyValue(text(KEY_MATH_K), facts.k);
-    target.addKeyValue(text(KEY_MATH_A), facts.clickA);
-    target.addKeyValue(text(KEY_MATH_B), facts.clickB);
+    target.addKeyValue(KEY_BACKGROUND_CORRECTED, flag(facts.isBackgroundSubtracted));
+    target.addKeyValue(KEY_FLATFIELD_CORRECTED, flag(facts.isFlatFieldCorrected));
+    target.addKeyValue(KEY_FL_BACKGROUND_CORRECTED, flag(facts.isFluorescenceBackgroundSubtracted));
+    target.addKeyValue(KEY_MATH_OPERATION, facts.operation);
+    target.addKeyValue(KEY_MATH_K, facts.k);
+    target.addKeyValue(KEY_MATH_A, facts.clickA);
+    target.addKeyValue(KEY_MATH_B, facts.clickB);
     if (!facts.clickPhotograph.isNull())
-        target.addKeyValue(text(KEY_MATH_PHOTOGRAPH), facts.clickPhotograph);
+        target.addKeyValue(KEY_MATH_PHOTOGRAPH, facts.clickPhotograph);
 }
 
 // A result belongs to no sequence and to no place in one.
 void leaveSequence(QString &note)
 {
-    notetext::remove(note, text(KEY_SEQUENCE_ID));
-    notetext::remove(note, text(KEY_CLICK_INDEX));
-    notetext::append(note, text(KEY_FOLDER_ON_DISK), QString());
+    notetext::remove(note, KEY_SEQUENCE_ID);
+    notetext::remove(note, KEY_CLICK_INDEX);
+    notetext::append(note, KEY_FOLDER_ON_DISK, QString());
 }
 
 QString luminescentNote(QString note, const SResultFacts &facts)
@@ -107,15 +102,15 @@ QString luminescentNote(QString note, const SResultFacts &facts)
     leaveSequence(note);
     notetext::append(note, SATURATED, flag(false));
     notetext::append(note, CCD_CORRECTED, flag(true));
-    notetext::append(note, text(KEY_BACKGROUND_CORRECTED), flag(facts.isBackgroundSubtracted));
-    notetext::append(note, text(KEY_FLATFIELD_CORRECTED), flag(facts.isFlatFieldCorrected));
-    notetext::append(note, text(KEY_MATH_OPERATION), facts.operation);
-    notetext::append(note, text(KEY_MATH_K), facts.k);
-    notetext::append(note, text(KEY_MATH_A), facts.clickA);
-    notetext::append(note, text(KEY_MATH_B), facts.clickB);
-    notetext::replace(note, text(KEY_BINNING), QString::asprintf("%d", facts.binning));
+    notetext::append(note, KEY_BACKGROUND_CORRECTED, flag(facts.isBackgroundSubtracted));
+    notetext::append(note, KEY_FLATFIELD_CORRECTED, flag(facts.isFlatFieldCorrected));
+    notetext::append(note, KEY_MATH_OPERATION, facts.operation);
+    notetext::append(note, KEY_MATH_K, facts.k);
+    notetext::append(note, KEY_MATH_A, facts.clickA);
+    notetext::append(note, KEY_MATH_B, facts.clickB);
+    notetext::replace(note, KEY_BINNING, QString::asprintf("%d", facts.binning));
     if (!facts.clickPhotograph.isNull())
-        notetext::append(note, text(KEY_MATH_PHOTOGRAPH), facts.clickPhotograph);
+        notetext::append(note, KEY_MATH_PHOTOGRAPH, facts.clickPhotograph);
     return note;
 }
 
@@ -129,25 +124,24 @@ QString photographNote(QString note)
 
 void addVersion(CPLSection &target, const SResultFacts &facts)
 {
-    target.addKeyValue(text(KEY_VERSION), facts.versionText);
-    target.addKeyValue(text(KEY_FOLDER_ON_DISK), QStringLiteral(""));
+    target.addKeyValue(KEY_VERSION, facts.versionText);
+    target.addKeyValue(KEY_FOLDER_ON_DISK, QStringLiteral(""));
 }
 
 } // namespace
 
 QStringList resultclickinfo::sectionKeys()
 {
-    return {text(SECTION_CLICK_NUMBER), text(SECTION_USER_INPUT),    text(SECTION_ANALYSIS_USER_INPUT),
-            text(SECTION_LUMINESCENT),  text(SECTION_USER_LABELS),   text(SECTION_PHOTOGRAPH),
-            text(SECTION_CAMERA),       text(SECTION_GRAPH_CONTROLS)};
+    return {SECTION_CLICK_NUMBER, SECTION_USER_INPUT,    SECTION_ANALYSIS_USER_INPUT,
+            SECTION_LUMINESCENT,  SECTION_USER_LABELS,   SECTION_PHOTOGRAPH,
+            SECTION_CAMERA,       SECTION_GRAPH_CONTROLS};
 }
 
 QStringList resultclickinfo::analyzedSectionKeys()
 {
-    return {text(SECTION_CLICK_NUMBER),  text(SECTION_USER_INPUT),    text(SECTION_ANALYSIS_USER_INPUT),
-            text(SECTION_PHOTOGRAPH),    text(SECTION_USER_LABELS),   text(SECTION_LUMINESCENT),
-            text(SECTION_LUMINESCENT_A), text(SECTION_LUMINESCENT_B), text(SECTION_GRAPH_CONTROLS),
-            text(SECTION_ROIS)};
+    return {SECTION_CLICK_NUMBER,   SECTION_USER_INPUT,  SECTION_ANALYSIS_USER_INPUT, SECTION_PHOTOGRAPH,
+            SECTION_USER_LABELS,    SECTION_LUMINESCENT, SECTION_LUMINESCENT_A,       SECTION_LUMINESCENT_B,
+            SECTION_GRAPH_CONTROLS, SECTION_ROIS};
 }
 
 QString resultclickinfo::versionText(const QString &applicationVersion)
@@ -187,13 +181,13 @@ void resultclickinfo::fillLuminescent(CPLSection &target, const CPLSection *sour
     });
     if (!walk.hasNote)
         addKeyBlock(target, walk.acquisitionDate, facts);
-    target.setValue(text(KEY_BINNING), facts.binning);
+    target.setValue(KEY_BINNING, facts.binning);
 }
 
 void resultclickinfo::fillPhotograph(CPLSection &target, const CPLSection *source)
 {
     copyWithNote(target, source, [&](const QString &date, const QString &note) {
-        target.addKeyValue(text(KEY_ACQUISITION_DATE), date);
+        target.addKeyValue(KEY_ACQUISITION_DATE, date);
         target.addKeyValue(CCD_CORRECTED, flag(true));
         target.addKeyValue(IS_ROTATED, flag(false));
         return photographNote(note);
@@ -204,22 +198,22 @@ void resultclickinfo::fillGraphControls(CPLSection &target, const CPLSection *so
                                         const SDisplayFacts &facts)
 {
     copyPairs(target, source);
-    target.addKeyValue(text(KEY_INTENSITY_CALIBRATION), facts.unitName);
+    target.addKeyValue(KEY_INTENSITY_CALIBRATION, facts.unitName);
     if (facts.hasOperandA) {
-        target.addKeyValue(text(KEY_REVERSED), flag(facts.reversed));
-        target.addKeyValue(text(KEY_COLOR_TABLE), facts.colorTable);
-        target.addKeyValue(text(KEY_COLOR_TABLE_LOG), flag(facts.logarithmic));
+        target.addKeyValue(KEY_REVERSED, flag(facts.reversed));
+        target.addKeyValue(KEY_COLOR_TABLE, facts.colorTable);
+        target.addKeyValue(KEY_COLOR_TABLE_LOG, flag(facts.logarithmic));
     }
-    target.addKeyValue(text(KEY_COLOR_TABLE_MIN), QString::asprintf("%lf", facts.colorMin));
-    target.addKeyValue(text(KEY_COLOR_TABLE_MAX), QString::asprintf("%lf", facts.colorMax));
+    target.addKeyValue(KEY_COLOR_TABLE_MIN, QString::asprintf("%lf", facts.colorMin));
+    target.addKeyValue(KEY_COLOR_TABLE_MAX, QString::asprintf("%lf", facts.colorMax));
     target.addKeyValue(RAW_MIN, QString::asprintf("%f", facts.rawMin));
     target.addKeyValue(RAW_MAX, QString::asprintf("%f", facts.rawMax));
     if (facts.hasPhotograph) {
-        target.addKeyValue(text(KEY_BRIGHTNESS), QString::asprintf("%d", facts.brightness));
-        target.addKeyValue(text(KEY_GAMMA), QString::asprintf("%f", facts.gamma));
+        target.addKeyValue(KEY_BRIGHTNESS, QString::asprintf("%d", facts.brightness));
+        target.addKeyValue(KEY_GAMMA, QString::asprintf("%f", facts.gamma));
     }
     // Once more at the end, where the last pair of a key is the one that is read.
-    target.addKeyValue(text(KEY_COLOR_TABLE), facts.colorTable);
+    target.addKeyValue(KEY_COLOR_TABLE, facts.colorTable);
 }
 
 void resultclickinfo::fillAnalyzedClickNumber(CPLSection &target, const CPLSection *source,
@@ -238,9 +232,9 @@ void resultclickinfo::copyImageFile(const QString &from, const QString &to)
     const bool isRead = source.open(QIODevice::ReadOnly);
     const QByteArray bytes = isRead ? source.readAll() : QByteArray();
     if (!isRead || source.error() != QFileDevice::NoError) {
-        vxLog(3, from + QStringLiteral(": ") + source.errorString());
+        vxLog(ELOG_FAILURE, from + QStringLiteral(": ") + source.errorString());
         return;
     }
     if (!target.open(QIODevice::WriteOnly) || !writeWhole(target, bytes) || !target.commit())
-        vxLog(3, to + QStringLiteral(": ") + target.errorString());
+        vxLog(ELOG_FAILURE, to + QStringLiteral(": ") + target.errorString());
 }

@@ -23,7 +23,7 @@ using namespace clickinfo;
 
 struct Pair
 {
-    const char *key;
+    QLatin1String key;
     QString value;
 };
 
@@ -32,12 +32,12 @@ QString number(double value)
     return QString::number(value, 'g', 15);
 }
 
-CPLSection *section(CPLClickInfo *info, const char *key, const QString &name = QString())
+CPLSection *section(CPLClickInfo *info, QLatin1String key, const QString &name = QString())
 {
-    CPLSection *found = (*info)[QString::fromLatin1(key)];
+    CPLSection *found = (*info)[key];
     if (!found) {
         found = new CPLSection;
-        found->setSectionKey(QString::fromLatin1(key));
+        found->setSectionKey(key);
         info->addSection(found);
     }
     if (!name.isNull())
@@ -48,7 +48,7 @@ CPLSection *section(CPLClickInfo *info, const char *key, const QString &name = Q
 void set(CPLSection *target, const QVector<Pair> &pairs)
 {
     for (const Pair &pair : pairs)
-        target->setValue(QString::fromLatin1(pair.key), pair.value);
+        target->setValue(pair.key, pair.value);
 }
 
 QString dateOf(const QString &click)
@@ -63,28 +63,29 @@ class Study
 {
 public:
     explicit Study(std::uint64_t seed)
-        : m_random(seed), m_sequence(std::make_unique<CVXSSequenceDataset>(QString::fromLatin1(SEQUENCE_ID)))
+        : m_random(seed), m_sequence(std::make_unique<CVXSSequenceDataset>(SEQUENCE_ID))
     {
     }
 
     CVXSSequenceDataset &sequence() { return *m_sequence; }
 
     /// A click with what every click has.
-    CVXSDataset *click(const char *number, const QString &label)
+    CVXSDataset *click(const QString &number, const QString &label)
     {
-        auto *dataset = new CVXSDataset(QString::fromLatin1(number), m_sequence.get());
+        auto *dataset = new CVXSDataset(number, m_sequence.get());
         CPLClickInfo *info = dataset->getClickInfo();
         set(section(info, SECTION_CLICK_NUMBER, dataset->getClickNumber()),
-            {{KEY_SEQUENCE_ID, QString::fromLatin1(SEQUENCE_ID)},
+            {{KEY_SEQUENCE_ID, SEQUENCE_ID},
              {KEY_CLICK_INDEX, QString::number(m_sequence->getClickNumbers().size())}});
-        set(section(info, SECTION_USER_INPUT), {{"User", QStringLiteral("AB")},
-                                                {"Group", QStringLiteral("Sample study")},
-                                                {"Experiment", label}});
-        set(section(info, SECTION_ANALYSIS_USER_INPUT), {{"Analysis Comment", QString::fromLatin1("")}});
+        set(section(info, SECTION_USER_INPUT), {{QLatin1String("User"), QStringLiteral("AB")},
+                                                {QLatin1String("Group"), QStringLiteral("Sample study")},
+                                                {QLatin1String("Experiment"), label}});
+        set(section(info, SECTION_ANALYSIS_USER_INPUT),
+            {{QLatin1String("Analysis Comment"), QStringLiteral("")}});
         return dataset;
     }
 
-    void luminescent(CVXSDataset *dataset, const Camera &camera, const CILImage &expected, const char *kind,
+    void luminescent(CVXSDataset *dataset, const Camera &camera, const CILImage &expected, QLatin1String kind,
                      double exposure, const QVector<Pair> &more)
     {
         dataset->setCoreImage(EIMAGE_LUMINESCENT, camera.exposure(expected, m_random));
@@ -93,7 +94,7 @@ public:
         CPLClickInfo *info = dataset->getClickInfo();
         CPLSection *lumin = section(info, SECTION_LUMINESCENT);
         set(lumin, {{KEY_ACQUISITION_DATE, dateOf(dataset->getClickNumber())},
-                    {KEY_KIND, QString::fromLatin1(kind)},
+                    {KEY_KIND, kind},
                     {KEY_BINNING, number(camera.binning)},
                     {KEY_FOV, number(camera.fieldOfView)},
                     {KEY_EXPOSURE, number(exposure)},
@@ -136,22 +137,21 @@ private:
     static void note(CPLSection *target, const CVXSDataset *dataset, const QString &binning)
     {
         QString index;
-        if (const CPLSection *click = (*dataset->getClickInfo())[QString::fromLatin1(SECTION_CLICK_NUMBER)])
-            click->getValue(QString::fromLatin1(KEY_CLICK_INDEX), &index);
-        target->addKeyValue(QString::fromLatin1(KEY_NOTE),
-                            QStringLiteral("Sequence ID=%1;ClickNumber Index=%2;Binning Factor=%3;")
-                                .arg(QString::fromLatin1(SEQUENCE_ID), index, binning));
+        if (const CPLSection *click = (*dataset->getClickInfo())[SECTION_CLICK_NUMBER])
+            click->getValue(KEY_CLICK_INDEX, &index);
+        target->addKeyValue(KEY_NOTE, QStringLiteral("Sequence ID=%1;ClickNumber Index=%2;Binning Factor=%3;")
+                                          .arg(SEQUENCE_ID, index, binning));
     }
 
     std::unique_ptr<CVXSSequenceDataset> m_sequence;
 };
 
-QVector<Pair> fluorescence(const char *excitation, const char *emission, const char *level)
+QVector<Pair> fluorescence(const QString &excitation, const QString &emission, const QString &level)
 {
-    return {{KEY_EXCITATION_FILTER, QString::fromLatin1(excitation)},
-            {KEY_EMISSION_FILTER, QString::fromLatin1(emission)},
+    return {{KEY_EXCITATION_FILTER, excitation},
+            {KEY_EMISSION_FILTER, emission},
             {KEY_EXCITATION_IRRADIANCE, QStringLiteral("18.5")},
-            {KEY_FLUORESCENCE_LEVEL, QString::fromLatin1(level)}};
+            {KEY_FLUORESCENCE_LEVEL, level}};
 }
 
 // Electrons in an unbinned pixel at the brightest place.
@@ -178,11 +178,13 @@ Truth fluorescencePair(Study &study)
     });
 
     CVXSDataset *a = study.click(FLUORESCENCE_A, QStringLiteral("Reporter and autofluorescence"));
-    study.luminescent(a, camera, truth.a, KIND_FLUORESCENT, 2.0, fluorescence("640", "690", "Medium"));
+    study.luminescent(a, camera, truth.a, KIND_FLUORESCENT, 2.0,
+                      fluorescence(QStringLiteral("640"), QStringLiteral("690"), QStringLiteral("Medium")));
     study.photograph(a, camera);
     study.add(a);
     CVXSDataset *b = study.click(FLUORESCENCE_B, QStringLiteral("Autofluorescence alone"));
-    study.luminescent(b, camera, truth.b, KIND_FLUORESCENT, 2.0, fluorescence("605", "690", "Medium"));
+    study.luminescent(b, camera, truth.b, KIND_FLUORESCENT, 2.0,
+                      fluorescence(QStringLiteral("605"), QStringLiteral("690"), QStringLiteral("Medium")));
     study.photograph(b, camera);
     study.add(b);
     return truth;
@@ -192,18 +194,18 @@ void luminescence(Study &study)
 {
     struct Row
     {
-        const char *click;
-        const char *label;
+        QString click;
+        QString label;
         Camera camera;
     };
     const Row rows[] = {
-        {LUMINESCENCE_BIN4, "Luminescence, binning 4", {512, 512, 4.0, 12.5}},
-        {LUMINESCENCE_BIN8, "Luminescence, binning 8", {256, 256, 8.0, 12.5}},
-        {LUMINESCENCE_FIELD, "Luminescence, smaller field of view", {512, 512, 4.0, 6.6}},
-        {LUMINESCENCE_SIZE, "Luminescence, cut to the animal", {512, 384, 4.0, 12.5}},
+        {LUMINESCENCE_BIN4, QStringLiteral("Luminescence, binning 4"), {512, 512, 4.0, 12.5}},
+        {LUMINESCENCE_BIN8, QStringLiteral("Luminescence, binning 8"), {256, 256, 8.0, 12.5}},
+        {LUMINESCENCE_FIELD, QStringLiteral("Luminescence, smaller field of view"), {512, 512, 4.0, 6.6}},
+        {LUMINESCENCE_SIZE, QStringLiteral("Luminescence, cut to the animal"), {512, 384, 4.0, 12.5}},
     };
     for (const Row &row : rows) {
-        CVXSDataset *dataset = study.click(row.click, QString::fromLatin1(row.label));
+        CVXSDataset *dataset = study.click(row.click, row.label);
         const CILImage expected =
             row.camera.expectedCounts([](double x, double y) { return 300.0 * phantom::luminescence(x, y); });
         study.luminescent(dataset, row.camera, expected, KIND_LUMINESCENT, 60.0, {});
@@ -216,27 +218,30 @@ void ratios(Study &study)
 {
     struct Row
     {
-        const char *click;
-        const char *label;
-        const char *level;
+        QString click;
+        QString label;
+        QString level;
         bool photograph;
         bool numerator;
     };
     const Row rows[] = {
-        {RATIO_A, "Ratio: band 1", "Medium", true, true},
-        {RATIO_B_HIGH, "Ratio: band 2, level High", "High", true, false},
-        {RATIO_B_LOW, "Ratio: band 2, level Low", "Low", true, false},
-        {RATIO_B_NO_PHOTO, "Ratio: band 2, no photograph", "Low", false, false},
+        {RATIO_A, QStringLiteral("Ratio: band 1"), QStringLiteral("Medium"), true, true},
+        {RATIO_B_HIGH, QStringLiteral("Ratio: band 2, level High"), QStringLiteral("High"), true, false},
+        {RATIO_B_LOW, QStringLiteral("Ratio: band 2, level Low"), QStringLiteral("Low"), true, false},
+        {RATIO_B_NO_PHOTO, QStringLiteral("Ratio: band 2, no photograph"), QStringLiteral("Low"), false,
+         false},
     };
     const Camera camera;
     for (const Row &row : rows) {
-        CVXSDataset *dataset = study.click(row.click, QString::fromLatin1(row.label));
+        CVXSDataset *dataset = study.click(row.click, row.label);
         const CILImage expected = camera.expectedCounts([&row](double x, double y) {
             const double dye = 600.0 * phantom::body(x, y);
             return row.numerator ? dye * phantom::bandRatio(x, y) : dye;
         });
         study.luminescent(dataset, camera, expected, KIND_FLUORESCENT, 1.0,
-                          fluorescence("570", row.numerator ? "620" : "660", row.level));
+                          fluorescence(QStringLiteral("570"),
+                                       row.numerator ? QStringLiteral("620") : QStringLiteral("660"),
+                                       row.level));
         if (row.photograph)
             study.photograph(dataset, camera);
         study.add(dataset);
@@ -254,7 +259,8 @@ void others(Study &study)
     const Camera::Scene lamp = [](double x, double y) { return 900.0 * std::exp(-(x * x + y * y) / 50.0); };
     const CILImage seen = camera.expectedCounts(
         [&lamp](double x, double y) { return lamp(x, y) * phantom::transmission(x, y); });
-    QVector<Pair> lampKeys = fluorescence("745", "Open", "Low");
+    QVector<Pair> lampKeys =
+        fluorescence(QStringLiteral("745"), QStringLiteral("Open"), QStringLiteral("Low"));
     lampKeys.append({KEY_BOTTOM_POWER, QStringLiteral("4.2")});
     study.luminescent(through, camera, seen, KIND_TRANSILLUMINATION, 0.5, lampKeys);
     through->setCoreImage(EIMAGE_EXCITATION, camera.exposure(camera.expectedCounts(lamp), study.m_random));
@@ -270,7 +276,8 @@ void others(Study &study)
         return REPORTER * phantom::reporter(2.0 * x, y) +
                TRUE_K * AUTOFLUORESCENCE * phantom::autofluorescence(2.0 * x, y);
     });
-    study.luminescent(side, camera, expected, KIND_FLUORESCENT, 2.0, fluorescence("640", "690", "Medium"));
+    study.luminescent(side, camera, expected, KIND_FLUORESCENT, 2.0,
+                      fluorescence(QStringLiteral("640"), QStringLiteral("690"), QStringLiteral("Medium")));
     set(section(side->getClickInfo(), SECTION_LUMINESCENT), {{KEY_IMAGING_ANGLE, QStringLiteral("90")}});
     study.photograph(side, camera);
     study.add(side);
@@ -290,23 +297,23 @@ ESTATUS saveTruth(const QString &folder, const Truth &truth, QString *error)
 {
     const struct
     {
-        const char *file;
+        QLatin1String file;
         const CILImage &image;
     } images[] = {{TRUTH_REPORTER, truth.reporter}, {TRUTH_A, truth.a}, {TRUTH_B, truth.b}};
     for (const auto &row : images) {
-        const QString path = folder + QLatin1Char('/') + QString::fromLatin1(row.file);
+        const QString path = folder + QLatin1Char('/') + row.file;
         if (row.image.saveTIFF(QFile::encodeName(path).constData()) != EIL_SUCCESS) {
             *error = QString::fromStdString(CILImage::lastError());
             return ESTATUS_FILE_NOT_WRITABLE;
         }
     }
     CPLClickInfo info;
-    set(section(&info, SECTION_MAIN_JOB), {{"A", QString::fromLatin1(FLUORESCENCE_A)},
-                                           {"B", QString::fromLatin1(FLUORESCENCE_B)},
-                                           {"Unit", unitKey(EUNIT_COUNTS)},
+    set(section(&info, SECTION_MAIN_JOB), {{QLatin1String("A"), FLUORESCENCE_A},
+                                           {QLatin1String("B"), FLUORESCENCE_B},
+                                           {QLatin1String("Unit"), unitKey(EUNIT_COUNTS)},
                                            {KEY_TRUE_K, number(TRUE_K)},
                                            {KEY_MEAN_VARIANCE, number(meanVariance(truth))}});
-    const QString path = folder + QLatin1Char('/') + QString::fromLatin1(TRUTH_FILE);
+    const QString path = folder + QLatin1Char('/') + TRUTH_FILE;
     const ESTATUS status = info.saveClickInfo(path);
     if (status != ESTATUS_SUCCESS)
         *error = path + QStringLiteral(": ") + statusText(status);

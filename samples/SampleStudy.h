@@ -4,40 +4,42 @@
 #include "host/vxutils/ESTATUS.h"
 
 #include <cstdint>
+#include <QLatin1String>
 #include <QString>
 
 /// The sample study: one sequence of simulated acquisitions of a small animal, and beside it what is true.
 namespace samplestudy {
 
-constexpr char SEQUENCE_ID[] = "AB20240511101000_SEQ";
+constexpr QLatin1String SEQUENCE_ID("AB20240511101000_SEQ");
 /// Autofluorescence of A over that of B, in camera counts at equal exposure: the k that takes it away.
 constexpr double TRUE_K = 1.25;
 
 // The clicks, in the sequence's order.
-constexpr char FLUORESCENCE_A[] = "AB20240511101500"; ///< reporter and autofluorescence
-constexpr char FLUORESCENCE_B[] = "AB20240511101730"; ///< autofluorescence alone, other excitation
-constexpr char LUMINESCENCE_BIN4[] = "AB20240511102000";
-constexpr char LUMINESCENCE_BIN8[] = "AB20240511102400";  ///< same field, coarser
-constexpr char LUMINESCENCE_FIELD[] = "AB20240511102900"; ///< another field of view
-constexpr char LUMINESCENCE_SIZE[] = "AB20240511103300";  ///< same field of view, cut to another height
-constexpr char RATIO_A[] = "AB20240511103800";
-constexpr char RATIO_B_HIGH[] = "AB20240511104000";     ///< fluorescence level "High"
-constexpr char RATIO_B_LOW[] = "AB20240511104200";      ///< fluorescence level "Low"
-constexpr char RATIO_B_NO_PHOTO[] = "AB20240511104400"; ///< no photograph
-constexpr char PHOTOGRAPH_ONLY[] = "AB20240511104600";
-constexpr char TRANSILLUMINATION[] = "AB20240511104900"; ///< in efficiency, with excitation reference
-constexpr char OTHER_ANGLE[] = "AB20240511105200";       ///< imaging angle 90
+constexpr QLatin1String FLUORESCENCE_A("AB20240511101500"); ///< reporter and autofluorescence
+constexpr QLatin1String FLUORESCENCE_B("AB20240511101730"); ///< autofluorescence alone, other excitation
+constexpr QLatin1String LUMINESCENCE_BIN4("AB20240511102000");
+constexpr QLatin1String LUMINESCENCE_BIN8("AB20240511102400");  ///< same field, coarser
+constexpr QLatin1String LUMINESCENCE_FIELD("AB20240511102900"); ///< another field of view
+constexpr QLatin1String LUMINESCENCE_SIZE("AB20240511103300");  ///< same field of view, cut to another height
+constexpr QLatin1String RATIO_A("AB20240511103800");
+constexpr QLatin1String RATIO_B_HIGH("AB20240511104000");     ///< fluorescence level "High"
+constexpr QLatin1String RATIO_B_LOW("AB20240511104200");      ///< fluorescence level "Low"
+constexpr QLatin1String RATIO_B_NO_PHOTO("AB20240511104400"); ///< no photograph
+constexpr QLatin1String PHOTOGRAPH_ONLY("AB20240511104600");
+constexpr QLatin1String TRANSILLUMINATION("AB20240511104900"); ///< in efficiency, with excitation reference
+constexpr QLatin1String OTHER_ANGLE("AB20240511105200");       ///< imaging angle 90
 
 // Beside the sequence's folder.
-constexpr char TRUTH_FILE[] = "ground-truth.txt";       ///< ClickInfo syntax
-constexpr char TRUTH_REPORTER[] = "truth-reporter.tif"; ///< expected counts of the reporter alone in A
-constexpr char TRUTH_A[] = "truth-a.tif";               ///< expected counts of A above the offset
-constexpr char TRUTH_B[] = "truth-b.tif";
+constexpr QLatin1String TRUTH_FILE("ground-truth.txt");       ///< ClickInfo syntax
+constexpr QLatin1String TRUTH_REPORTER("truth-reporter.tif"); ///< expected counts of the reporter alone in A
+constexpr QLatin1String TRUTH_A("truth-a.tif");               ///< expected counts of A above the offset
+constexpr QLatin1String TRUTH_B("truth-b.tif");
 
 // Keys of the truth file's section "Main Job".
-constexpr char SECTION_MAIN_JOB[] = "Main Job";
-constexpr char KEY_TRUE_K[] = "True k";
-constexpr char KEY_MEAN_VARIANCE[] = "Mean Variance of A - B * k"; ///< [counts^2], from the camera's noise
+constexpr QLatin1String SECTION_MAIN_JOB("Main Job");
+constexpr QLatin1String KEY_TRUE_K("True k");
+constexpr QLatin1String
+    KEY_MEAN_VARIANCE("Mean Variance of A - B * k"); ///< [counts^2], from the camera's noise
 
 /// Makes the study in `folder` (created when missing): the sequence's folder, saved by the host's own
 /// writers, and the truth beside it. Every byte follows from the seed. On failure a status, and `error` names

@@ -34,8 +34,7 @@ void displaytour::formulas(Stage &stage)
     const char *const names[] = {"plus", "minus", "times", "ratio", "thresholded-ratio"};
     for (int index = 0; index < operation->count(); ++index) {
         if (index == 4) {
-            stage.selectPair(QString::fromLatin1(samplestudy::RATIO_A),
-                             QString::fromLatin1(samplestudy::RATIO_B_HIGH));
+            stage.selectPair(samplestudy::RATIO_A, samplestudy::RATIO_B_HIGH);
             stage.typeK(QStringLiteral("600"));
         }
         stage.chooseFormula(index);
@@ -48,8 +47,7 @@ void displaytour::colorScales(Stage &stage)
 {
     const auto button = [&stage](const char *name) { return stage.find<QAbstractButton>(stage.tool, name); };
     stage.chooseFormula(1);
-    stage.selectPair(QString::fromLatin1(samplestudy::FLUORESCENCE_A),
-                     QString::fromLatin1(samplestudy::FLUORESCENCE_B));
+    stage.selectPair(samplestudy::FLUORESCENCE_A, samplestudy::FLUORESCENCE_B);
     stage.typeK(QStringLiteral("1.2"));
     stage.picture(QStringLiteral("20-full"), QStringLiteral("Full limits for A and B and for the result"),
                   stage.tool);
@@ -69,8 +67,7 @@ void displaytour::colorScales(Stage &stage)
 
 void displaytour::pairsThatCannotBeCombined(Stage &stage)
 {
-    stage.selectPair(QString::fromLatin1(samplestudy::FLUORESCENCE_A),
-                     QString::fromLatin1(samplestudy::LUMINESCENCE_FIELD));
+    stage.selectPair(samplestudy::FLUORESCENCE_A, samplestudy::LUMINESCENCE_FIELD);
     stage.picture(QStringLiteral("30-different-field-of-view"),
                   QStringLiteral("a pair that cannot be combined, and why"), stage.tool);
     const auto *display = stage.find<QAbstractButton>(stage.tool, "m_pDisplayBtn");

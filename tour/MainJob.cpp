@@ -15,10 +15,10 @@ namespace {
 
 using namespace samplestudy;
 
-CILImage counts(const CVXSSequenceDataset &sequence, const char *click)
+CILImage counts(const CVXSSequenceDataset &sequence, const QString &click)
 {
     CILImage image;
-    if (const CVXSDataset *dataset = sequence.getDataset(QString::fromLatin1(click)))
+    if (const CVXSDataset *dataset = sequence.getDataset(click))
         dataset->getCalibratedLuminImage(EUNIT_COUNTS, &image, QStringLiteral("tour"));
     return image;
 }
@@ -33,14 +33,12 @@ MainJob checkMainJob(const CVXSSequenceDataset &sequence)
     CILImage reporter;
     QString k;
     QString variance;
-    const CPLSection *recorded =
-        truth.loadClickInfo(folder + QString::fromLatin1(TRUTH_FILE), false) == ESTATUS_SUCCESS
-            ? truth[QString::fromLatin1(SECTION_MAIN_JOB)]
-            : nullptr;
-    if (!recorded || recorded->getValue(QString::fromLatin1(KEY_TRUE_K), &k) != ESTATUS_SUCCESS ||
-        recorded->getValue(QString::fromLatin1(KEY_MEAN_VARIANCE), &variance) != ESTATUS_SUCCESS ||
-        reporter.loadTIFF(QFile::encodeName(folder + QString::fromLatin1(TRUTH_REPORTER)).constData()) !=
-            EIL_SUCCESS) {
+    const CPLSection *recorded = truth.loadClickInfo(folder + TRUTH_FILE, false) == ESTATUS_SUCCESS
+                                     ? truth[SECTION_MAIN_JOB]
+                                     : nullptr;
+    if (!recorded || recorded->getValue(KEY_TRUE_K, &k) != ESTATUS_SUCCESS ||
+        recorded->getValue(KEY_MEAN_VARIANCE, &variance) != ESTATUS_SUCCESS ||
+        reporter.loadTIFF(QFile::encodeName(folder + TRUTH_REPORTER).constData()) != EIL_SUCCESS) {
         job.lines << QStringLiteral("the truth of the sample study is not there");
         return job;
     }

@@ -30,14 +30,9 @@ const QRectF BACKGROUND(QPointF(6.80, 5.65), QPointF(7.40, 6.65));
 // Around the brighter reporter, 0.28 cm wide at (5.70, 5.55).
 const QRectF REPORTER(QPointF(4.90, 4.75), QPointF(6.50, 6.35));
 
-QString latin(const char *text)
+QString truthPath(const Stage &stage, QLatin1String file = QLatin1String(""))
 {
-    return QString::fromLatin1(text);
-}
-
-QString truthPath(const Stage &stage, const char *file)
-{
-    return stage.sequence->getSequenceInfoPath() + QStringLiteral("../") + latin(file);
+    return stage.sequence->getSequenceInfoPath() + QStringLiteral("../") + file;
 }
 
 double varianceSum(const CILImage &expected, const imagetool::DrawnRoi &roi)
@@ -50,7 +45,7 @@ double varianceSum(const CILImage &expected, const imagetool::DrawnRoi &roi)
 void measuringtour::kFromRoi(Stage &stage)
 {
     stage.report.heading(QStringLiteral("k from a background ROI:"));
-    CVXSImageWindow *window = stage.openImage(latin(FLUORESCENCE_A));
+    CVXSImageWindow *window = stage.openImage(FLUORESCENCE_A);
     window->parentWidget()->setGeometry(300, 20, 860, 820);
     QTest::qWait(200);
     stage.picture(QStringLiteral("40-image-window"), QStringLiteral("the image window of A"), window);
@@ -60,10 +55,10 @@ void measuringtour::kFromRoi(Stage &stage)
     const imagetool::DrawnRoi roi = imagetool::lastRoi(*window->getDataset());
 
     stage.activate(QStringLiteral("Image Math"));
-    stage.selectPair(latin(FLUORESCENCE_A), latin(FLUORESCENCE_B));
+    stage.selectPair(FLUORESCENCE_A, FLUORESCENCE_B);
     stage.chooseFormula(1);
     auto *button = stage.find<QPushButton>(stage.tool, "m_pROIListButton");
-    hand::chooseFromButtonMenu(button, {latin(FLUORESCENCE_A), roi.name}, [&stage] {
+    hand::chooseFromButtonMenu(button, {FLUORESCENCE_A, roi.name}, [&stage] {
         stage.picture(QStringLiteral("42-k-from-roi-menu"),
                       QStringLiteral("\"Compute 'k' from ROI\" with the ROI of A"), stage.tool);
     });
@@ -116,11 +111,11 @@ QString measuringtour::displayResult(Stage &stage)
     if (made.isEmpty())
         hand::giveUp(QStringLiteral("there is no result to go on with"));
     const QString click = made.first();
-    for (const char *file :
+    for (QLatin1String file :
          {clickinfo::FILE_CLICK_INFO, clickinfo::FILE_ANALYZED_CLICK_INFO, clickinfo::FILE_LUMINESCENT,
           clickinfo::FILE_LUMINESCENT_A, clickinfo::FILE_LUMINESCENT_B, clickinfo::FILE_PHOTOGRAPH})
-        stage.report.check(QFileInfo(Stage::resultFolder(click) + latin(file)).size() > 0,
-                           QStringLiteral("its folder holds %1").arg(latin(file)));
+        stage.report.check(QFileInfo(Stage::resultFolder(click) + file).size() > 0,
+                           QStringLiteral("its folder holds %1").arg(file));
     const bool isShown =
         hand::waitFor([&click] { return CVXSImageWindow::getImageWindow(CVXSDataset::getDataset(click)); });
     stage.report.check(isShown, QStringLiteral("it is shown in an image window of its own"));
@@ -136,7 +131,7 @@ void measuringtour::otherAngle(Stage &stage)
 {
     stage.report.heading(QStringLiteral("A pair of other imaging angles:"));
     stage.activate(QStringLiteral("Image Math"));
-    stage.selectPair(latin(OTHER_ANGLE), latin(FLUORESCENCE_B));
+    stage.selectPair(OTHER_ANGLE, FLUORESCENCE_B);
     const QStringList before = Stage::storedResults();
     const hand::Answer no(QStringLiteral("No"), [&stage] {
         stage.picture(QStringLiteral("60-imaging-angles"),
@@ -166,7 +161,7 @@ void measuringtour::measureResult(Stage &stage, const QString &click)
     stage.chooseUnit(QStringLiteral("Radiance (Photons)"));
     QTest::qWait(200);
     stage.picture(QStringLiteral("71-radiance"), QStringLiteral("the same in radiance: total flux"), window);
-    compareWithTruth(stage, click, truthPath(stage, ""));
+    compareWithTruth(stage, click, truthPath(stage));
     stage.chooseUnit(QStringLiteral("Counts"));
 
     hand::chooseFromMenu(&stage.window, {QStringLiteral("File"), QStringLiteral("Save")});
@@ -184,9 +179,9 @@ void measuringtour::closeEverything(Stage &stage)
         second = hand::Answer(QStringLiteral("Discard"));
     });
     hand::chooseFromMenu(&stage.window, {QStringLiteral("File"), QStringLiteral("Quit")});
-    stage.report.check(first.wasAsked() && first.question().contains(latin(OTHER_ANGLE).mid(2)),
+    stage.report.check(first.wasAsked() && first.question().contains(QString(OTHER_ANGLE).mid(2)),
                        QStringLiteral("it asks about the result from the side, which was not saved"));
-    stage.report.check(second.wasAsked() && second.question().contains(latin(SEQUENCE_ID)),
+    stage.report.check(second.wasAsked() && second.question().contains(SEQUENCE_ID),
                        QStringLiteral("and about the sequence, whose click A has a new ROI"));
     stage.report.check(!stage.window.isVisible(), QStringLiteral("the workspace is closed"));
 }
@@ -196,17 +191,17 @@ void measuringtour::compareWithTruth(Stage &stage, const QString &click, const Q
     CVXSDataset *dataset = CVXSDataset::getDataset(click);
     CVXSImageWindow *window = CVXSImageWindow::getImageWindow(dataset);
     const imagetool::DrawnRoi roi = imagetool::lastRoi(*dataset);
-    const CILImage reporter = truth::read(studyFolder + latin(TRUTH_REPORTER));
+    const CILImage reporter = truth::read(studyFolder + TRUTH_REPORTER);
     const double expected = truth::sum(reporter, roi, FIELD);
-    const double variance = varianceSum(truth::read(studyFolder + latin(TRUTH_A)), roi) +
-                            TRUE_K * TRUE_K * varianceSum(truth::read(studyFolder + latin(TRUTH_B)), roi);
+    const double variance = varianceSum(truth::read(studyFolder + TRUTH_A), roi) +
+                            TRUE_K * TRUE_K * varianceSum(truth::read(studyFolder + TRUTH_B), roi);
     const double bound = 5.0 * std::sqrt(variance);
     stage.report.note(QStringLiteral("bound: 5 standard errors of a sum of %1 pixels of A - 1.25 B, from the "
                                      "camera's noise alone")
                           .arg(truth::count(reporter, roi, FIELD)));
     const double counts = imagetool::tableNumber(stage, window, roi.name, QStringLiteral("Total counts"));
     stage.report.checkNear(counts, expected, bound, QStringLiteral("total counts of the reporter"));
-    const CILImage stored = truth::read(Stage::resultFolder(click) + latin(clickinfo::FILE_LUMINESCENT));
+    const CILImage stored = truth::read(Stage::resultFolder(click) + clickinfo::FILE_LUMINESCENT);
     const double added = truth::sum(stored, roi, FIELD);
     stage.report.checkNear(counts, added, 1e-5 * std::fabs(added), // the table shows six digits
                            QStringLiteral("total counts of the table and of luminescent.tif added up"));

@@ -28,13 +28,16 @@ const QString SEQUENCE = QStringLiteral("AT20240108100000_SEQ");
 
 struct Day
 {
-    const char *click;
-    const char *name; ///< of its files
-    const char *date;
+    QLatin1String click;
+    QLatin1String name; ///< of its files
+    QLatin1String date;
 };
-constexpr Day DAY_7 = {"AT20240108100000", "day07", "2024-01-08T10:00:00"};
-constexpr Day DAY_10 = {"AT20240111100000", "day10", "2024-01-11T10:00:00"};
-constexpr Day DAY_14 = {"AT20240115100000", "day14", "2024-01-15T10:00:00"};
+constexpr Day DAY_7 = {QLatin1String("AT20240108100000"), QLatin1String("day07"),
+                       QLatin1String("2024-01-08T10:00:00")};
+constexpr Day DAY_10 = {QLatin1String("AT20240111100000"), QLatin1String("day10"),
+                        QLatin1String("2024-01-11T10:00:00")};
+constexpr Day DAY_14 = {QLatin1String("AT20240115100000"), QLatin1String("day14"),
+                        QLatin1String("2024-01-15T10:00:00")};
 
 // Neither exposure, f-number nor field of view is recorded with the images, nor the camera's constants. These
 // are chosen here; radiance and flux are right for them alone, counts do not depend on them.
@@ -57,12 +60,12 @@ QString saveImported(const QString &imagesFolder, const QString &folder)
     CVXSSequenceDataset sequence(SEQUENCE);
     for (const Day &day : {DAY_7, DAY_10, DAY_14}) {
         SImportSettings settings = chosenSettings();
-        settings.acquisitionDate = QString::fromLatin1(day.date);
-        const QString path = imagesFolder + QLatin1Char('/') + QString::fromLatin1(day.name);
+        settings.acquisitionDate = day.date;
+        const QString path = imagesFolder + QLatin1Char('/') + day.name;
         ESTATUS status = ESTATUS_SUCCESS;
         QString error;
         std::unique_ptr<CVXSDataset> dataset =
-            importImages(QString::fromLatin1(day.click), path + QStringLiteral("_luminescence.tif"),
+            importImages(day.click, path + QStringLiteral("_luminescence.tif"),
                          path + QStringLiteral("_photograph.tif"), settings, &status, &error);
         if (!dataset)
             hand::giveUp(error);
@@ -77,8 +80,8 @@ QString displayDifference(Stage &stage)
 {
     stage.activate(QStringLiteral("Image Math"));
     // By way of another B, so that the result is computed in the unit that was just chosen.
-    stage.selectPair(QString::fromLatin1(DAY_14.click), QString::fromLatin1(DAY_10.click));
-    stage.selectPair(QString::fromLatin1(DAY_14.click), QString::fromLatin1(DAY_7.click));
+    stage.selectPair(DAY_14.click, DAY_10.click);
+    stage.selectPair(DAY_14.click, DAY_7.click);
     stage.typeK(QStringLiteral("1"));
     stage.picture(QStringLiteral("a-plants-window"), QStringLiteral("the tool on real images"), stage.tool);
     QStringList made = Stage::storedResults();

@@ -30,7 +30,7 @@ void secondDay(Stage &stage, const QString &studyFolder)
 {
     stage.report.heading(QStringLiteral("Another day, in a new process:"));
     // The result of A, not that of the click from the side.
-    const QString stamp = QString::fromLatin1(samplestudy::FLUORESCENCE_A).mid(2);
+    const QString stamp = samplestudy::FLUORESCENCE_A.mid(2);
     const QStringList earlier = Stage::storedResults().filter(stamp);
     if (earlier.size() != 1)
         hand::giveUp(QStringLiteral("there is no single earlier result of %1").arg(stamp));
@@ -46,9 +46,8 @@ void secondDay(Stage &stage, const QString &studyFolder)
     measuringtour::compareWithTruth(stage, click, studyFolder);
 
     auto *panel = stage.find<QWidget>(&stage.window, "howMadePanel");
-    for (const QString &text :
-         {QStringLiteral("A - B * k"), QStringLiteral("1.25"),
-          QString::fromLatin1(samplestudy::FLUORESCENCE_A), QString::fromLatin1(samplestudy::FLUORESCENCE_B)})
+    for (const QString &text : {QStringLiteral("A - B * k"), QStringLiteral("1.25"),
+                                QString(samplestudy::FLUORESCENCE_A), QString(samplestudy::FLUORESCENCE_B)})
         stage.report.check(tells(panel, text), QStringLiteral("the panel tells \"%1\"").arg(text));
     hand::click(stage.find<QPushButton>(panel, "howMadeCheck"));
     const QString outcome = stage.find<QLabel>(panel, "outcomeHeadline")->text();

@@ -90,7 +90,7 @@ QStringList Stage::storedResults()
     const QDir data(CVXPreference::getProgramDataPath());
     const QStringList folders = data.entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name);
     for (const QString &folder : folders) {
-        if (data.exists(folder + QLatin1Char('/') + QLatin1String(clickinfo::FILE_CLICK_INFO)))
+        if (data.exists(folder + QLatin1Char('/') + clickinfo::FILE_CLICK_INFO))
             found += folder;
     }
     return found;

@@ -14,7 +14,7 @@ namespace {
 /// A damaged file has told so itself when it was read.
 void tellWhyUnusable(const CPLClickInfo &info, const QString &path)
 {
-    const QString section = QString::fromLatin1(clickinfo::SECTION_LUMINESCENT);
+    const QString section = clickinfo::SECTION_LUMINESCENT;
     if (!QFileInfo::exists(path))
         imagemath::logLine(info.lastError());
     else if (!info[section] && info.lastError().isEmpty())
@@ -29,7 +29,7 @@ ESTATUS CVXSImageMathWnd::checkImagingAngles(const QString &pathA, const QString
     CPLClickInfo infoB;
     infoA.loadClickInfo(pathA, false);
     infoB.loadClickInfo(pathB, false);
-    const QString luminescent = QString::fromLatin1(clickinfo::SECTION_LUMINESCENT);
+    const QString luminescent = clickinfo::SECTION_LUMINESCENT;
     const CPLSection *sectionA = infoA[luminescent];
     const CPLSection *sectionB = infoB[luminescent];
     if (!sectionA || !sectionB) {
@@ -40,7 +40,7 @@ ESTATUS CVXSImageMathWnd::checkImagingAngles(const QString &pathA, const QString
 
     QString angleA;
     QString angleB;
-    const QString key = QString::fromLatin1(clickinfo::KEY_IMAGING_ANGLE);
+    const QString key = clickinfo::KEY_IMAGING_ANGLE;
     const ESTATUS statusA = sectionA->getValue(key, &angleA);
     const ESTATUS statusB = sectionB->getValue(key, &angleB);
     if (statusA != ESTATUS_SUCCESS && statusB != ESTATUS_SUCCESS)

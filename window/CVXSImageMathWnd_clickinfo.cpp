@@ -19,9 +19,9 @@ using namespace resultclickinfo;
 
 namespace {
 
-bool isSection(const QString &key, const char *wanted)
+bool isSection(const QString &key, QLatin1String wanted)
 {
-    return key == QLatin1String(wanted);
+    return key == wanted;
 }
 
 /// "/data/click/ClickInfo.txt" gives "/data/click/".
@@ -30,9 +30,9 @@ QString folderOf(const QString &path)
     return path.left(path.lastIndexOf(QLatin1Char('/')) + 1);
 }
 
-QString fileIn(const QString &folder, const char *name)
+QString fileIn(const QString &folder, QLatin1String name)
 {
-    return folder + QString::fromLatin1(name);
+    return folder + name;
 }
 
 /// A section without pairs; that of the click number is named by it, others as the source is.
@@ -49,7 +49,7 @@ std::unique_ptr<CPLSection> newSection(const QString &key, const CPLSection *sou
 }
 
 /// An operand's image file: of the usual name or, where there is none, of the name that the operand gives it.
-QString operandFile(const QString &clickInfoPath, const char *usualName, const CVXSDataset *dataset,
+QString operandFile(const QString &clickInfoPath, QLatin1String usualName, const CVXSDataset *dataset,
                     tag_eimagetype type)
 {
     const QString usual = fileIn(folderOf(clickInfoPath), usualName);
@@ -262,12 +262,12 @@ ESTATUS CVXSImageMathWnd::writeAnalyzedClickInfo(const QString &analyzedPathA, c
             copyPairs(*section, source);
         } else if (isSection(key, SECTION_LUMINESCENT_A) || isSection(key, SECTION_LUMINESCENT_B)) {
             const bool isA = isSection(key, SECTION_LUMINESCENT_A);
-            section->setSectionName(QString::fromLatin1(isA ? FILE_LUMINESCENT_A : FILE_LUMINESCENT_B));
+            section->setSectionName(isA ? FILE_LUMINESCENT_A : FILE_LUMINESCENT_B);
             const QString folder = folderOf(isA ? analyzedPathA : analyzedPathB);
             lastRead = other.loadClickInfo(fileIn(folder, FILE_CLICK_INFO), false);
-            const CPLSection *operand = other[QString::fromLatin1(SECTION_LUMINESCENT)];
+            const CPLSection *operand = other[SECTION_LUMINESCENT];
             copyPairs(*section, operand ? operand : source);
-            section->addKeyValue(QString::fromLatin1(KEY_INTENSITY_CALIBRATION), unitOfB);
+            section->addKeyValue(KEY_INTENSITY_CALIBRATION, unitOfB);
         } else if (isSection(key, SECTION_GRAPH_CONTROLS)) {
             lastRead = other.loadClickInfo(ownClickInfo, false);
             const CPLSection *own = other[key];

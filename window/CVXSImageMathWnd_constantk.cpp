@@ -82,7 +82,7 @@ void CVXSImageMathWnd::onSelectROIFromMenu(QAction *pAction)
         m_pKLineEdit->setText(QString::number(1.0));
         calculateResultImage();
         imagemath::logLine(QStringLiteral("There was no ROI selected to compute 'k' - setting 'k' to '1.0'"),
-                           2);
+                           ELOG_WARNING);
         return;
     }
     const auto *submenu = qobject_cast<const QMenu *>(pAction->parentWidget());

@@ -15,17 +15,16 @@
 namespace {
 
 const QString TEMP_FOLDER = QStringLiteral("TempFolder");
-constexpr int ONLY_IN_MEMORY = 2;
 
 bool isOnlyInMemory(const CVXSDataset *dataset)
 {
-    return dataset && dataset->getDatasetType() == ONLY_IN_MEMORY;
+    return dataset && dataset->getDatasetType() == EDATASET_IN_MEMORY;
 }
 
 QString analyzedPathOf(const QString &clickInfoPath)
 {
     return clickInfoPath.left(clickInfoPath.lastIndexOf(QLatin1Char('/'))) + QLatin1Char('/') +
-           QString::fromLatin1(clickinfo::FILE_ANALYZED_CLICK_INFO);
+           clickinfo::FILE_ANALYZED_CLICK_INFO;
 }
 
 } // namespace
@@ -58,8 +57,8 @@ void CVXSImageMathWnd::onClickDisplayResultForMeasuring()
         pathA = saveTemporaryCopy(*m_pDatasetA, clickA);
     if (isOnlyInMemory(m_pDatasetB))
         pathB = saveTemporaryCopy(*m_pDatasetB, clickB);
-    pathA += QString::fromLatin1(clickinfo::FILE_CLICK_INFO);
-    pathB += QString::fromLatin1(clickinfo::FILE_CLICK_INFO);
+    pathA += clickinfo::FILE_CLICK_INFO;
+    pathB += clickinfo::FILE_CLICK_INFO;
 
     m_resultLock = std::make_unique<ResultFolderLock>(); // taken when the name is known
     const ESTATUS written = writeResultClickInfo(pathA, pathB);
@@ -86,8 +85,7 @@ void CVXSImageMathWnd::onClickDisplayResultForMeasuring()
 void CVXSImageMathWnd::loadResult()
 {
     ESTATUS status = ESTATUS_SUCCESS;
-    const QString path =
-        m_resultFolderPath + QLatin1Char('/') + QString::fromLatin1(clickinfo::FILE_CLICK_INFO);
+    const QString path = m_resultFolderPath + QLatin1Char('/') + clickinfo::FILE_CLICK_INFO;
     Q_EMIT signalLoadImageMathReuslt(path, true, &status, nullptr);
     if (status != ESTATUS_SUCCESS) {
         imagemath::logLine(QStringLiteral("Loading Failed"));

@@ -16,7 +16,8 @@ namespace {
 
 ESTATUS fail(ESTATUS status, const QString &reason)
 {
-    vxLog(3, DatasetLoader::tr("The dataset could not be loaded. %1").arg(reason), QString(), int(status));
+    vxLog(ELOG_FAILURE, DatasetLoader::tr("The dataset could not be loaded. %1").arg(reason), QString(),
+          int(status));
     return status;
 }
 
@@ -82,6 +83,7 @@ ESTATUS DatasetLoader::open(const QString &path, CVXSDataset **opened)
         return fail(ESTATUS_FAILURE, tr("%1: its click number is taken").arg(folder));
     *opened = dataset.release();
     m_loose->add(*opened);
-    vxLog(1, tr("Dataset opened: %1").arg((*opened)->getClickNumber()), (*opened)->getFolderPath());
+    vxLog(ELOG_INFORMATION, tr("Dataset opened: %1").arg((*opened)->getClickNumber()),
+          (*opened)->getFolderPath());
     return ESTATUS_SUCCESS;
 }

@@ -23,7 +23,7 @@ QString translated(const char *text)
 
 bool isDatasetFolder(const QString &folder)
 {
-    return QFileInfo::exists(folder + QLatin1Char('/') + QLatin1String(clickinfo::FILE_CLICK_INFO));
+    return QFileInfo::exists(folder + QLatin1Char('/') + clickinfo::FILE_CLICK_INFO);
 }
 
 bool tell(QWidget *parent, ESTATUS status, const QString &error)
@@ -37,7 +37,7 @@ bool tell(QWidget *parent, ESTATUS status, const QString &error)
 
 bool saving::saveDataset(QWidget *parent, CVXSDataset *dataset)
 {
-    if (dataset->getDatasetType() == 2)
+    if (dataset->getDatasetType() == EDATASET_IN_MEMORY)
         return saveDatasetElsewhere(parent, dataset);
     return tell(parent, dataset->saveDatasetAs(dataset->getFolderPath()), dataset->lastError());
 }

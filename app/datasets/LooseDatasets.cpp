@@ -41,7 +41,8 @@ CVXSDataset *LooseDatasets::datasetOf(const CVXSChildWindow *window) const
 
 bool LooseDatasets::needsSaving(const CVXSDataset *dataset)
 {
-    return dataset->isModified() || dataset->isImageMathToBeSaved() || dataset->getDatasetType() == 2;
+    return dataset->isModified() || dataset->isImageMathToBeSaved() ||
+           dataset->getDatasetType() == EDATASET_IN_MEMORY;
 }
 
 bool LooseDatasets::close(CVXSDataset *dataset)

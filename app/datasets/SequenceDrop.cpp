@@ -13,9 +13,8 @@ QStringList droppedSequences(const QMimeData *data)
     const QList<QUrl> urls = data->urls();
     for (const QUrl &url : urls) {
         const QFileInfo info(url.toLocalFile());
-        if (info.isDir() ||
-            (info.isFile() && (info.fileName() == QLatin1String(clickinfo::FILE_SEQUENCE_INFO) ||
-                               info.fileName() == QLatin1String(clickinfo::FILE_CLICK_INFO))))
+        if (info.isDir() || (info.isFile() && (info.fileName() == clickinfo::FILE_SEQUENCE_INFO ||
+                                               info.fileName() == clickinfo::FILE_CLICK_INFO)))
             paths.append(info.absoluteFilePath());
     }
     return paths;

@@ -60,7 +60,7 @@ CVXSSequenceDataset *SequenceManager::open(const QString &path)
     CVXSSequenceDataset *sequence = CVXSSequenceDataset::open(path, &status, &error);
     QApplication::restoreOverrideCursor();
     if (!sequence) {
-        vxLog(3, tr("The sequence could not be opened. %1").arg(error), QString(), int(status));
+        vxLog(ELOG_FAILURE, tr("The sequence could not be opened. %1").arg(error), QString(), int(status));
         return nullptr;
     }
     add(sequence);
@@ -74,7 +74,8 @@ void SequenceManager::add(CVXSSequenceDataset *sequence)
         m_sequences.append(sequence);
         // Before its window is shown: what the tools make of the new active window has the last word.
         m_plugins->sequenceAdded(sequence);
-        vxLog(1, tr("Sequence opened: %1").arg(sequence->getSequenceID()), sequence->getSequenceInfoPath());
+        vxLog(ELOG_INFORMATION, tr("Sequence opened: %1").arg(sequence->getSequenceID()),
+              sequence->getSequenceInfoPath());
     }
     CVXSSequenceWindow *window = m_workspace->showSequence(sequence);
     if (CVXSMdiSubWindow *subWindow = window->subWindow())

@@ -149,10 +149,10 @@ void ImportDialog::showState()
 
 QString ImportDialog::lastFolder() const
 {
-    return CVXPreference::settings()->value(QLatin1String(KEY_FOLDER)).toString();
+    return CVXPreference::settings()->value(KEY_FOLDER).toString();
 }
 
 void ImportDialog::rememberFolder(const QString &file) const
 {
-    CVXPreference::settings()->setValue(QLatin1String(KEY_FOLDER), QFileInfo(file).absolutePath());
+    CVXPreference::settings()->setValue(KEY_FOLDER, QFileInfo(file).absolutePath());
 }

@@ -41,10 +41,10 @@ ImportForm::ImportForm(QWidget *parent) : QWidget(parent)
                          tr("Letters that the names of the datasets begin with, such as ZB"));
     m_kind = new QComboBox;
     m_kind->setObjectName(QStringLiteral("kind"));
-    m_kind->addItem(tr("Luminescence"), QLatin1String(clickinfo::KIND_LUMINESCENT));
-    m_kind->addItem(tr("Fluorescence"), QLatin1String(clickinfo::KIND_FLUORESCENT));
-    m_kind->addItem(tr("Transfluorescence"), QLatin1String(clickinfo::KIND_TRANSFLUORESCENT));
-    m_kind->addItem(tr("Transillumination"), QLatin1String(clickinfo::KIND_TRANSILLUMINATION));
+    m_kind->addItem(tr("Luminescence"), clickinfo::KIND_LUMINESCENT);
+    m_kind->addItem(tr("Fluorescence"), clickinfo::KIND_FLUORESCENT);
+    m_kind->addItem(tr("Transfluorescence"), clickinfo::KIND_TRANSFLUORESCENT);
+    m_kind->addItem(tr("Transillumination"), clickinfo::KIND_TRANSILLUMINATION);
     images->addRow(tr("&Kind"), m_kind);
     addNumber(images, "fieldOfView", tr("Field of &view"), tr("cm"), QString(), &S::fieldOfView,
               tr("Width of what the whole image shows"));

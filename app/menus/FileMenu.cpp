@@ -135,5 +135,5 @@ void FileMenu::chooseResultFolder()
         return;
     }
     CVXSDataset::registerStoredDatasets(CVXPreference::getProgramDataPath());
-    vxLog(1, tr("Results are stored in %1").arg(folder));
+    vxLog(ELOG_INFORMATION, tr("Results are stored in %1").arg(folder));
 }

@@ -83,7 +83,7 @@ HowMadePanel::HowMadePanel(const RecentSequences *recent, QWidget *parent)
 {
     setObjectName(QStringLiteral("howMadePanel")); // by which the window's state is restored
     setAllowedAreas(Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea);
-    m_isWanted = CVXPreference::settings()->value(QLatin1String(KEY_WANTED), true).toBool();
+    m_isWanted = CVXPreference::settings()->value(KEY_WANTED, true).toBool();
     makeWidgets();
     makeAction();
     connect(this, &QDockWidget::visibilityChanged, this, [this](bool isVisible) {
@@ -143,7 +143,7 @@ void HowMadePanel::makeAction()
     connect(action, &QAction::triggered, this, [this](bool isShown) {
         if (isShown) {
             m_isWanted = true;
-            CVXPreference::settings()->setValue(QLatin1String(KEY_WANTED), true);
+            CVXPreference::settings()->setValue(KEY_WANTED, true);
         }
     });
 }
@@ -151,14 +151,14 @@ void HowMadePanel::makeAction()
 void HowMadePanel::closeEvent(QCloseEvent *event)
 {
     m_isWanted = false;
-    CVXPreference::settings()->setValue(QLatin1String(KEY_WANTED), false);
+    CVXPreference::settings()->setValue(KEY_WANTED, false);
     QDockWidget::closeEvent(event);
 }
 
 void HowMadePanel::setActiveChild(CVXSChildWindow *window)
 {
     CVXSDataset *dataset = window ? window->getDataset() : nullptr;
-    if (dataset && dataset->getDatasetType() != 1)
+    if (dataset && dataset->getDatasetType() != EDATASET_RESULT)
         dataset = nullptr;
     if (dataset && dataset == m_result)
         return;

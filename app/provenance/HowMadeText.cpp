@@ -165,7 +165,7 @@ Rows rowsOfRecord(const ResultRecord &record, const CPLClickInfo &info)
 
 Rows rowsOfClickInfo(const CPLClickInfo &info, const QString &problem)
 {
-    const auto told = [&info](const char *key) { return textOf(info, SECTION_LUMINESCENT, key); };
+    const auto told = [&info](QLatin1String key) { return textOf(info, SECTION_LUMINESCENT, key); };
     Rows rows;
     remark(&rows, problem);
     remark(&rows, translated("This is what its ClickInfo.txt tells; it cannot be checked:"));
@@ -177,7 +177,7 @@ Rows rowsOfClickInfo(const CPLClickInfo &info, const QString &problem)
     pair(&rows, translated("Photograph"), photograph.isEmpty() ? translated("none") : photograph);
     pair(&rows, translated("Unit"),
          unitText(textOf(info, SECTION_GRAPH_CONTROLS, KEY_INTENSITY_CALIBRATION)));
-    const auto isSet = [&info](const char *key) { return flagOf(info, SECTION_LUMINESCENT, key); };
+    const auto isSet = [&info](QLatin1String key) { return flagOf(info, SECTION_LUMINESCENT, key); };
     pair(&rows, translated("A corrected for"),
          correctionsText(isSet(KEY_FLATFIELD_CORRECTED), isSet(KEY_BACKGROUND_CORRECTED),
                          isSet(KEY_FL_BACKGROUND_CORRECTED)));

@@ -125,7 +125,7 @@ ESTATUS CPLClickInfo::fail(ESTATUS status, const QString &path, const QString &r
     m_lastError = path + QStringLiteral(": ") + reason;
     // Whether a file that is not there matters is for the caller to say.
     if (status != ESTATUS_FILE_NOT_FOUND)
-        vxLog(3, m_lastError, QString(), int(status));
+        vxLog(ELOG_FAILURE, m_lastError, QString(), int(status));
     return status;
 }
 

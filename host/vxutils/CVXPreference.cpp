@@ -79,7 +79,8 @@ QString CVXPreference::getProgramDataPath()
     QString why;
     if (!isUsableDataPath(path, &why) && reported != path) {
         reported = path;
-        vxLog(3, translated("Results cannot be stored in the program-data folder; choose another one"), why);
+        vxLog(ELOG_FAILURE,
+              translated("Results cannot be stored in the program-data folder; choose another one"), why);
     }
     return path;
 }

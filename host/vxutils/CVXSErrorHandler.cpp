@@ -8,7 +8,7 @@
 void CVXSErrorHandler::errorMessage(QWidget *parent, tag_estatus status, const QString &text)
 {
     const QString sentence = statusText(status);
-    vxLog(3, sentence, text, int(status));
+    vxLog(ELOG_FAILURE, sentence, text, int(status));
     CVXSMessageBox::warning(parent, CVXUtilityFns::getAppName(),
                             text.isEmpty() ? sentence : sentence + QLatin1Char('\n') + text, QString(),
                             QString(), QString(), 0, 0);

@@ -61,7 +61,7 @@ bool CVXSLog::setFile(const QString &path)
     auto file = std::make_unique<QFile>(path);
     // Unbuffered: every line must be on record even when the next thing is a crash.
     if (!file->open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered)) {
-        vxLog(3,
+        vxLog(ELOG_FAILURE,
               QCoreApplication::translate("CVXSLog", "The log file cannot be written: %1")
                   .arg(file->errorString()),
               path);
@@ -77,7 +77,7 @@ CVXSLog *getLogObject()
     return &log;
 }
 
-void vxLog(long level, const QString &message, const QString &detail, int number)
+void vxLog(ELOGLEVEL level, const QString &message, const QString &detail, int number)
 {
     getLogObject()->log(message, detail, number, QTime::currentTime().toString(QStringLiteral("HH:mm:ss")),
                         level, false);

@@ -9,6 +9,14 @@
 #include <QString>
 #include <QVector>
 
+/// How much a line of the log matters to the user.
+enum ELOGLEVEL {
+    ELOG_DEBUG = 0,
+    ELOG_INFORMATION = 1,
+    ELOG_WARNING = 2, ///< worth knowing; nothing failed
+    ELOG_FAILURE = 3, ///< the workspace shows it in its banner
+};
+
 /// One line of the host's log.
 struct SLogEntry
 {
@@ -16,7 +24,7 @@ struct SLogEntry
     QString detail; ///< second text: the file or object concerned, may be empty
     int number = 0; ///< a status code or 0
     QString stamp;  ///< the caller's stamp text, taken as it is
-    long level = 0; ///< 0 debug, 1 information, 2 warning, 3 failure
+    long level = ELOG_DEBUG;
 };
 
 Q_DECLARE_TYPEINFO(SLogEntry, Q_MOVABLE_TYPE);
@@ -56,5 +64,5 @@ private:
 VXUTILS_EXPORT CVXSLog *getLogObject();
 
 /// A line of the host's own: current time as stamp.
-VXUTILS_EXPORT void vxLog(long level, const QString &message, const QString &detail = QString(),
+VXUTILS_EXPORT void vxLog(ELOGLEVEL level, const QString &message, const QString &detail = QString(),
                           int number = 0);

@@ -41,7 +41,7 @@ bool deleteFolderTree(const QDir &folder)
     const QString path = QDir::cleanPath(folder.absolutePath());
     const QString current = QDir::cleanPath(QDir::currentPath());
     if (QDir(path).isRoot() || path == current || current.startsWith(path + QLatin1Char('/'))) {
-        vxLog(3,
+        vxLog(ELOG_FAILURE,
               QCoreApplication::translate("deleteFolderTree",
                                           "Refused to remove the folder that the program runs in"),
               path);

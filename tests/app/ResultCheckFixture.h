@@ -111,9 +111,9 @@ public:
     }
 
     /// A file of a dataset of the sequence.
-    QString fileOf(const char *click, const char *file) const
+    QString fileOf(const char *click, const QString &file) const
     {
-        return folder + QString::fromLatin1(click) + QLatin1Char('/') + QString::fromLatin1(file);
+        return folder + QString::fromLatin1(click) + QLatin1Char('/') + file;
     }
 
     /// Reads an image file, lets it be changed, and writes it again.

@@ -28,8 +28,8 @@ QString writeResult(const QString &clickNumber = CLICK)
     CVXSDataset dataset(clickNumber);
     dataset.setCoreImage(EIMAGE_LUMINESCENT,
                          TestStudy::image(16, 16, [](int x, int y) { return float(x * y); }));
-    (*dataset.getClickInfo())[QString::fromLatin1(clickinfo::SECTION_LUMINESCENT)]->setValue(
-        QString::fromLatin1(clickinfo::KEY_MATH_OPERATION), QStringLiteral("A - B * k"));
+    (*dataset.getClickInfo())[clickinfo::SECTION_LUMINESCENT]->setValue(clickinfo::KEY_MATH_OPERATION,
+                                                                        QStringLiteral("A - B * k"));
     const QString folder = CVXPreference::getProgramDataPath() + "/" + clickNumber + "/";
     if (dataset.saveDatasetAs(folder) != ESTATUS_SUCCESS || !QDir(folder).mkpath("notes/of today") ||
         !writeFile(folder + "luminescentA.TIF", "operand") ||

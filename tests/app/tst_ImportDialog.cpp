@@ -170,7 +170,7 @@ void tst_ImportDialog::theMenuShowsTheNewSequence()
     QVERIFY(fixture.window->windowTitle().startsWith(sequence->getSequenceID()));
     QVERIFY(sequence->getSequenceID().startsWith("ZB") && sequence->getSequenceID().endsWith("_SEQ"));
     QVERIFY(sequence->getSequenceInfoPath().isEmpty());
-    QCOMPARE((*sequence)[0]->getDatasetType(), 2);
+    QCOMPARE((*sequence)[0]->getDatasetType(), int(EDATASET_IN_MEMORY));
     QCOMPARE(sequence->getClickNumbers().first() + "_SEQ", sequence->getSequenceID());
 }
 

@@ -294,9 +294,9 @@ void tst_MainWindow::bannerShowsFailuresOnly()
 {
     WorkspaceFixture fixture;
     for (long level : {0L, 1L, 2L})
-        vxLog(level, "not for the banner");
+        vxLog(ELOGLEVEL(level), "not for the banner");
     QVERIFY(!fixture.window->banner()->isVisible());
-    vxLog(3, "A tool failed", "file.tif");
+    vxLog(ELOG_FAILURE, "A tool failed", "file.tif");
     QVERIFY(fixture.window->banner()->isVisible());
     QCOMPARE(fixture.window->banner()->text(), QString("A tool failed: file.tif"));
     QTest::mouseClick(fixture.window->findChild<QPushButton *>("bannerDismiss"), Qt::LeftButton);
@@ -308,7 +308,7 @@ void tst_MainWindow::bannerOpensTheLog()
 {
     WorkspaceFixture fixture;
     QVERIFY(!fixture.window->logPane()->isVisible());
-    vxLog(3, "A tool failed");
+    vxLog(ELOG_FAILURE, "A tool failed");
     QTest::mouseClick(fixture.window->findChild<QPushButton *>("bannerShowLog"), Qt::LeftButton);
     QVERIFY(fixture.window->logPane()->isVisible());
     action(fixture.window.get(), "actionLogPane")->trigger();

@@ -31,8 +31,8 @@ QString writeStored(const QString &clickNumber, bool isResult = true, int minute
     dataset.setCoreImage(EIMAGE_LUMINESCENT,
                          TestStudy::image(8, 8, [](int x, int y) { return float(x * y); }));
     if (isResult)
-        (*dataset.getClickInfo())[QString::fromLatin1(clickinfo::SECTION_LUMINESCENT)]->setValue(
-            QString::fromLatin1(clickinfo::KEY_MATH_OPERATION), QStringLiteral("A - B * k"));
+        (*dataset.getClickInfo())[clickinfo::SECTION_LUMINESCENT]->setValue(clickinfo::KEY_MATH_OPERATION,
+                                                                            QStringLiteral("A - B * k"));
     const QString folder = CVXPreference::getProgramDataPath() + "/" + clickNumber + "/";
     if (dataset.saveDatasetAs(folder) != ESTATUS_SUCCESS)
         return QString();
@@ -218,7 +218,7 @@ void tst_OpenDataset::everythingClosedAndOpenedTheNextDay()
     shownResults(fixture)->actions().first()->trigger();
     CVXSDataset *dataset = CVXSDataset::getOpenDataset(CLICK);
     QVERIFY(dataset);
-    QCOMPARE(dataset->getDatasetType(), 1);
+    QCOMPARE(dataset->getDatasetType(), int(EDATASET_RESULT));
     QVERIFY(!dataset->isPartOfSequence());
     QVERIFY(CVXSImageWindow::getImageWindow(dataset)->isVisible());
 }

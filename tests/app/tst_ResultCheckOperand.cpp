@@ -109,7 +109,7 @@ void tst_ResultCheckOperand::anOperandsImageMayHaveAnotherName()
     const QString path = m_fixture->fileOf(A, clickinfo::FILE_CLICK_INFO);
     CPLClickInfo info;
     QCOMPARE(info.loadClickInfo(path, false), ESTATUS_SUCCESS);
-    info[QLatin1String(clickinfo::SECTION_LUMINESCENT)]->setSectionName(QStringLiteral("signal.tif"));
+    info[clickinfo::SECTION_LUMINESCENT]->setSectionName(QStringLiteral("signal.tif"));
     QCOMPARE(info.saveClickInfo(path), ESTATUS_SUCCESS);
     QVERIFY(
         QFile::rename(m_fixture->fileOf(A, clickinfo::FILE_LUMINESCENT), m_fixture->fileOf(A, "signal.tif")));
@@ -138,18 +138,18 @@ void tst_ResultCheckOperand::aResultOfAnUnsavedOperandIsTheSame()
             unsaved->setCoreImage(type, *made->getCoreImage(type));
     }
     QVERIFY(m_fixture->sequence->addDataset(unsaved));
-    QCOMPARE(unsaved->getDatasetType(), 2);
+    QCOMPARE(unsaved->getDatasetType(), int(EDATASET_IN_MEMORY));
     const CVXSDataset *result = m_fixture->makeResult(1, "2", EUNIT_RADIANCE, false, 0, 2);
     QVERIFY(result);
     QCOMPARE(recordOf(result).b.files.size(), 2);
     const ResultCheck inMemory = check(result);
     QVERIFY2(inMemory.verdict == Verdict::Same, told(inMemory).constData());
     QVERIFY2(anyLine(inMemory, "as it is in memory"), told(inMemory).constData());
-    QCOMPARE(unsaved->getDatasetType(), 2);
+    QCOMPARE(unsaved->getDatasetType(), int(EDATASET_IN_MEMORY));
     QVERIFY(unsaved->isModified());
     // Saving it writes the same bytes.
     QCOMPARE(m_fixture->sequence->save(), ESTATUS_SUCCESS);
-    QCOMPARE(unsaved->getDatasetType(), 0);
+    QCOMPARE(unsaved->getDatasetType(), int(EDATASET_ACQUIRED));
     const ResultCheck onDisk = check(result);
     QVERIFY2(onDisk.verdict == Verdict::Same && !anyLine(onDisk, "in memory"), told(onDisk).constData());
 }
@@ -174,7 +174,7 @@ void tst_ResultCheckOperand::aResultOfAResultIsTheSame()
     QVERIFY(ResultCheckFixture::edit(m_fixture->folder + "SequenceInfo.txt", last,
                                      last + "Click = " + copy.toUtf8() + "\n"));
     QVERIFY(m_fixture->openAgain());
-    QCOMPARE(m_fixture->sequence->getDataset(copy)->getDatasetType(), 1);
+    QCOMPARE(m_fixture->sequence->getDataset(copy)->getDatasetType(), int(EDATASET_RESULT));
 
     const CVXSDataset *second = m_fixture->makeResult(3, "12", EUNIT_RADIANCE, false, 2, 1);
     QVERIFY(second);

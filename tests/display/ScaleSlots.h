@@ -18,7 +18,7 @@ const QString A = "AB20260102030405", B = "AB20260102030406", POWER_A = "AB20260
 inline void fill(TestStudy &study)
 {
     ClickSpec spec;
-    const auto add = [&](const QString &number, const char *exposure, const char *power, const char *kind) {
+    const auto add = [&](const QString &number, const char *exposure, const char *power, QLatin1String kind) {
         spec.clickNumber = number;
         spec.kind = kind;
         spec.luminescentKeys = {{clickinfo::KEY_EXPOSURE, exposure}};

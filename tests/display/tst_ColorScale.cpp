@@ -237,17 +237,21 @@ void tst_ColorScale::transilluminationIsScanned_data()
     QTest::addColumn<QString>("unit");
     QTest::addColumn<bool>("scanned");
     QTest::newRow("transillumination in efficiency")
-        << clickinfo::KIND_TRANSILLUMINATION << "efficiency" << true;
+        << QString(clickinfo::KIND_TRANSILLUMINATION) << "efficiency" << true;
     QTest::newRow("transillumination in Efficiency")
-        << clickinfo::KIND_TRANSILLUMINATION << "EFFICIENCY" << true;
-    QTest::newRow("transillumination in counts") << clickinfo::KIND_TRANSILLUMINATION << "counts" << false;
-    QTest::newRow("transillumination in radiance") << clickinfo::KIND_TRANSILLUMINATION << RADIANCE << false;
+        << QString(clickinfo::KIND_TRANSILLUMINATION) << "EFFICIENCY" << true;
+    QTest::newRow("transillumination in counts")
+        << QString(clickinfo::KIND_TRANSILLUMINATION) << "counts" << false;
+    QTest::newRow("transillumination in radiance")
+        << QString(clickinfo::KIND_TRANSILLUMINATION) << RADIANCE << false;
     QTest::newRow("transillumination in radiant efficiency")
-        << clickinfo::KIND_TRANSILLUMINATION << RADIANT_EFFICIENCY << false;
+        << QString(clickinfo::KIND_TRANSILLUMINATION) << RADIANT_EFFICIENCY << false;
     QTest::newRow("transfluorescence in efficiency")
-        << clickinfo::KIND_TRANSFLUORESCENT << "efficiency" << false;
-    QTest::newRow("fluorescence in efficiency") << clickinfo::KIND_FLUORESCENT << "efficiency" << false;
-    QTest::newRow("luminescence in efficiency") << clickinfo::KIND_LUMINESCENT << "efficiency" << false;
+        << QString(clickinfo::KIND_TRANSFLUORESCENT) << "efficiency" << false;
+    QTest::newRow("fluorescence in efficiency")
+        << QString(clickinfo::KIND_FLUORESCENT) << "efficiency" << false;
+    QTest::newRow("luminescence in efficiency")
+        << QString(clickinfo::KIND_LUMINESCENT) << "efficiency" << false;
 }
 
 void tst_ColorScale::transilluminationIsScanned()

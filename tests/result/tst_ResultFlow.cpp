@@ -81,7 +81,7 @@ void tst_ResultFlow::theResultIsLoadedAndMarked()
     QVERIFY(result->isModified());
     QVERIFY(result->isImageMathToBeSaved());
     QCOMPARE(result->getColorTable(), VXS_CT_TERRAIN);
-    QCOMPARE(result->getDatasetType(), 1);
+    QCOMPARE(result->getDatasetType(), int(EDATASET_RESULT));
     QVERIFY(!result->isPartOfSequence());
     CILImage counts;
     QCOMPARE(result->getCalibratedLuminImage(EUNIT_COUNTS, &counts, "test"), ESTATUS_SUCCESS);

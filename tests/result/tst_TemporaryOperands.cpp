@@ -44,9 +44,9 @@ void tst_TemporaryOperands::init()
     m_c = addInMemory(CLICK_C, 1000.0f);
     m_d = addInMemory(CLICK_D, 400.0f);
     QVERIFY(m_c && m_d);
-    QCOMPARE(m_c->getDatasetType(), 2);
-    QCOMPARE(m_d->getDatasetType(), 2);
-    QCOMPARE(m_bench->datasetA()->getDatasetType(), 0);
+    QCOMPARE(m_c->getDatasetType(), int(EDATASET_IN_MEMORY));
+    QCOMPARE(m_d->getDatasetType(), int(EDATASET_IN_MEMORY));
+    QCOMPARE(m_bench->datasetA()->getDatasetType(), int(EDATASET_ACQUIRED));
     m_bench->choosePhotograph(QString());
 }
 
@@ -119,8 +119,8 @@ void tst_TemporaryOperands::copiesAreThereWhileTheResultIsWritten()
     QCOMPARE(copyB.pixelAt(1, 0), b == CLICK_C ? 1001.0 : b == CLICK_D ? 401.0 : 10.0);
     QCOMPARE(recordtext::headings(folder + "AnalyzedClickInfo.txt").size(), 10);
     // And the operands are where they were.
-    QCOMPARE(m_c->getDatasetType(), 2);
-    QCOMPARE(m_d->getDatasetType(), 2);
+    QCOMPARE(m_c->getDatasetType(), int(EDATASET_IN_MEMORY));
+    QCOMPARE(m_d->getDatasetType(), int(EDATASET_IN_MEMORY));
     QCOMPARE(m_c->getFolderPath(), QString());
     QCOMPARE(m_d->getFolderPath(), QString());
 }
@@ -184,7 +184,7 @@ void tst_TemporaryOperands::copiesStayOnAFailure()
     QVERIFY(requests().isEmpty());
     QVERIFY(QFile::exists(tempFolder(CLICK_C) + "/" + CLICK_C + "/ClickInfo.txt"));
     QVERIFY(QFile::exists(tempFolder(CLICK_D) + "/" + CLICK_D + "/ClickInfo.txt"));
-    QCOMPARE(m_c->getDatasetType(), 2);
+    QCOMPARE(m_c->getDatasetType(), int(EDATASET_IN_MEMORY));
     // The next run, without a failure, takes them along.
     window()->beforeAnalyzed = nullptr;
     QDir(folder).removeRecursively();
@@ -218,7 +218,7 @@ void tst_TemporaryOperands::whatIsOnlyInMemoryIsStillToBeSaved()
     QVERIFY(m_bench->bound().study().save());
     const QString folder = sequence()->getSequenceInfoPath() + CLICK_C + "/";
     QCOMPARE(m_c->getFolderPath(), folder);
-    QCOMPARE(m_c->getDatasetType(), 0);
+    QCOMPARE(m_c->getDatasetType(), int(EDATASET_ACQUIRED));
     QVERIFY(QFile::exists(folder + "ClickInfo.txt"));
     CILImage saved;
     QCOMPARE(saved.loadTIFF(QFile::encodeName(folder + "luminescent.tif").constData()), EIL_SUCCESS);

@@ -75,7 +75,7 @@ int look(ShownTool &tool)
     QStringList listed;
     for (const SStoredDataset &known : StoredDatasets::instance().list()) {
         listed += QDir(known.folder).dirName();
-        const QString file = known.folder + QString::fromLatin1(clickinfo::FILE_CLICK_INFO);
+        const QString file = known.folder + clickinfo::FILE_CLICK_INFO;
         if (tool.window().datasetLoader()->load(file) != ESTATUS_SUCCESS)
             return wrong(known.clickNumber + QStringLiteral(" is known and does not load"));
         const CVXSDataset *dataset = CVXSDataset::getDataset(known.clickNumber);

@@ -65,7 +65,7 @@ bool safetystudy::addInMemory(CVXSSequenceDataset *sequence, const QString &clic
     for (const tag_eimagetype type : {EIMAGE_LUMINESCENT, EIMAGE_PHOTOGRAPH})
         copy->setCoreImage(type, *made->getCoreImage(type));
     source.close();
-    return sequence->addDataset(copy.get()) && copy.release()->getDatasetType() == 2;
+    return sequence->addDataset(copy.get()) && copy.release()->getDatasetType() == EDATASET_IN_MEMORY;
 }
 
 QMap<QString, QByteArray> hashesBelow(const QString &folder)

@@ -414,8 +414,8 @@ void tst_FailureTables::aPictureThatCannotBeCalibratedIsNoResult()
 {
     QList<ClickSpec> clicks = {specOf(CLICK_A), specOf(CLICK_B)};
     for (ClickSpec &click : clicks) {
-        for (const char *key : {clickinfo::KEY_GAIN, clickinfo::KEY_QUANTUM_EFFICIENCY})
-            click.cameraKeys.insert(QString::fromLatin1(key), QString());
+        for (const QLatin1String key : {clickinfo::KEY_GAIN, clickinfo::KEY_QUANTUM_EFFICIENCY})
+            click.cameraKeys.insert(key, QString());
     }
     FailureBench bench(m_place->path());
     QVERIFY2(bench.start(clicks, QString()), qPrintable(bench.lastError()));

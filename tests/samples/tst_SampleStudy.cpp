@@ -42,11 +42,8 @@ private Q_SLOTS:
 
 private:
     QByteArray hashOf(const QString &folder) const;
-    CVXSDataset *dataset(const char *click) const
-    {
-        return m_sequence->getDataset(QString::fromLatin1(click));
-    }
-    CILImage calibrated(const char *click, tag_edisplayunit unit) const;
+    CVXSDataset *dataset(const QString &click) const { return m_sequence->getDataset(click); }
+    CILImage calibrated(const QString &click, tag_edisplayunit unit) const;
 
     QTemporaryDir m_folder;
     std::unique_ptr<CVXSSequenceDataset> m_sequence;
@@ -81,7 +78,7 @@ QByteArray tst_SampleStudy::hashOf(const QString &folder) const
     return files.size() > 30 ? hash.result() : QByteArray();
 }
 
-CILImage tst_SampleStudy::calibrated(const char *click, tag_edisplayunit unit) const
+CILImage tst_SampleStudy::calibrated(const QString &click, tag_edisplayunit unit) const
 {
     CILImage image;
     dataset(click)->getCalibratedLuminImage(unit, &image, QStringLiteral("tst_SampleStudy"));
@@ -111,19 +108,19 @@ void tst_SampleStudy::everyClickIsThere_data()
     QTest::addColumn<bool>("luminescent");
     QTest::addColumn<bool>("fluorescent");
     QTest::addColumn<bool>("photograph");
-    QTest::newRow(FLUORESCENCE_A) << 0 << false << true << true;
-    QTest::newRow(FLUORESCENCE_B) << 1 << false << true << true;
-    QTest::newRow(LUMINESCENCE_BIN4) << 2 << true << false << true;
-    QTest::newRow(LUMINESCENCE_BIN8) << 3 << true << false << true;
-    QTest::newRow(LUMINESCENCE_FIELD) << 4 << true << false << true;
-    QTest::newRow(LUMINESCENCE_SIZE) << 5 << true << false << true;
-    QTest::newRow(RATIO_A) << 6 << false << true << true;
-    QTest::newRow(RATIO_B_HIGH) << 7 << false << true << true;
-    QTest::newRow(RATIO_B_LOW) << 8 << false << true << true;
-    QTest::newRow(RATIO_B_NO_PHOTO) << 9 << false << true << false;
-    QTest::newRow(PHOTOGRAPH_ONLY) << 10 << false << false << true;
-    QTest::newRow(TRANSILLUMINATION) << 11 << false << true << true;
-    QTest::newRow(OTHER_ANGLE) << 12 << false << true << true;
+    QTest::newRow(FLUORESCENCE_A.data()) << 0 << false << true << true;
+    QTest::newRow(FLUORESCENCE_B.data()) << 1 << false << true << true;
+    QTest::newRow(LUMINESCENCE_BIN4.data()) << 2 << true << false << true;
+    QTest::newRow(LUMINESCENCE_BIN8.data()) << 3 << true << false << true;
+    QTest::newRow(LUMINESCENCE_FIELD.data()) << 4 << true << false << true;
+    QTest::newRow(LUMINESCENCE_SIZE.data()) << 5 << true << false << true;
+    QTest::newRow(RATIO_A.data()) << 6 << false << true << true;
+    QTest::newRow(RATIO_B_HIGH.data()) << 7 << false << true << true;
+    QTest::newRow(RATIO_B_LOW.data()) << 8 << false << true << true;
+    QTest::newRow(RATIO_B_NO_PHOTO.data()) << 9 << false << true << false;
+    QTest::newRow(PHOTOGRAPH_ONLY.data()) << 10 << false << false << true;
+    QTest::newRow(TRANSILLUMINATION.data()) << 11 << false << true << true;
+    QTest::newRow(OTHER_ANGLE.data()) << 12 << false << true << true;
 }
 
 void tst_SampleStudy::everyClickIsThere()
@@ -156,14 +153,14 @@ void tst_SampleStudy::theNoteIsTheLastPairOfItsSection()
 {
     int notes = 0;
     for (const CVXSDataset *found : m_sequence->getDatasets()) {
-        for (const char *key : {clickinfo::SECTION_LUMINESCENT, clickinfo::SECTION_PHOTOGRAPH}) {
-            const CPLSection *section = (*found->getClickInfo())[QString::fromLatin1(key)];
+        for (const QLatin1String key : {clickinfo::SECTION_LUMINESCENT, clickinfo::SECTION_PHOTOGRAPH}) {
+            const CPLSection *section = (*found->getClickInfo())[key];
             if (!section)
                 continue;
             QStringList keys;
             section->getKeyList(&keys);
-            QVERIFY2(keys.last() == QLatin1String(clickinfo::KEY_NOTE), qPrintable(found->getClickNumber()));
-            QCOMPARE(keys.count(QString::fromLatin1(clickinfo::KEY_NOTE)), 1);
+            QVERIFY2(keys.last() == clickinfo::KEY_NOTE, qPrintable(found->getClickNumber()));
+            QCOMPARE(keys.count(clickinfo::KEY_NOTE), 1);
             ++notes;
         }
     }
@@ -172,49 +169,49 @@ void tst_SampleStudy::theNoteIsTheLastPairOfItsSection()
 
 void tst_SampleStudy::keysThatTellClicksApart_data()
 {
-    QTest::addColumn<QByteArray>("click");
-    QTest::addColumn<QByteArray>("key");
+    QTest::addColumn<QString>("click");
+    QTest::addColumn<QString>("key");
     QTest::addColumn<QString>("value");
-    const QByteArray level = clickinfo::KEY_FLUORESCENCE_LEVEL;
-    const QByteArray angle = clickinfo::KEY_IMAGING_ANGLE;
-    QTest::newRow("a ratio's B of high level") << QByteArray(RATIO_B_HIGH) << level << "High";
-    QTest::newRow("the same of low level") << QByteArray(RATIO_B_LOW) << level << "Low";
-    QTest::newRow("the fluorescence pair from above") << QByteArray(FLUORESCENCE_A) << angle << "0";
-    QTest::newRow("the other angle") << QByteArray(OTHER_ANGLE) << angle << "90";
+    const QString level = clickinfo::KEY_FLUORESCENCE_LEVEL;
+    const QString angle = clickinfo::KEY_IMAGING_ANGLE;
+    QTest::newRow("a ratio's B of high level") << QString(RATIO_B_HIGH) << level << "High";
+    QTest::newRow("the same of low level") << QString(RATIO_B_LOW) << level << "Low";
+    QTest::newRow("the fluorescence pair from above") << QString(FLUORESCENCE_A) << angle << "0";
+    QTest::newRow("the other angle") << QString(OTHER_ANGLE) << angle << "90";
 }
 
 void tst_SampleStudy::keysThatTellClicksApart()
 {
-    QFETCH(QByteArray, click);
-    QFETCH(QByteArray, key);
+    QFETCH(QString, click);
+    QFETCH(QString, key);
     QString found;
-    const CPLClickInfo &info = *dataset(click.constData())->getClickInfo();
-    info[QString::fromLatin1(clickinfo::SECTION_LUMINESCENT)]->getValue(QString::fromLatin1(key), &found);
+    const CPLClickInfo &info = *dataset(click)->getClickInfo();
+    info[clickinfo::SECTION_LUMINESCENT]->getValue(key, &found);
     QTEST(found, "value");
 }
 
 void tst_SampleStudy::everyUnitIsThere_data()
 {
-    QTest::addColumn<QByteArray>("click");
+    QTest::addColumn<QString>("click");
     QTest::addColumn<int>("unit");
     QTest::addColumn<bool>("canBeGiven");
-    QTest::newRow("luminescence in radiance") << QByteArray(LUMINESCENCE_BIN4) << int(EUNIT_RADIANCE) << true;
+    QTest::newRow("luminescence in radiance") << QString(LUMINESCENCE_BIN4) << int(EUNIT_RADIANCE) << true;
     QTest::newRow("fluorescence in radiant efficiency")
-        << QByteArray(FLUORESCENCE_A) << int(EUNIT_RADIANT_EFFICIENCY) << true;
+        << QString(FLUORESCENCE_A) << int(EUNIT_RADIANT_EFFICIENCY) << true;
     QTest::newRow("transillumination in efficiency")
-        << QByteArray(TRANSILLUMINATION) << int(EUNIT_EFFICIENCY) << true;
+        << QString(TRANSILLUMINATION) << int(EUNIT_EFFICIENCY) << true;
     QTest::newRow("luminescence has no irradiance")
-        << QByteArray(LUMINESCENCE_BIN4) << int(EUNIT_RADIANT_EFFICIENCY) << false;
+        << QString(LUMINESCENCE_BIN4) << int(EUNIT_RADIANT_EFFICIENCY) << false;
     QTest::newRow("fluorescence has no excitation reference")
-        << QByteArray(FLUORESCENCE_A) << int(EUNIT_EFFICIENCY) << false;
+        << QString(FLUORESCENCE_A) << int(EUNIT_EFFICIENCY) << false;
 }
 
 void tst_SampleStudy::everyUnitIsThere()
 {
-    QFETCH(QByteArray, click);
+    QFETCH(QString, click);
     QFETCH(int, unit);
     QFETCH(bool, canBeGiven);
-    const CILImage image = calibrated(click.constData(), tag_edisplayunit(unit));
+    const CILImage image = calibrated(click, tag_edisplayunit(unit));
     QCOMPARE(!image.isEmpty(), canBeGiven);
     QCOMPARE(image.getMax() > 0.0f, canBeGiven);
 }
@@ -222,32 +219,31 @@ void tst_SampleStudy::everyUnitIsThere()
 void tst_SampleStudy::pairsAreWhatTheyAreFor_data()
 {
     using imagemath::Combination;
-    QTest::addColumn<QByteArray>("a");
-    QTest::addColumn<QByteArray>("b");
+    QTest::addColumn<QString>("a");
+    QTest::addColumn<QString>("b");
     QTest::addColumn<int>("combination");
     QTest::newRow("the fluorescence pair lies on one grid")
-        << QByteArray(FLUORESCENCE_A) << QByteArray(FLUORESCENCE_B) << int(Combination::Possible);
+        << QString(FLUORESCENCE_A) << QString(FLUORESCENCE_B) << int(Combination::Possible);
     QTest::newRow("binning 4 and 8 can be combined")
-        << QByteArray(LUMINESCENCE_BIN4) << QByteArray(LUMINESCENCE_BIN8) << int(Combination::Possible);
+        << QString(LUMINESCENCE_BIN4) << QString(LUMINESCENCE_BIN8) << int(Combination::Possible);
     QTest::newRow("the other field of view cannot be combined")
-        << QByteArray(LUMINESCENCE_BIN4) << QByteArray(LUMINESCENCE_FIELD)
+        << QString(LUMINESCENCE_BIN4) << QString(LUMINESCENCE_FIELD)
         << int(Combination::DifferentFieldOfView);
     QTest::newRow("the other size cannot be combined")
-        << QByteArray(LUMINESCENCE_BIN4) << QByteArray(LUMINESCENCE_SIZE) << int(Combination::DifferentSize);
+        << QString(LUMINESCENCE_BIN4) << QString(LUMINESCENCE_SIZE) << int(Combination::DifferentSize);
 }
 
 void tst_SampleStudy::pairsAreWhatTheyAreFor()
 {
-    QFETCH(QByteArray, a);
-    QFETCH(QByteArray, b);
+    QFETCH(QString, a);
+    QFETCH(QString, b);
     QFETCH(int, combination);
-    const CILImage imageA = calibrated(a.constData(), EUNIT_COUNTS);
-    const CILImage imageB = calibrated(b.constData(), EUNIT_COUNTS);
+    const CILImage imageA = calibrated(a, EUNIT_COUNTS);
+    const CILImage imageB = calibrated(b, EUNIT_COUNTS);
     QVERIFY(!imageA.isEmpty() && !imageB.isEmpty());
-    QCOMPARE(
-        int(imagemath::compareOperands(dataset(a.constData())->getFOVForImage(EIMAGE_LUMINESCENT), imageA,
-                                       dataset(b.constData())->getFOVForImage(EIMAGE_LUMINESCENT), imageB)),
-        combination);
+    QCOMPARE(int(imagemath::compareOperands(dataset(a)->getFOVForImage(EIMAGE_LUMINESCENT), imageA,
+                                            dataset(b)->getFOVForImage(EIMAGE_LUMINESCENT), imageB)),
+             combination);
 }
 
 void tst_SampleStudy::theMainJobLeavesNoiseAlone_data()

@@ -7,20 +7,19 @@
 
 namespace {
 
-CPLSection *section(CPLClickInfo *info, const char *key)
+CPLSection *section(CPLClickInfo *info, QLatin1String key)
 {
-    const QString name = QString::fromLatin1(key);
-    CPLSection *found = (*info)[name];
+    CPLSection *found = (*info)[key];
     if (!found) {
         found = new CPLSection;
-        found->setSectionKey(name);
+        found->setSectionKey(key);
         info->addSection(found);
     }
     return found;
 }
 
 // A section without the keys that a test wants missing has to be made anew: pairs are never removed from one.
-void setKeys(CPLClickInfo *info, const char *sectionKey, const QMap<QString, QString> &defaults,
+void setKeys(CPLClickInfo *info, QLatin1String sectionKey, const QMap<QString, QString> &defaults,
              const QMap<QString, QString> &changes)
 {
     CPLSection *target = section(info, sectionKey);

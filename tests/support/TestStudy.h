@@ -16,7 +16,7 @@ class CVXSSequenceDataset;
 struct ClickSpec
 {
     QString clickNumber;
-    QString kind = QString::fromLatin1(clickinfo::KIND_LUMINESCENT);
+    QString kind = clickinfo::KIND_LUMINESCENT;
     int width = 32;
     int height = 32;
     float binning = 4.0f;

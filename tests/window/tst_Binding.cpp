@@ -221,12 +221,10 @@ void tst_Binding::listFilter_data()
 {
     QTest::addColumn<QString>("kind");
     QTest::addColumn<bool>("listed");
-    QTest::newRow("luminescence is listed") << QString::fromLatin1(clickinfo::KIND_LUMINESCENT) << true;
-    QTest::newRow("fluorescence is listed") << QString::fromLatin1(clickinfo::KIND_FLUORESCENT) << true;
-    QTest::newRow("transfluorescence is listed")
-        << QString::fromLatin1(clickinfo::KIND_TRANSFLUORESCENT) << true;
-    QTest::newRow("transillumination is listed")
-        << QString::fromLatin1(clickinfo::KIND_TRANSILLUMINATION) << true;
+    QTest::newRow("luminescence is listed") << QString(clickinfo::KIND_LUMINESCENT) << true;
+    QTest::newRow("fluorescence is listed") << QString(clickinfo::KIND_FLUORESCENT) << true;
+    QTest::newRow("transfluorescence is listed") << QString(clickinfo::KIND_TRANSFLUORESCENT) << true;
+    QTest::newRow("transillumination is listed") << QString(clickinfo::KIND_TRANSILLUMINATION) << true;
     QTest::newRow("a photograph alone is not") << "photograph" << false;
     QTest::newRow("an X-ray image alone is not") << "xray" << false;
 }

@@ -105,7 +105,7 @@ CROIBase *CROIManager::addROI(const CROIBase &roi)
     d->lastCreated = nullptr;
     const QString complaint = roi.complaint();
     if (!complaint.isNull()) {
-        vxLog(2, tr("%1: the ROI is not added: %2").arg(d->place(), complaint));
+        vxLog(ELOG_WARNING, tr("%1: the ROI is not added: %2").arg(d->place(), complaint));
         return nullptr;
     }
     CROIBase named(roi);
@@ -168,7 +168,7 @@ void CROIManager::reshape(CROIBase *roi, const CROIBase &reshaped)
 {
     const QString complaint = reshaped.complaint();
     if (!complaint.isNull()) {
-        vxLog(2, tr("%1: ROI \"%2\" stays as it is: %3").arg(d->place(), roi->name(), complaint));
+        vxLog(ELOG_WARNING, tr("%1: ROI \"%2\" stays as it is: %3").arg(d->place(), roi->name(), complaint));
         return;
     }
     if (Private::isSameShape(*roi, reshaped))

@@ -23,7 +23,7 @@ void CROIManager::readSection(const CPLSection *section)
         if (d->read(names[i], texts[i], &reason))
             continue;
         d->unreadable.append({names[i], texts[i]});
-        vxLog(3, tr("%1: ROI \"%2\" is left out: %3").arg(d->place(), names[i], reason));
+        vxLog(ELOG_FAILURE, tr("%1: ROI \"%2\" is left out: %3").arg(d->place(), names[i], reason));
     }
     markSaved();
     if (wasSelected)

@@ -57,8 +57,7 @@ QString CROIManager::Private::clickNumber() const
 QString CROIManager::Private::place() const
 {
     const QString folder = dataset ? dataset->getFolderPath() : QString();
-    return folder.isEmpty() ? clickNumber()
-                            : folder + QString::fromLatin1(clickinfo::FILE_ANALYZED_CLICK_INFO);
+    return folder.isEmpty() ? clickNumber() : folder + clickinfo::FILE_ANALYZED_CLICK_INFO;
 }
 
 bool CROIManager::Private::owns(const CROIBase *roi) const

@@ -28,7 +28,7 @@ QHash<QString, CVXSDataset *> &registry()
 bool connectImageMessages()
 {
     CILImage::setMessageHandler(
-        [](int level, const std::string &text) { vxLog(level, QString::fromStdString(text)); });
+        [](int level, const std::string &text) { vxLog(ELOGLEVEL(level), QString::fromStdString(text)); });
     return true;
 }
 
@@ -100,15 +100,14 @@ QString CVXSDataset::getFolderPath() const
 void CVXSDataset::setFolderPath(const QString &path)
 {
     d->folder = datasetfiles::folderPath(path);
-    d->isOnDisk =
-        !d->folder.isEmpty() && QFileInfo(d->folder + QString::fromLatin1(FILE_CLICK_INFO)).isFile();
+    d->isOnDisk = !d->folder.isEmpty() && QFileInfo(d->folder + FILE_CLICK_INFO).isFile();
 }
 
 int CVXSDataset::getDatasetType() const
 {
     if (!d->isOnDisk)
-        return 2;
-    return d->isResult() ? 1 : 0;
+        return EDATASET_IN_MEMORY;
+    return d->isResult() ? EDATASET_RESULT : EDATASET_ACQUIRED;
 }
 
 bool CVXSDataset::isPartOfSequence() const
@@ -155,28 +154,27 @@ QString CVXSDataset::lastError() const
 
 bool CVXSDataset::isLuminescentDataset() const
 {
-    return d->kind() == QLatin1String(KIND_LUMINESCENT);
+    return d->kind() == KIND_LUMINESCENT;
 }
 
 bool CVXSDataset::isFluorescentDataset() const
 {
-    return d->kind() == QLatin1String(KIND_FLUORESCENT) || isTransFluorescentDataset() ||
-           isTransIlluminationDataset();
+    return d->kind() == KIND_FLUORESCENT || isTransFluorescentDataset() || isTransIlluminationDataset();
 }
 
 bool CVXSDataset::isTransFluorescentDataset() const
 {
-    return d->kind() == QLatin1String(KIND_TRANSFLUORESCENT);
+    return d->kind() == KIND_TRANSFLUORESCENT;
 }
 
 bool CVXSDataset::isTransIlluminationDataset() const
 {
-    return d->kind() == QLatin1String(KIND_TRANSILLUMINATION);
+    return d->kind() == KIND_TRANSILLUMINATION;
 }
 
-bool CVXSDataset::Private::hasSection(const char *section) const
+bool CVXSDataset::Private::hasSection(QLatin1String section) const
 {
-    return clickInfo[QString::fromLatin1(section)] != nullptr;
+    return clickInfo[section] != nullptr;
 }
 
 QString CVXSDataset::Private::kind() const
@@ -184,12 +182,12 @@ QString CVXSDataset::Private::kind() const
     if (!hasSection(SECTION_LUMINESCENT))
         return QString();
     const QString kind = textOf(clickInfo, SECTION_LUMINESCENT, KEY_KIND);
-    return kind.isNull() ? QString::fromLatin1(KIND_LUMINESCENT) : kind.toLower();
+    return kind.isNull() ? KIND_LUMINESCENT : kind.toLower();
 }
 
 bool CVXSDataset::Private::isResult() const
 {
-    return !textOf(clickInfo, SECTION_LUMINESCENT, KEY_MATH_OPERATION).isNull();
+    return isMathResult(clickInfo);
 }
 
 // --- corrections ---

@@ -57,7 +57,7 @@ public:
     QString getFolderPath() const;
     /// A folder that holds no ClickInfo.txt, or an empty path, makes the dataset one in memory (type 2).
     void setFolderPath(const QString &path);
-    /// 0 acquired or imported and on disk, 1 a result of image math, 2 only in memory (no files yet).
+    /// One of EDATASETTYPE.
     int getDatasetType() const;
     bool isPartOfSequence() const;
     CVXSSequenceDataset *getSequenceDataset() const;

@@ -51,7 +51,7 @@ ESTATUS CVXSDataset::getCalibratedLuminImage(tag_edisplayunit unit, CILImage *ta
     d->lastError = tr("%1: the luminescent image cannot be given in %2: %3")
                        .arg(datasetfiles::nameFor(d->clickNumber, d->folder),
                             unitName.isEmpty() ? tr("an unknown unit") : unitName, reason);
-    vxLog(3, d->lastError, tr("asked for by %1").arg(caller), int(status));
+    vxLog(ELOG_FAILURE, d->lastError, tr("asked for by %1").arg(caller), int(status));
     return status;
 }
 
@@ -108,8 +108,7 @@ ESTATUS CVXSDataset::Private::unitOfResult(tag_edisplayunit wanted, tag_edisplay
     const QString key = textOf(clickInfo, SECTION_GRAPH_CONTROLS, KEY_INTENSITY_CALIBRATION);
     if (!unitOfKey(key, stored)) {
         *reason = tr("\"%1\" in section \"%2\" is \"%3\", which is no unit")
-                      .arg(QString::fromLatin1(KEY_INTENSITY_CALIBRATION),
-                           QString::fromLatin1(SECTION_GRAPH_CONTROLS), key);
+                      .arg(KEY_INTENSITY_CALIBRATION, SECTION_GRAPH_CONTROLS, key);
         return ESTATUS_BAD_VALUE;
     }
     if (*stored != wanted && (*stored == EUNIT_EFFICIENCY || wanted == EUNIT_EFFICIENCY)) {

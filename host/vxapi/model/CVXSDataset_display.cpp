@@ -69,12 +69,11 @@ void CVXSDataset::Private::readDisplay()
 void CVXSDataset::Private::writeDisplay()
 {
     CPLSection *section = ensureSection(&clickInfo, SECTION_GRAPH_CONTROLS);
-    section->setValue(QString::fromLatin1(KEY_COLOR_TABLE),
-                      QString::fromLatin1(CILPalette::tableName(colorTable)));
-    section->setValue(QString::fromLatin1(KEY_REVERSED), textOfFlag(toolInfo.reversed));
-    section->setValue(QString::fromLatin1(KEY_COLOR_TABLE_LOG), textOfFlag(toolInfo.logarithmic));
-    section->setValue(QString::fromLatin1(KEY_BRIGHTNESS), toolInfo.brightness);
-    section->setValue(QString::fromLatin1(KEY_GAMMA), QString::number(double(toolInfo.gamma), 'g', 9));
+    section->setValue(KEY_COLOR_TABLE, QString::fromLatin1(CILPalette::tableName(colorTable)));
+    section->setValue(KEY_REVERSED, textOfFlag(toolInfo.reversed));
+    section->setValue(KEY_COLOR_TABLE_LOG, textOfFlag(toolInfo.logarithmic));
+    section->setValue(KEY_BRIGHTNESS, toolInfo.brightness);
+    section->setValue(KEY_GAMMA, QString::number(double(toolInfo.gamma), 'g', 9));
     isModified = true;
 }
 

@@ -25,8 +25,8 @@ CILImage *CVXSDataset::getCoreImage(tag_eimagetype type) const
         return image;
     d->lastError = error;
     if (!wasLoaded)
-        vxLog(3, tr("%1: the %2 cannot be read: %3")
-                     .arg(d->clickNumber, tr(DatasetImages::kind(type).name), error));
+        vxLog(ELOG_FAILURE, tr("%1: the %2 cannot be read: %3")
+                                .arg(d->clickNumber, tr(DatasetImages::kind(type).name), error));
     return image;
 }
 
@@ -53,13 +53,13 @@ void CVXSDataset::setCoreImage(tag_eimagetype type, const CILImage &image)
 {
     if (!DatasetImages::isKind(type) || image.isEmpty()) {
         d->lastError = tr("%1: an empty image cannot be set").arg(d->clickNumber);
-        vxLog(3, d->lastError);
+        vxLog(ELOG_FAILURE, d->lastError);
         return;
     }
     d->images.set(type, image, &d->clickInfo);
     if (type == EIMAGE_LUMINESCENT) {
         ensureSection(&d->clickInfo, SECTION_LUMINESCENT)
-            ->setValue(QString::fromLatin1(KEY_BINNING), textOfNumber(double(image.binningFactor())));
+            ->setValue(KEY_BINNING, textOfNumber(double(image.binningFactor())));
     }
     d->isModified = true;
     Q_EMIT calibrationChanged();

@@ -57,7 +57,7 @@ ESTATUS CVXSDataset::MeasureROIAndMakeMeasRecords(bool all)
     if (status != ESTATUS_SUCCESS) {
         if (!error.isEmpty()) {
             d->lastError = error;
-            vxLog(3, error, QString(), int(status));
+            vxLog(ELOG_FAILURE, error, QString(), int(status));
         }
         if (ownsRecords())
             manager->removeDataset(d->clickNumber);
@@ -95,7 +95,7 @@ ESTATUS CVXSDataset::Private::imagesToMeasure(const CVXSDataset &dataset, SMeasu
     if (!(measured->pixelSize > 0.0)) {
         *error = tr("%1: its ROIs cannot be measured: \"%2\" of the luminescent image is missing or not a "
                     "number above 0")
-                     .arg(name, QString::fromLatin1(KEY_FOV));
+                     .arg(name, KEY_FOV);
         return ESTATUS_BAD_VALUE;
     }
     if (unit == EUNIT_COUNTS) {
@@ -108,7 +108,8 @@ ESTATUS CVXSDataset::Private::imagesToMeasure(const CVXSDataset &dataset, SMeasu
     status = calibrated(EUNIT_COUNTS, &measured->counts, &reason);
     if (status != ESTATUS_SUCCESS) {
         measured->counts = CILImage();
-        vxLog(2, tr("%1: its ROIs have no total counts: %2").arg(name, reason), caller, int(status));
+        vxLog(ELOG_WARNING, tr("%1: its ROIs have no total counts: %2").arg(name, reason), caller,
+              int(status));
     }
     return ESTATUS_SUCCESS;
 }

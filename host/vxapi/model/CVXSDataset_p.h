@@ -29,7 +29,7 @@ class CVXSDataset::Private
 public:
     explicit Private(const QString &number) : clickNumber(number) {}
 
-    bool hasSection(const char *section) const;
+    bool hasSection(QLatin1String section) const;
     QString kind() const;
     bool isResult() const;
     bool isStoredFlatFieldCorrected() const;

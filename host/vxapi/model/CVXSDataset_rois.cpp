@@ -23,7 +23,7 @@ CROIManager *CVXSDataset::roiManager() const
 
 QString CVXSDataset::Private::roiFile() const
 {
-    return folder.isEmpty() ? QString() : folder + QString::fromLatin1(FILE_ANALYZED_CLICK_INFO);
+    return folder.isEmpty() ? QString() : folder + FILE_ANALYZED_CLICK_INFO;
 }
 
 void CVXSDataset::Private::readRois()
@@ -33,7 +33,7 @@ void CVXSDataset::Private::readRois()
     // A damaged file is told in the log, and saveAnalyzed() leaves it alone.
     const bool isRead =
         QFileInfo(roisOf).isFile() && analyzed.loadClickInfo(roisOf, false) == ESTATUS_SUCCESS;
-    rois->readSection(isRead ? analyzed[QString::fromLatin1(SECTION_ROIS)] : nullptr);
+    rois->readSection(isRead ? analyzed[SECTION_ROIS] : nullptr);
 }
 
 bool CVXSDataset::Private::areRoisToBeWritten() const

@@ -29,7 +29,7 @@ CVXSDataset *CVXSDataset::open(const QString &folder, ESTATUS *status, QString *
 
 ESTATUS CVXSDataset::Private::load(const QString &path, QString *error)
 {
-    const QString file = path + QString::fromLatin1(FILE_CLICK_INFO);
+    const QString file = path + FILE_CLICK_INFO;
     const ESTATUS status = clickInfo.loadClickInfo(file, false);
     if (status != ESTATUS_SUCCESS) {
         *error = clickInfo.lastError();
@@ -53,21 +53,22 @@ ESTATUS CVXSDataset::Private::load(const QString &path, QString *error)
     QStringList refused;
     images.scan(clickInfo, folder, &refused);
     for (const QString &reason : qAsConst(refused))
-        vxLog(3, file + QStringLiteral(": ") + reason);
+        vxLog(ELOG_FAILURE, file + QStringLiteral(": ") + reason);
     if (images.isPresent(EIMAGE_LUMINESCENT) &&
         !(numberOf(clickInfo, SECTION_LUMINESCENT, KEY_BINNING) >= 1.0)) {
-        vxLog(3, file + QStringLiteral(": ") +
-                     tr("\"%1\" of the luminescent image is missing or not a number of 1 or more; it is "
-                        "taken as 1")
-                         .arg(QString::fromLatin1(KEY_BINNING)));
+        vxLog(ELOG_FAILURE,
+              file + QStringLiteral(": ") +
+                  tr("\"%1\" of the luminescent image is missing or not a number of 1 or more; it is "
+                     "taken as 1")
+                      .arg(KEY_BINNING));
     }
     if (images.isPresent(EIMAGE_LUMINESCENT) && !(numberOf(clickInfo, SECTION_LUMINESCENT, KEY_FOV) > 0.0)) {
         vxLog(
-            2,
+            ELOG_WARNING,
             file + QStringLiteral(": ") +
                 tr("\"%1\" of the luminescent image is missing or not a number above 0; the image cannot be "
                    "combined with others")
-                    .arg(QString::fromLatin1(KEY_FOV)));
+                    .arg(KEY_FOV));
     }
     readDisplay();
     return ESTATUS_SUCCESS;
@@ -81,7 +82,8 @@ ESTATUS CVXSDataset::saveDatasetAs(const QString &folder)
     if (status != ESTATUS_SUCCESS) {
         d->lastError =
             target.isEmpty() ? tr("%1: no folder to save it in is named").arg(d->clickNumber) : error;
-        vxLog(3, tr("%1 is not saved: %2").arg(d->clickNumber, d->lastError), QString(), int(status));
+        vxLog(ELOG_FAILURE, tr("%1 is not saved: %2").arg(d->clickNumber, d->lastError), QString(),
+              int(status));
         return status;
     }
     d->folder = target;
@@ -100,7 +102,8 @@ ESTATUS CVXSDataset::saveCopy(const QString &folder) const
     const ESTATUS status = target.isEmpty() ? ESTATUS_BAD_NAME : d->saveTo(target, &error);
     if (status != ESTATUS_SUCCESS) {
         d->lastError = error;
-        vxLog(3, tr("No copy of %1 is saved: %2").arg(d->clickNumber, error), QString(), int(status));
+        vxLog(ELOG_FAILURE, tr("No copy of %1 is saved: %2").arg(d->clickNumber, error), QString(),
+              int(status));
     }
     return status;
 }
@@ -116,7 +119,7 @@ ESTATUS CVXSDataset::Private::saveTo(const QString &target, QString *error)
         status = copyOtherFiles(target, error);
     if (status != ESTATUS_SUCCESS)
         return status;
-    status = clickInfo.saveClickInfo(target + QString::fromLatin1(FILE_CLICK_INFO));
+    status = clickInfo.saveClickInfo(target + FILE_CLICK_INFO);
     if (status != ESTATUS_SUCCESS) {
         *error = clickInfo.lastError();
         return status;
@@ -129,7 +132,7 @@ ESTATUS CVXSDataset::Private::copyOtherFiles(const QString &target, QString *err
 {
     if (folder.isEmpty() || datasetfiles::isSame(folder, target))
         return ESTATUS_SUCCESS;
-    QStringList own = {QString::fromLatin1(FILE_CLICK_INFO), QString::fromLatin1(FILE_ANALYZED_CLICK_INFO)};
+    QStringList own = {FILE_CLICK_INFO, FILE_ANALYZED_CLICK_INFO};
     for (const SImageKind &kind : DatasetImages::kinds()) {
         if (images.isPresent(kind.type))
             own += images.fileName(kind.type);
@@ -140,7 +143,7 @@ ESTATUS CVXSDataset::Private::copyOtherFiles(const QString &target, QString *err
 // Written last: a folder that has it is complete.
 ESTATUS CVXSDataset::Private::saveAnalyzed(const QString &target, QString *error) const
 {
-    const QString name = QString::fromLatin1(FILE_ANALYZED_CLICK_INFO);
+    const QString name = FILE_ANALYZED_CLICK_INFO;
     const bool isThere = !folder.isEmpty() && QFileInfo(folder + name).isFile();
     if (isThere && !areRoisToBeWritten()) {
         return datasetfiles::isSame(folder, target)

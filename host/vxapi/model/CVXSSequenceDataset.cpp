@@ -109,7 +109,7 @@ bool CVXSSequenceDataset::isModified() const
     const QList<CVXSDataset *> datasets = getDatasets();
     return d->isModified || d->folder.isEmpty() ||
            std::any_of(datasets.begin(), datasets.end(), [](const CVXSDataset *dataset) {
-               return dataset->isModified() || dataset->getDatasetType() == 2;
+               return dataset->isModified() || dataset->getDatasetType() == EDATASET_IN_MEMORY;
            });
 }
 
@@ -211,7 +211,7 @@ bool CVXSSequenceDataset::addDataset(CVXSDataset *dataset, int position)
         reason = tr("a dataset of this click number is open already");
     if (!reason.isEmpty()) {
         d->lastError = who + reason;
-        vxLog(3, d->lastError);
+        vxLog(ELOG_FAILURE, d->lastError);
         return false;
     }
     const int end = d->entries.size();

@@ -35,7 +35,7 @@ private:
 
 QString infoFile(const QString &folder)
 {
-    return folder + QString::fromLatin1(FILE_SEQUENCE_INFO);
+    return folder + FILE_SEQUENCE_INFO;
 }
 
 /// Reads SequenceInfo.txt and the ID in it. `error` receives "file: reason".
@@ -57,11 +57,11 @@ ESTATUS readSequenceInfo(const QString &folder, CPLClickInfo *info, QString *id,
         *error = info->lastError();
         return status;
     }
-    const CPLSection *section = (*info)[QString::fromLatin1(SECTION_SEQUENCE)];
+    const CPLSection *section = (*info)[SECTION_SEQUENCE];
     if (!section) {
         return failed(ESTATUS_NOT_SEQUENCE, file,
                       CVXSSequenceDataset::tr("it has no section \"%1\", so the folder is not a sequence")
-                          .arg(QString::fromLatin1(SECTION_SEQUENCE)));
+                          .arg(SECTION_SEQUENCE));
     }
     section->getSectionName(id, false);
     if (!CVXUtilityFns::isSafeFileName(*id)) {
@@ -114,8 +114,8 @@ void CVXSSequenceDataset::Private::readInfo(const CPLClickInfo &info)
     const QString unit = textOf(info, SECTION_SEQUENCE, KEY_ACTIVE_UNIT);
     hasActiveUnit = unitOfKey(unit, &activeUnit);
     if (!hasActiveUnit && !unit.isNull()) {
-        vxLog(3, folder + QString::fromLatin1(FILE_SEQUENCE_INFO) + QStringLiteral(": ") +
-                     tr("\"%1\" is no unit; the unit of the first dataset is taken").arg(unit));
+        vxLog(ELOG_FAILURE, folder + FILE_SEQUENCE_INFO + QStringLiteral(": ") +
+                                tr("\"%1\" is no unit; the unit of the first dataset is taken").arg(unit));
     }
     const QByteArray table = textOf(info, SECTION_SEQUENCE, KEY_COLOR_TABLE).toUtf8();
     adjust.colorTable = CILPalette::tableOfName(table.constData(), adjust.colorTable);
@@ -131,7 +131,7 @@ void CVXSSequenceDataset::Private::readInfo(const CPLClickInfo &info)
 
 void CVXSSequenceDataset::Private::openClicks(const CPLClickInfo &info, QStringList *warnings)
 {
-    const CPLSection *section = info[QString::fromLatin1(SECTION_SEQUENCE_CLICKS)];
+    const CPLSection *section = info[SECTION_SEQUENCE_CLICKS];
     if (!section)
         return;
     QStringList keys;
@@ -139,7 +139,7 @@ void CVXSSequenceDataset::Private::openClicks(const CPLClickInfo &info, QStringL
     section->getKeyList(&keys);
     section->getValueList(&values);
     for (int i = 0; i < keys.size(); ++i) {
-        if (keys.at(i) != QLatin1String(KEY_CLICK))
+        if (keys.at(i) != KEY_CLICK)
             continue;
         const QString &clickNumber = values.at(i);
         const bool isListed = indexOf(clickNumber) >= 0;
@@ -152,7 +152,7 @@ void CVXSSequenceDataset::Private::openClicks(const CPLClickInfo &info, QStringL
             dataset = openClick(clickNumber, &reason);
         if (!dataset) {
             const QString warning = clickNumber + QStringLiteral(": ") + reason;
-            vxLog(3, warning, id);
+            vxLog(ELOG_FAILURE, warning, id);
             if (warnings)
                 *warnings += warning;
         }
@@ -180,7 +180,7 @@ CVXSDataset *CVXSSequenceDataset::Private::openClick(const QString &clickNumber,
     if (!dataset)
         return nullptr;
     if (dataset->getClickNumber() != clickNumber) {
-        *reason = path + QString::fromLatin1(FILE_CLICK_INFO) + QStringLiteral(": ") +
+        *reason = path + FILE_CLICK_INFO + QStringLiteral(": ") +
                   tr("it is that of another click number, \"%1\"").arg(dataset->getClickNumber());
         return nullptr;
     }
@@ -230,7 +230,7 @@ ESTATUS CVXSSequenceDataset::save(const QString &parentFolder)
 ESTATUS CVXSSequenceDataset::Private::fail(ESTATUS status, const QString &error)
 {
     lastError = error;
-    vxLog(3, tr("The sequence %1 is not saved: %2").arg(id, error), QString(), int(status));
+    vxLog(ELOG_FAILURE, tr("The sequence %1 is not saved: %2").arg(id, error), QString(), int(status));
     return status;
 }
 
@@ -242,13 +242,13 @@ ESTATUS CVXSSequenceDataset::Private::saveDatasets(const QString &target)
         if (!dataset)
             continue;
         const QString path = target + entries.at(i).clickNumber + QLatin1Char('/');
-        const bool isThere =
-            dataset->getDatasetType() != 2 && datasetfiles::isSame(dataset->getFolderPath(), path);
+        const bool isThere = dataset->getDatasetType() != EDATASET_IN_MEMORY &&
+                             datasetfiles::isSame(dataset->getFolderPath(), path);
         if (isThere && !dataset->isModified())
             continue;
         CPLSection *section = ensureSection(dataset->getClickInfo(), SECTION_CLICK_NUMBER);
-        section->setValue(QString::fromLatin1(KEY_SEQUENCE_ID), id);
-        section->setValue(QString::fromLatin1(KEY_CLICK_INDEX), i);
+        section->setValue(KEY_SEQUENCE_ID, id);
+        section->setValue(KEY_CLICK_INDEX, i);
         const ESTATUS status = dataset->saveDatasetAs(path);
         if (status != ESTATUS_SUCCESS)
             return fail(status, dataset->lastError());
@@ -258,21 +258,20 @@ ESTATUS CVXSSequenceDataset::Private::saveDatasets(const QString &target)
 
 void CVXSSequenceDataset::Private::writeInfo(CPLClickInfo *info) const
 {
-    const auto text = [](const char *key) { return QString::fromLatin1(key); };
     CPLSection *section = ensureSection(info, SECTION_SEQUENCE);
     section->setSectionName(id);
-    section->setValue(text(KEY_VERSION), CVXPreference::getAppVersion());
+    section->setValue(KEY_VERSION, CVXPreference::getAppVersion());
     if (hasActiveUnit)
-        section->setValue(text(KEY_ACTIVE_UNIT), unitKey(activeUnit));
-    section->setValue(text(KEY_COLOR_TABLE), text(CILPalette::tableName(adjust.colorTable)));
-    section->setValue(text(KEY_REVERSED), textOfFlag(toolInfo.reversed));
-    section->setValue(text(KEY_COLOR_TABLE_LOG), textOfFlag(toolInfo.logarithmic));
-    section->setValue(text(KEY_BRIGHTNESS), toolInfo.brightness);
-    section->setValue(text(KEY_GAMMA), QString::number(double(toolInfo.gamma), 'g', 9));
-    section->setValue(text(KEY_TRANSILLUM_OVERVIEW), textOfFlag(isTransIllumOverview));
-    section->setValue(text(KEY_3D_SCENE_ONLY), textOfFlag(is3DSceneOnly));
+        section->setValue(KEY_ACTIVE_UNIT, unitKey(activeUnit));
+    section->setValue(KEY_COLOR_TABLE, QLatin1String(CILPalette::tableName(adjust.colorTable)));
+    section->setValue(KEY_REVERSED, textOfFlag(toolInfo.reversed));
+    section->setValue(KEY_COLOR_TABLE_LOG, textOfFlag(toolInfo.logarithmic));
+    section->setValue(KEY_BRIGHTNESS, toolInfo.brightness);
+    section->setValue(KEY_GAMMA, QString::number(double(toolInfo.gamma), 'g', 9));
+    section->setValue(KEY_TRANSILLUM_OVERVIEW, textOfFlag(isTransIllumOverview));
+    section->setValue(KEY_3D_SCENE_ONLY, textOfFlag(is3DSceneOnly));
 
     CPLSection *clicks = ensureSection(info, SECTION_SEQUENCE_CLICKS);
     for (const Entry &entry : entries)
-        clicks->addKeyValue(text(KEY_CLICK), entry.clickNumber);
+        clicks->addKeyValue(KEY_CLICK, entry.clickNumber);
 }

@@ -28,7 +28,7 @@ public:
     Constants(const CPLClickInfo &info, QString *reason) : m_info(info), m_reason(reason) {}
 
     /// A constant above 0 and at most `most`.
-    double fraction(const char *section, const char *key, double most = NO_LIMIT)
+    double fraction(QLatin1String section, QLatin1String key, double most = NO_LIMIT)
     {
         const double value = numberOf(m_info, section, key);
         if (value > 0.0 && value <= most)
@@ -40,20 +40,19 @@ public:
     }
 
     /// A constant of at least 1.
-    double atLeastOne(const char *section, const char *key)
+    double atLeastOne(QLatin1String section, QLatin1String key)
     {
         const double value = numberOf(m_info, section, key);
         return value >= 1.0 ? value : refused(section, key, translated("it has to be a number of 1 or more"));
     }
 
 private:
-    double refused(const char *section, const char *key, const QString &needs)
+    double refused(QLatin1String section, QLatin1String key, const QString &needs)
     {
         if (m_reason && m_reason->isEmpty()) {
             const QString value = textOf(m_info, section, key);
             const QString is = value.isNull() ? translated("is missing") : translated("is \"%1\"").arg(value);
-            *m_reason = translated("\"%1\" in section \"%2\" %3; %4")
-                            .arg(QString::fromLatin1(key), QString::fromLatin1(section), is, needs);
+            *m_reason = translated("\"%1\" in section \"%2\" %3; %4").arg(key, section, is, needs);
         }
         return std::numeric_limits<double>::quiet_NaN();
     }

@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/ClickInfoValues.h"
 
+#include "host/vxapi/model/ClickInfoKeys.h"
 #include "host/vxparser/CPLClickInfo.h"
 
 #include <cmath>
 #include <limits>
 #include <QLocale>
 
-CPLSection *clickinfo::ensureSection(CPLClickInfo *info, const char *section)
+CPLSection *clickinfo::ensureSection(CPLClickInfo *info, QLatin1String section)
 {
-    const QString key = QString::fromLatin1(section);
+    const QString key = section;
     CPLSection *found = (*info)[key];
     if (!found) {
         found = new CPLSection;
@@ -19,24 +20,29 @@ CPLSection *clickinfo::ensureSection(CPLClickInfo *info, const char *section)
     return found;
 }
 
-QString clickinfo::textOf(const CPLClickInfo &info, const char *section, const char *key)
+QString clickinfo::textOf(const CPLClickInfo &info, QLatin1String section, QLatin1String key)
 {
     QString value;
-    if (const CPLSection *found = info[QString::fromLatin1(section)])
-        found->getValue(QString::fromLatin1(key), &value);
+    if (const CPLSection *found = info[section])
+        found->getValue(key, &value);
     return value;
 }
 
-bool clickinfo::flagOf(const CPLClickInfo &info, const char *section, const char *key)
+bool clickinfo::flagOf(const CPLClickInfo &info, QLatin1String section, QLatin1String key)
 {
     return textOf(info, section, key) == QLatin1String("1");
 }
 
-double clickinfo::numberOf(const CPLClickInfo &info, const char *section, const char *key)
+double clickinfo::numberOf(const CPLClickInfo &info, QLatin1String section, QLatin1String key)
 {
     bool isNumber = false;
     const double value = textOf(info, section, key).toDouble(&isNumber); // C locale, whatever the system's
     return isNumber && std::isfinite(value) ? value : std::numeric_limits<double>::quiet_NaN();
+}
+
+bool clickinfo::isMathResult(const CPLClickInfo &info)
+{
+    return !textOf(info, SECTION_LUMINESCENT, KEY_MATH_OPERATION).isNull();
 }
 
 QString clickinfo::textOfNumber(double value)

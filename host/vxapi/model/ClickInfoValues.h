@@ -12,14 +12,17 @@ class CPLSection;
 namespace clickinfo {
 
 /// The first section with that key, appended when the record has none.
-VXAPI_EXPORT CPLSection *ensureSection(CPLClickInfo *info, const char *section);
+VXAPI_EXPORT CPLSection *ensureSection(CPLClickInfo *info, QLatin1String section);
 
 /// The value of a key; a null text when section or key is missing.
-VXAPI_EXPORT QString textOf(const CPLClickInfo &info, const char *section, const char *key);
+VXAPI_EXPORT QString textOf(const CPLClickInfo &info, QLatin1String section, QLatin1String key);
 /// True for "1" alone.
-VXAPI_EXPORT bool flagOf(const CPLClickInfo &info, const char *section, const char *key);
+VXAPI_EXPORT bool flagOf(const CPLClickInfo &info, QLatin1String section, QLatin1String key);
 /// NaN when section or key is missing or the value is no finite number.
-VXAPI_EXPORT double numberOf(const CPLClickInfo &info, const char *section, const char *key);
+VXAPI_EXPORT double numberOf(const CPLClickInfo &info, QLatin1String section, QLatin1String key);
+
+/// Whether the record is that of a result of image math: a computed image, made by no camera.
+VXAPI_EXPORT bool isMathResult(const CPLClickInfo &info);
 
 /// The shortest text that reads back as the same number.
 VXAPI_EXPORT QString textOfNumber(double value);

@@ -52,9 +52,9 @@ ESTATUS datasetfiles::checkFiles(const QString &folder, SFolderContent *content,
 {
     CPLClickInfo info;
     CPLClickInfo analyzed;
-    ESTATUS status = readRecord(folder + QString::fromLatin1(FILE_CLICK_INFO), &info, error);
+    ESTATUS status = readRecord(folder + FILE_CLICK_INFO, &info, error);
     if (status == ESTATUS_SUCCESS)
-        status = readRecord(folder + QString::fromLatin1(FILE_ANALYZED_CLICK_INFO), &analyzed, error);
+        status = readRecord(folder + FILE_ANALYZED_CLICK_INFO, &analyzed, error);
     if (status != ESTATUS_SUCCESS)
         return status;
 
@@ -62,7 +62,7 @@ ESTATUS datasetfiles::checkFiles(const QString &folder, SFolderContent *content,
     QStringList refused;
     images.scan(info, folder, &refused);
     if (!refused.isEmpty())
-        return incomplete(folder + QString::fromLatin1(FILE_CLICK_INFO),
+        return incomplete(folder + FILE_CLICK_INFO,
                           refused.first() + translated("; the dataset is not complete"), error);
     for (const SImageKind &kind : DatasetImages::kinds()) {
         if (images.isPresent(kind.type) &&
@@ -74,11 +74,11 @@ ESTATUS datasetfiles::checkFiles(const QString &folder, SFolderContent *content,
     }
     if (!content)
         return ESTATUS_SUCCESS;
-    if (const CPLSection *section = info[QString::fromLatin1(SECTION_CLICK_NUMBER)])
+    if (const CPLSection *section = info[SECTION_CLICK_NUMBER])
         section->getSectionName(&content->clickNumber, false);
     if (content->clickNumber.isNull())
         content->clickNumber = folderName(folder);
-    content->isResult = !textOf(info, SECTION_LUMINESCENT, KEY_MATH_OPERATION).isNull();
+    content->isResult = isMathResult(info);
     return ESTATUS_SUCCESS;
 }
 

@@ -39,8 +39,7 @@ QString datasetfiles::nameFor(const QString &clickNumber, const QString &folder)
 {
     if (folder.isEmpty())
         return clickNumber;
-    return QStringLiteral("%1 (%2%3)")
-        .arg(clickNumber, folder, QString::fromLatin1(clickinfo::FILE_CLICK_INFO));
+    return QStringLiteral("%1 (%2%3)").arg(clickNumber, folder, clickinfo::FILE_CLICK_INFO);
 }
 
 bool datasetfiles::isSame(const QString &a, const QString &b)

@@ -25,7 +25,7 @@ QString nameOf(const CPLSection &section, const SImageKind &kind)
 {
     QString name;
     section.getSectionName(&name, false);
-    return name.isEmpty() ? QString::fromLatin1(kind.fileName) : name;
+    return name.isEmpty() ? QString(kind.fileName) : name;
 }
 
 } // namespace
@@ -36,10 +36,10 @@ const std::array<SImageKind, DatasetImages::COUNT> &DatasetImages::kinds()
     static const std::array<SImageKind, COUNT> all = {{
         {EIMAGE_PHOTOGRAPH, SECTION_PHOTOGRAPH, FILE_PHOTOGRAPH, "photograph"},
         {EIMAGE_LUMINESCENT, SECTION_LUMINESCENT, FILE_LUMINESCENT, "luminescent image"},
-        {EIMAGE_XRAY, SECTION_XRAY, "xray.tif", "X-ray image"},
-        {EIMAGE_FLATFIELD, SECTION_FLATFIELD, "flatfield.tif", "flat-field image"},
-        {EIMAGE_BACKGROUND, SECTION_BACKGROUND, "background.tif", "background image"},
-        {EIMAGE_EXCITATION, SECTION_EXCITATION, "excitation.tif", "excitation reference"},
+        {EIMAGE_XRAY, SECTION_XRAY, FILE_XRAY, "X-ray image"},
+        {EIMAGE_FLATFIELD, SECTION_FLATFIELD, FILE_FLATFIELD, "flat-field image"},
+        {EIMAGE_BACKGROUND, SECTION_BACKGROUND, FILE_BACKGROUND, "background image"},
+        {EIMAGE_EXCITATION, SECTION_EXCITATION, FILE_EXCITATION, "excitation reference"},
     }};
     return all;
 }
@@ -52,16 +52,16 @@ const SImageKind &DatasetImages::kind(tag_eimagetype type)
 void DatasetImages::scan(const CPLClickInfo &info, const QString &folder, QStringList *refused)
 {
     // The tool writes a result's images under these names, whatever the operand's were called.
-    const bool isResult = !textOf(info, SECTION_LUMINESCENT, KEY_MATH_OPERATION).isNull();
+    const bool isResult = isMathResult(info);
     for (const SImageKind &kind : kinds()) {
         Slot &found = slot(kind.type);
         found = Slot();
-        found.fileName = QString::fromLatin1(kind.fileName);
+        found.fileName = kind.fileName;
         m_list.setPresent(kind.type, false);
-        const CPLSection *section = info[QString::fromLatin1(kind.section)];
+        const CPLSection *section = info[kind.section];
         if (!section)
             continue;
-        const QString name = isResult ? QString::fromLatin1(kind.fileName) : nameOf(*section, kind);
+        const QString name = isResult ? QString(kind.fileName) : nameOf(*section, kind);
         if (!CVXUtilityFns::isSafeFileName(name)) {
             *refused += translated("\"%1\" is refused as the file of the %2: it is not a plain file name")
                             .arg(name, translated(kind.name));
@@ -110,7 +110,7 @@ void DatasetImages::set(tag_eimagetype type, const CILImage &image, CPLClickInfo
     const QString name = nameOf(*section, kind(type));
     Slot &changed = slot(type);
     changed = Slot();
-    changed.fileName = CVXUtilityFns::isSafeFileName(name) ? name : QString::fromLatin1(kind(type).fileName);
+    changed.fileName = CVXUtilityFns::isSafeFileName(name) ? name : QString(kind(type).fileName);
     section->setSectionName(changed.fileName);
     changed.image = std::make_unique<CILImage>(image);
     m_list.setPresent(type, true);

@@ -17,9 +17,9 @@ class CPLClickInfo;
 struct SImageKind
 {
     tag_eimagetype type;
-    const char *section;  ///< of ClickInfo
-    const char *fileName; ///< unless the section's name says otherwise
-    const char *name;     ///< for messages
+    QLatin1String section;  ///< of ClickInfo
+    QLatin1String fileName; ///< unless the section's name says otherwise
+    const char *name;       ///< for messages
 };
 
 /// The stored images of a dataset: which there are, in which files, and their pixels once they were asked

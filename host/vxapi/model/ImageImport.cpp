@@ -29,24 +29,19 @@ QString translated(const char *text)
     return QCoreApplication::translate("ImageImport", text);
 }
 
-QString text(const char *key)
-{
-    return QString::fromLatin1(key);
-}
-
 /// "setting: reason" of the first setting that is not usable; empty when all are.
 QString refusal(const SImportSettings &settings)
 {
-    const auto refused = [](const char *key, const QString &reason) {
-        return text(key) + QStringLiteral(": ") + reason;
+    const auto refused = [](QLatin1String key, const QString &reason) {
+        return key + QStringLiteral(": ") + reason;
     };
-    const QStringList kinds = {text(KIND_LUMINESCENT), text(KIND_FLUORESCENT), text(KIND_TRANSFLUORESCENT),
-                               text(KIND_TRANSILLUMINATION)};
+    const QStringList kinds = {KIND_LUMINESCENT, KIND_FLUORESCENT, KIND_TRANSFLUORESCENT,
+                               KIND_TRANSILLUMINATION};
     if (!settings.kind.isEmpty() && !kinds.contains(settings.kind))
         return refused(KEY_KIND, translated("\"%1\" is no kind of acquisition").arg(settings.kind));
     struct SAboveZero
     {
-        const char *key;
+        QLatin1String key;
         double value;
         double most;
     };
@@ -103,17 +98,17 @@ ESTATUS read(const QString &path, CILImage *image, QString *error)
     return statusOf(status);
 }
 
-void setNumber(CPLSection *section, const char *key, double value)
+void setNumber(CPLSection *section, QLatin1String key, double value)
 {
-    section->setValue(text(key), textOfNumber(value));
+    section->setValue(key, textOfNumber(value));
 }
 
 /// What luminescent image and photograph have in common.
 void describe(CPLSection *section, const QString &path, const SImportSettings &settings, double binning)
 {
-    section->setValue(text(KEY_IMPORTED_FROM), QFileInfo(path).fileName());
+    section->setValue(KEY_IMPORTED_FROM, QFileInfo(path).fileName());
     if (!settings.acquisitionDate.isEmpty())
-        section->setValue(text(KEY_ACQUISITION_DATE), settings.acquisitionDate);
+        section->setValue(KEY_ACQUISITION_DATE, settings.acquisitionDate);
     setNumber(section, KEY_BINNING, binning);
     setNumber(section, KEY_FOV, settings.fieldOfView);
 }
@@ -121,7 +116,7 @@ void describe(CPLSection *section, const QString &path, const SImportSettings &s
 /// The note is the last pair of its section: what a tool adds is found before it.
 void addNote(CPLSection *section, double binning)
 {
-    section->addKeyValue(text(KEY_NOTE), QStringLiteral("Binning Factor=%1;").arg(textOfNumber(binning)));
+    section->addKeyValue(KEY_NOTE, QStringLiteral("Binning Factor=%1;").arg(textOfNumber(binning)));
 }
 
 void addLuminescent(CVXSDataset *dataset, CILImage image, const QString &path,
@@ -131,14 +126,14 @@ void addLuminescent(CVXSDataset *dataset, CILImage image, const QString &path,
     dataset->setCoreImage(EIMAGE_LUMINESCENT, image);
     CPLSection *section = ensureSection(dataset->getClickInfo(), SECTION_LUMINESCENT);
     describe(section, path, settings, settings.binning);
-    section->setValue(text(KEY_KIND), settings.kind.isEmpty() ? text(KIND_LUMINESCENT) : settings.kind);
+    section->setValue(KEY_KIND, settings.kind.isEmpty() ? KIND_LUMINESCENT : settings.kind);
     setNumber(section, KEY_EXPOSURE, settings.exposure);
     setNumber(section, KEY_FNUMBER, settings.fNumber);
     setNumber(section, KEY_TRANSMISSION, settings.transmission);
     if (settings.excitationIrradiance > 0.0)
         setNumber(section, KEY_EXCITATION_IRRADIANCE, settings.excitationIrradiance);
     if (!settings.imagingAngle.isEmpty())
-        section->setValue(text(KEY_IMAGING_ANGLE), settings.imagingAngle);
+        section->setValue(KEY_IMAGING_ANGLE, settings.imagingAngle);
     addNote(section, settings.binning);
 
     const double sensorWidth =
@@ -193,7 +188,7 @@ std::unique_ptr<CVXSDataset> importImages(const QString &clickNumber, const QStr
 
     auto dataset = std::make_unique<CVXSDataset>(clickNumber);
     ensureSection(dataset->getClickInfo(), SECTION_CLICK_NUMBER)
-        ->setValue(text(KEY_VERSION), CVXPreference::getAppVersion());
+        ->setValue(KEY_VERSION, CVXPreference::getAppVersion());
     addLuminescent(dataset.get(), luminescent, luminescentPath, settings);
     if (!photograph.isEmpty())
         addPhotograph(dataset.get(), photograph, photographPath, settings,

@@ -13,25 +13,20 @@ using namespace clickinfo;
 
 namespace {
 
-constexpr std::array<const char *, 5> SHAPES = {ROI_RECTANGLE, ROI_ELLIPSE, ROI_POLYGON, ROI_FREEHAND,
-                                                ROI_GRID}; // in the order of EROISHAPE
-constexpr std::array<const char *, 2> KINDS = {ROI_MEASUREMENT, ROI_BACKGROUND};
+constexpr std::array<QLatin1String, 5> SHAPES = {ROI_RECTANGLE, ROI_ELLIPSE, ROI_POLYGON, ROI_FREEHAND,
+                                                 ROI_GRID}; // in the order of EROISHAPE
+constexpr std::array<QLatin1String, 2> KINDS = {ROI_MEASUREMENT, ROI_BACKGROUND};
 
 using Fields = QMap<QString, QString>;
-
-QString latin1(const char *text)
-{
-    return QString::fromLatin1(text);
-}
 
 QString tr(const char *source)
 {
     return QCoreApplication::translate("ROI", source);
 }
 
-QString field(const char *key, const QString &value)
+QString field(QLatin1String key, const QString &value)
 {
-    return QStringLiteral("; %1 %2").arg(latin1(key), value);
+    return QStringLiteral("; %1 %2").arg(key, value);
 }
 
 QString cornersText(const QVector<QPointF> &outline)
@@ -44,10 +39,10 @@ QString cornersText(const QVector<QPointF> &outline)
 }
 
 template <std::size_t N>
-bool indexOf(const std::array<const char *, N> &names, const QString &name, int *index, QString *reason)
+bool indexOf(const std::array<QLatin1String, N> &names, const QString &name, int *index, QString *reason)
 {
     for (std::size_t i = 0; i < N; ++i) {
-        if (name == latin1(names[i])) {
+        if (name == names[i]) {
             *index = int(i);
             return true;
         }
@@ -66,23 +61,23 @@ bool readNumber(const QString &text, double *number, QString *reason)
     return false;
 }
 
-bool takeField(Fields *fields, const char *key, QString *value, QString *reason)
+bool takeField(Fields *fields, QLatin1String key, QString *value, QString *reason)
 {
-    if (!fields->contains(latin1(key))) {
-        *reason = tr("it has no \"%1\"").arg(latin1(key));
+    if (!fields->contains(key)) {
+        *reason = tr("it has no \"%1\"").arg(key);
         return false;
     }
-    *value = fields->take(latin1(key));
+    *value = fields->take(key);
     return true;
 }
 
-bool takeLength(Fields *fields, const char *key, double *length, QString *reason)
+bool takeLength(Fields *fields, QLatin1String key, double *length, QString *reason)
 {
     QString text;
     return takeField(fields, key, &text, reason) && readNumber(text, length, reason);
 }
 
-bool takeCount(Fields *fields, const char *key, int *count, QString *reason)
+bool takeCount(Fields *fields, QLatin1String key, int *count, QString *reason)
 {
     QString text;
     if (!takeField(fields, key, &text, reason))
@@ -90,7 +85,7 @@ bool takeCount(Fields *fields, const char *key, int *count, QString *reason)
     *count = text.toInt();
     if (*count >= 1)
         return true;
-    *reason = tr("\"%1 %2\" is not a whole number of 1 or more").arg(latin1(key), text);
+    *reason = tr("\"%1 %2\" is not a whole number of 1 or more").arg(key, text);
     return false;
 }
 
@@ -167,7 +162,7 @@ std::optional<CROIBase> roiOf(EROISHAPE shape, EROIKIND kind, Fields *fields, QS
 QString roitext::write(const CROIBase &roi)
 {
     const QString start =
-        latin1(KINDS[std::size_t(roi.kind())]) + QLatin1Char(' ') + latin1(SHAPES[std::size_t(roi.shape())]);
+        QString(KINDS[std::size_t(roi.kind())]) + QLatin1Char(' ') + SHAPES[std::size_t(roi.shape())];
     if (roi.shape() == EROI_POLYGON || roi.shape() == EROI_FREEHAND)
         return start + field(ROI_CORNERS, cornersText(roi.outline()));
     const QRectF box = roi.boundingBox();

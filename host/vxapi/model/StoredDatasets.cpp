@@ -29,7 +29,7 @@ StoredDatasets &StoredDatasets::instance()
 
 StoredDatasets::SStamp StoredDatasets::stampOf(const QString &folder)
 {
-    const QFileInfo clickInfo(folder + QString::fromLatin1(clickinfo::FILE_CLICK_INFO));
+    const QFileInfo clickInfo(folder + clickinfo::FILE_CLICK_INFO);
     return {QFileInfo(folder).lastModified(), clickInfo.lastModified(), clickInfo.size()};
 }
 
@@ -42,7 +42,7 @@ bool StoredDatasets::read(const QString &folder, SEntry *entry)
     if (datasetfiles::checkFiles(folder, &content, &reason) != ESTATUS_SUCCESS ||
         !CVXUtilityFns::isSafeFileName(content.clickNumber))
         return false;
-    const QFileInfo last(folder + QString::fromLatin1(clickinfo::FILE_ANALYZED_CLICK_INFO));
+    const QFileInfo last(folder + clickinfo::FILE_ANALYZED_CLICK_INFO);
     entry->about.clickNumber = content.clickNumber;
     entry->about.isResult = content.isResult;
     entry->about.written = last.lastModified();

@@ -23,7 +23,7 @@ double noFactor(const CVXSDataset *dataset, const QString &reason)
 {
     const QString who = dataset ? datasetfiles::nameFor(dataset->getClickNumber(), dataset->getFolderPath())
                                 : translated("no dataset");
-    vxLog(3, translated("%1 cannot be calibrated: %2").arg(who, reason));
+    vxLog(ELOG_FAILURE, translated("%1 cannot be calibrated: %2").arg(who, reason));
     return std::numeric_limits<double>::quiet_NaN();
 }
 

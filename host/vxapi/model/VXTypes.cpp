@@ -6,15 +6,16 @@
 namespace {
 
 // In the order of tag_edisplayunit; the letters are those of the files.
-constexpr std::array<const char *, EUNIT_COUNT> UNIT_KEYS = {"counts", "Radiance (Photons)",
-                                                             "Radiant Efficiency", "efficiency"};
+constexpr std::array<QLatin1String, EUNIT_COUNT> UNIT_KEYS = {
+    QLatin1String("counts"), QLatin1String("Radiance (Photons)"), QLatin1String("Radiant Efficiency"),
+    QLatin1String("efficiency")};
 
 } // namespace
 
 QString unitKey(tag_edisplayunit unit)
 {
     const auto index = std::size_t(unit);
-    return index < UNIT_KEYS.size() ? QString::fromLatin1(UNIT_KEYS[index]) : QString();
+    return index < UNIT_KEYS.size() ? QString(UNIT_KEYS[index]) : QString();
 }
 
 bool unitOfKey(const QString &key, tag_edisplayunit *unit)

@@ -22,6 +22,13 @@ VXAPI_EXPORT QString unitKey(tag_edisplayunit unit);
 /// The unit of such a key, in any case; false when there is none of that name.
 VXAPI_EXPORT bool unitOfKey(const QString &key, tag_edisplayunit *unit);
 
+/// What kind of dataset the host has; tools compare the numbers.
+enum EDATASETTYPE {
+    EDATASET_ACQUIRED = 0,  ///< acquired or imported, and on disk
+    EDATASET_RESULT = 1,    ///< a result of image math, on disk
+    EDATASET_IN_MEMORY = 2, ///< computed or imported and never saved: no files yet
+};
+
 /// Colour table of a dataset; the same codes as VXS_COLORTABLE_TYPES.
 using tag_ecolortable = VXS_COLORTABLE_TYPES;
 

@@ -49,7 +49,7 @@ void CVXToolPluginBase::addWidgetToWorkspace(QWidget *widget)
     if (CVXSWorkspace *workspace = CVXSWorkspace::instance())
         workspace->addToolWidget(widget);
     else
-        vxLog(3, QStringLiteral("There is no workspace that could show the tool's window."),
+        vxLog(ELOG_FAILURE, QStringLiteral("There is no workspace that could show the tool's window."),
               widget->windowTitle());
 }
 

@@ -107,7 +107,7 @@ void tst_Log::aFileThatCannotBeWrittenIsTold()
 void tst_Log::thereIsOneLogOfTheProcess()
 {
     QSignalSpy spy(getLogObject(), &CVXSLog::logged);
-    vxLog(2, "message", "detail", 9);
+    vxLog(ELOG_WARNING, "message", "detail", 9);
     QCOMPARE(spy.size(), 1);
     const SLogEntry entry = getLogObject()->entries().last();
     QCOMPARE(entry.message, QString("message"));

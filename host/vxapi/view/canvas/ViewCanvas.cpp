@@ -30,7 +30,8 @@ void GlViewCanvas::initializeGL()
     connect(context(), &QOpenGLContext::aboutToBeDestroyed, this, [this] { releaseGl(); });
     m_failed = !m_picture.initialize();
     if (m_failed)
-        vxLog(2, QStringLiteral("OpenGL is there but cannot draw images; they are drawn without it."));
+        vxLog(ELOG_WARNING,
+              QStringLiteral("OpenGL is there but cannot draw images; they are drawn without it."));
 }
 
 void GlViewCanvas::releaseGl()

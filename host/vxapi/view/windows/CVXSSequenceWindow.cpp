@@ -35,7 +35,7 @@ QList<CVXSSequenceWindow *> &sequenceWindows()
 QString importText(CVXSDataset *dataset)
 {
     QStringList files;
-    for (const char *section : {clickinfo::SECTION_LUMINESCENT, clickinfo::SECTION_PHOTOGRAPH}) {
+    for (const QLatin1String section : {clickinfo::SECTION_LUMINESCENT, clickinfo::SECTION_PHOTOGRAPH}) {
         if (dataset)
             files.append(clickinfo::textOf(*dataset->getClickInfo(), section, clickinfo::KEY_IMPORTED_FROM));
     }

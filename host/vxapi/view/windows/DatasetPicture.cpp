@@ -47,13 +47,6 @@ QStringList wrapped(const QString &line)
     return lines << rest;
 }
 
-/// What is computed has no camera that saturates: a product of counts may be far above its ceiling.
-bool isResult(const CVXSDataset &dataset)
-{
-    using namespace clickinfo;
-    return !textOf(*dataset.getClickInfo(), SECTION_LUMINESCENT, KEY_MATH_OPERATION).isNull();
-}
-
 SPictureTone toneOf(const CVXSDataset &dataset)
 {
     return {dataset.getToolInfo().brightness, double(dataset.getToolInfo().gamma)};
@@ -75,7 +68,8 @@ DatasetPicture::DatasetPicture(CVXSDataset *dataset, CVXSMultiImageView *view)
     const QVector<EDATASETPICTURE> all = choices();
     if (!all.isEmpty())
         m_choice = all.first();
-    if (m_dataset && isResult(*m_dataset))
+    // What is computed has no camera that saturates: a product of counts may be far above its ceiling.
+    if (m_dataset && clickinfo::isMathResult(*m_dataset->getClickInfo()))
         takeStoredLimits();
 }
 
@@ -84,7 +78,7 @@ DatasetPicture::DatasetPicture(CVXSDataset *dataset, CVXSMultiImageView *view)
 void DatasetPicture::takeStoredLimits()
 {
     const CPLClickInfo &info = *m_dataset->getClickInfo();
-    const auto stored = [&info](const char *key) {
+    const auto stored = [&info](QLatin1String key) {
         return clickinfo::numberOf(info, clickinfo::SECTION_GRAPH_CONTROLS, key);
     };
     const SColorLimits limits{ELIMITS_MANUAL, stored(clickinfo::KEY_COLOR_TABLE_MIN),
@@ -184,7 +178,7 @@ void DatasetPicture::updateLimits(tag_edisplayunit unit)
     if (m_limits.mode == ELIMITS_FULL)
         return;
     double ceiling = std::numeric_limits<double>::infinity();
-    if (!isResult(*m_dataset)) {
+    if (!clickinfo::isMathResult(*m_dataset->getClickInfo())) {
         const double factor = VX_CalibrateIntensityWithFilterTrans(EIMAGE_LUMINESCENT, m_dataset,
                                                                    unitKey(EUNIT_COUNTS), unitKey(unit));
         ceiling = VX_SATURATED_COUNTS * (std::isfinite(factor) ? factor : 1.0);

@@ -17,7 +17,7 @@ QString text(const char *source)
 
 QString datasetKindText(const CVXSDataset &dataset)
 {
-    if (dataset.getDatasetType() == 1)
+    if (dataset.getDatasetType() == EDATASET_RESULT)
         return text("Image Math result");
     if (dataset.isTransIlluminationDataset())
         return text("Transillumination");

@@ -19,7 +19,7 @@ ESTATUS saveSequenceWithMessage(QWidget *parent, CVXSSequenceDataset *sequence)
     if (status != ESTATUS_SUCCESS)
         CVXSErrorHandler::errorMessage(parent, status, sequence->lastError());
     else // one that was never saved has just got its folder without a question
-        vxLog(1,
+        vxLog(ELOG_INFORMATION,
               QCoreApplication::translate("SequenceSaving", "Sequence saved: %1")
                   .arg(sequence->getSequenceID()),
               sequence->getSequenceInfoPath());

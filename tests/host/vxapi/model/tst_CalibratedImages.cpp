@@ -32,9 +32,9 @@ float counts(int x, int y)
     return 300.0f + float(x + 2 * y);
 }
 
-void setKey(CVXSDataset *dataset, const char *section, const char *key, const QString &value)
+void setKey(CVXSDataset *dataset, QLatin1String section, QLatin1String key, const QString &value)
 {
-    clickinfo::ensureSection(dataset->getClickInfo(), section)->setValue(QString::fromLatin1(key), value);
+    clickinfo::ensureSection(dataset->getClickInfo(), section)->setValue(key, value);
 }
 
 CILImage calibrated(const CVXSDataset *dataset, tag_edisplayunit unit)

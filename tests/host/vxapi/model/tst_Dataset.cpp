@@ -93,13 +93,13 @@ void tst_Dataset::inMemoryThenOnDisk()
 {
     QTemporaryDir folder;
     CVXSDataset dataset(CLICK);
-    QCOMPARE(dataset.getDatasetType(), 2);
+    QCOMPARE(dataset.getDatasetType(), int(EDATASET_IN_MEMORY));
     QVERIFY(dataset.getFolderPath().isEmpty());
     QVERIFY(!dataset.isPartOfSequence());
     dataset.setCoreImage(EIMAGE_LUMINESCENT, TestStudy::image(4, 4, [](int x, int) { return float(x); }));
     QVERIFY(dataset.isModified());
     QCOMPARE(dataset.saveDatasetAs(folder.filePath(CLICK)), ESTATUS_SUCCESS);
-    QCOMPARE(dataset.getDatasetType(), 0);
+    QCOMPARE(dataset.getDatasetType(), int(EDATASET_ACQUIRED));
     QVERIFY(!dataset.isModified());
     QCOMPARE(dataset.getFolderPath(), folder.filePath(CLICK) + "/");
 }
@@ -110,9 +110,9 @@ void tst_Dataset::aResultIsRecognisedByItsKey()
     CVXSDataset dataset(CLICK);
     clickinfo::ensureSection(dataset.getClickInfo(), clickinfo::SECTION_LUMINESCENT)
         ->setValue(clickinfo::KEY_MATH_OPERATION, "A - B * k");
-    QCOMPARE(dataset.getDatasetType(), 2); // no files yet
+    QCOMPARE(dataset.getDatasetType(), int(EDATASET_IN_MEMORY)); // no files yet
     QCOMPARE(dataset.saveDatasetAs(folder.path()), ESTATUS_SUCCESS);
-    QCOMPARE(dataset.getDatasetType(), 1);
+    QCOMPARE(dataset.getDatasetType(), int(EDATASET_RESULT));
     dataset.setImageMathToBeSaved(true);
     QVERIFY(dataset.isImageMathToBeSaved());
 }
@@ -126,7 +126,7 @@ void tst_Dataset::theTypeFollowsTheFolder()
     const QString remembered = dataset.getFolderPath();
     QCOMPARE(dataset.saveDatasetAs(folder.filePath("TempFolder/" + CLICK)), ESTATUS_SUCCESS);
     dataset.setFolderPath(remembered);
-    QCOMPARE(dataset.getDatasetType(), 2);
+    QCOMPARE(dataset.getDatasetType(), int(EDATASET_IN_MEMORY));
     QVERIFY(QDir(folder.filePath("TempFolder")).removeRecursively());
     QCOMPARE(dataset.getCoreImage(EIMAGE_LUMINESCENT)->pixelAt(3, 0), 3.0);
     // It can still be saved, though the copy is gone.
@@ -134,7 +134,7 @@ void tst_Dataset::theTypeFollowsTheFolder()
     QVERIFY(QFile::exists(folder.filePath("again/luminescent.tif")));
     // A folder without files does not make it a dataset on disk.
     dataset.setFolderPath(folder.filePath("nowhere"));
-    QCOMPARE(dataset.getDatasetType(), 2);
+    QCOMPARE(dataset.getDatasetType(), int(EDATASET_IN_MEMORY));
 }
 
 void tst_Dataset::openedDatasetIsWhatWasSaved()
@@ -162,7 +162,7 @@ void tst_Dataset::openedDatasetIsWhatWasSaved()
     QCOMPARE(status, ESTATUS_SUCCESS);
     QVERIFY(error.isEmpty());
     QCOMPARE(dataset->getClickNumber(), CLICK);
-    QCOMPARE(dataset->getDatasetType(), 0);
+    QCOMPARE(dataset->getDatasetType(), int(EDATASET_ACQUIRED));
     QCOMPARE(dataset->getFolderPath(), folder.path() + "/");
     const CILImage *image = dataset->getCoreImage(EIMAGE_LUMINESCENT);
     QVERIFY(image);
@@ -274,7 +274,7 @@ void tst_Dataset::fieldOfView()
     QFETCH(QString, text);
     QFETCH(double, width);
     CVXSDataset dataset(CLICK);
-    for (const char *section : {clickinfo::SECTION_LUMINESCENT, clickinfo::SECTION_PHOTOGRAPH}) {
+    for (const QLatin1String section : {clickinfo::SECTION_LUMINESCENT, clickinfo::SECTION_PHOTOGRAPH}) {
         CPLSection *keys = clickinfo::ensureSection(dataset.getClickInfo(), section);
         if (!text.isNull())
             keys->setValue(clickinfo::KEY_FOV, text);

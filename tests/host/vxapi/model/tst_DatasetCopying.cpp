@@ -137,7 +137,7 @@ void tst_DatasetCopying::aCopyLeavesTheDatasetAsItWas()
     CVXSDataset inMemory(CLICK);
     inMemory.setCoreImage(EIMAGE_LUMINESCENT, ramp());
     QCOMPARE(inMemory.saveCopy(m_root->filePath("other")), ESTATUS_SUCCESS);
-    QCOMPARE(inMemory.getDatasetType(), 2);
+    QCOMPARE(inMemory.getDatasetType(), int(EDATASET_IN_MEMORY));
     QString error;
     const std::unique_ptr<CVXSDataset> copy(CVXSDataset::open(m_root->filePath("other"), nullptr, nullptr));
     QVERIFY2(copy && copy->checkComplete(&error) == ESTATUS_SUCCESS, qPrintable(error));

@@ -128,8 +128,9 @@ void tst_DatasetSaving::aChangedKeyIsWritten()
     QCOMPARE(dataset->saveDatasetAs(folder.path()), ESTATUS_SUCCESS);
     dataset.reset(CVXSDataset::open(folder.path(), nullptr, nullptr));
     QVERIFY(dataset);
-    QCOMPARE(clickinfo::textOf(*dataset->getClickInfo(), clickinfo::SECTION_USER_INPUT, "Strain"),
-             QString("nude"));
+    QCOMPARE(
+        clickinfo::textOf(*dataset->getClickInfo(), clickinfo::SECTION_USER_INPUT, QLatin1String("Strain")),
+        QString("nude"));
 }
 
 void tst_DatasetSaving::aMissingFileIsTold()
@@ -178,7 +179,7 @@ void tst_DatasetSaving::aFolderThatCannotBeMade()
     dataset.setCoreImage(EIMAGE_LUMINESCENT, ramp());
     QCOMPARE(dataset.saveDatasetAs(folder.filePath("file/a")), ESTATUS_FILE_NOT_WRITABLE);
     QVERIFY(dataset.lastError().startsWith(folder.filePath("file/a")));
-    QCOMPARE(dataset.getDatasetType(), 2);
+    QCOMPARE(dataset.getDatasetType(), int(EDATASET_IN_MEMORY));
     QVERIFY(dataset.isModified());
     QCOMPARE(readFile(folder.filePath("file")), QByteArray("in the way"));
 }

@@ -32,7 +32,7 @@ constexpr double NOT_A_NUMBER = std::numeric_limits<double>::quiet_NaN();
 SImportSettings allSettings()
 {
     SImportSettings settings;
-    settings.kind = QString::fromLatin1(KIND_FLUORESCENT);
+    settings.kind = KIND_FLUORESCENT;
     settings.fieldOfView = 12.5;
     settings.binning = 4.0;
     settings.exposure = 0.5;
@@ -47,9 +47,13 @@ SImportSettings allSettings()
     return settings;
 }
 
-QString value(const CVXSDataset &dataset, const char *section, const char *key)
+QString value(const CVXSDataset &dataset, QLatin1String section, const QString &key)
 {
-    return textOf(*dataset.getClickInfo(), section, key);
+    const CPLSection *found = (*dataset.getClickInfo())[section];
+    QString value;
+    if (found)
+        found->getValue(key, &value);
+    return value;
 }
 
 } // namespace
@@ -106,7 +110,7 @@ void tst_ImageImport::makesADatasetInMemory()
     QCOMPARE(status, ESTATUS_SUCCESS);
     QVERIFY(error.isEmpty());
     QCOMPARE(dataset->getClickNumber(), CLICK);
-    QCOMPARE(dataset->getDatasetType(), 2);
+    QCOMPARE(dataset->getDatasetType(), int(EDATASET_IN_MEMORY));
     QVERIFY(dataset->getFolderPath().isEmpty());
     QVERIFY(dataset->isModified());
     QVERIFY(!CVXSDataset::getDataset(CLICK));
@@ -138,7 +142,7 @@ void tst_ImageImport::writesEverySettingDown()
                                              {KEY_IMPORTED_FROM, QFileInfo(m_luminescent).fileName()},
                                              {KEY_ACQUISITION_DATE, "2026-11-21T15:30:00"}};
     for (auto it = expected.begin(); it != expected.end(); ++it)
-        QCOMPARE(value(*dataset, SECTION_LUMINESCENT, qPrintable(it.key())), it.value());
+        QCOMPARE(value(*dataset, SECTION_LUMINESCENT, it.key()), it.value());
     QCOMPARE(value(*dataset, SECTION_CAMERA, KEY_GAIN), QString("2"));
     QCOMPARE(value(*dataset, SECTION_CAMERA, KEY_QUANTUM_EFFICIENCY), QString("0.8"));
     QCOMPARE(value(*dataset, SECTION_CAMERA, KEY_PIXEL_PITCH), QString("13.5"));
@@ -147,8 +151,8 @@ void tst_ImageImport::writesEverySettingDown()
     QCOMPARE(value(*dataset, SECTION_PHOTOGRAPH, KEY_BINNING), QString("2"));
     QCOMPARE(value(*dataset, SECTION_PHOTOGRAPH, KEY_IMPORTED_FROM), QFileInfo(m_photograph).fileName());
     QStringList keys;
-    (*dataset->getClickInfo())[QString::fromLatin1(SECTION_LUMINESCENT)]->getKeyList(&keys);
-    QCOMPARE(keys.last(), QString::fromLatin1(KEY_NOTE));
+    (*dataset->getClickInfo())[SECTION_LUMINESCENT]->getKeyList(&keys);
+    QCOMPARE(keys.last(), KEY_NOTE);
 }
 
 void tst_ImageImport::radianceIsThatOfTheFormula()
@@ -175,8 +179,8 @@ void tst_ImageImport::leavesOutWhatIsNotKnown()
     QVERIFY(dataset);
     QVERIFY(dataset->isLuminescentDataset());
     QVERIFY(!dataset->getImageList()->isPresent(EIMAGE_PHOTOGRAPH));
-    for (const char *key : {KEY_EXCITATION_IRRADIANCE, KEY_IMAGING_ANGLE, KEY_ACQUISITION_DATE})
-        QVERIFY2(value(*dataset, SECTION_LUMINESCENT, key).isNull(), key);
+    for (const QLatin1String key : {KEY_EXCITATION_IRRADIANCE, KEY_IMAGING_ANGLE, KEY_ACQUISITION_DATE})
+        QVERIFY2(value(*dataset, SECTION_LUMINESCENT, key).isNull(), key.data());
 }
 
 void tst_ImageImport::everyPixelTypeIsTaken_data()
@@ -219,7 +223,7 @@ void tst_ImageImport::survivesSavingAndOpening()
     QVERIFY(again);
     QString error;
     QCOMPARE(again->checkComplete(&error), ESTATUS_SUCCESS);
-    QCOMPARE(again->getDatasetType(), 0);
+    QCOMPARE(again->getDatasetType(), int(EDATASET_ACQUIRED));
     QCOMPARE(again->getCoreImage(EIMAGE_LUMINESCENT)->pixelAt(5, 7), 705.0);
     QCOMPARE(value(*again, SECTION_LUMINESCENT, KEY_FNUMBER), QString("1.4"));
 }
@@ -240,8 +244,8 @@ void tst_ImageImport::badSettings_data()
 {
     QTest::addColumn<Edit>("edit");
     QTest::addColumn<QString>("setting");
-    const auto row = [](const char *name, const Edit &edit, const char *setting) {
-        QTest::newRow(name) << edit << QString::fromLatin1(setting);
+    const auto row = [](const char *name, const Edit &edit, const QString &setting) {
+        QTest::newRow(name) << edit << setting;
     };
     row(
         "an unknown kind", [](SImportSettings *s) { s->kind = "x-ray"; }, KEY_KIND);

@@ -85,7 +85,7 @@ void tst_Sequence::membership()
     QVERIFY(dataset->isPartOfSequence());
     QCOMPARE(dataset->getSequenceDataset(), study.sequence());
     QCOMPARE(CVXSDataset::getDataset("AB1"), dataset);
-    QCOMPARE(dataset->getDatasetType(), 2);
+    QCOMPARE(dataset->getDatasetType(), int(EDATASET_IN_MEMORY));
     QVERIFY(study.sequence()->getSequenceInfoPath().isEmpty());
     QVERIFY(study.sequence()->getDatasetFolderPath("AB1").isEmpty());
 }

@@ -65,13 +65,14 @@ void tst_SequenceSaving::everythingIsOnDisk()
     QCOMPARE(filesOf(folder + "AB2"),
              QStringList({"AnalyzedClickInfo.txt", "ClickInfo.txt", "flatfield.tif", "luminescent.tif"}));
     const CVXSDataset *dataset = study.sequence()->getDataset("AB2");
-    QCOMPARE(dataset->getDatasetType(), 0);
+    QCOMPARE(dataset->getDatasetType(), int(EDATASET_ACQUIRED));
     QVERIFY(!dataset->isModified());
     CPLClickInfo info;
     QCOMPARE(info.loadClickInfo(folder + "AB2/ClickInfo.txt", false), ESTATUS_SUCCESS);
-    QCOMPARE(clickinfo::textOf(info, "ClickNumber", "Sequence ID"), ID);
-    QCOMPARE(clickinfo::textOf(info, "ClickNumber", "ClickNumber Index"), QString("1"));
-    QCOMPARE(clickinfo::textOf(info, "luminescent image", "Binning Factor"), QString("4"));
+    QCOMPARE(clickinfo::textOf(info, clickinfo::SECTION_CLICK_NUMBER, clickinfo::KEY_SEQUENCE_ID), ID);
+    QCOMPARE(clickinfo::textOf(info, clickinfo::SECTION_CLICK_NUMBER, clickinfo::KEY_CLICK_INDEX),
+             QString("1"));
+    QCOMPARE(clickinfo::textOf(info, clickinfo::SECTION_LUMINESCENT, clickinfo::KEY_BINNING), QString("4"));
 }
 
 void tst_SequenceSaving::whatWasSavedIsOpenedAgain()
@@ -177,12 +178,12 @@ void tst_SequenceSaving::aNewDatasetHasAPlaceBeforeItHasFiles()
     QVERIFY(study.save());
     const CVXSDataset *added = study.add(click("AB2"));
     const QString folder = study.folder() + "/" + ID + "/AB2/";
-    QCOMPARE(added->getDatasetType(), 2);
+    QCOMPARE(added->getDatasetType(), int(EDATASET_IN_MEMORY));
     QVERIFY(added->getFolderPath().isEmpty());
     QCOMPARE(study.sequence()->getDatasetFolderPath("AB2"), folder);
     QVERIFY(!QDir(folder).exists());
     QVERIFY(study.save());
-    QCOMPARE(added->getDatasetType(), 0);
+    QCOMPARE(added->getDatasetType(), int(EDATASET_ACQUIRED));
     QCOMPARE(added->getFolderPath(), folder);
 }
 
@@ -229,7 +230,7 @@ void tst_SequenceSaving::anotherSequenceIsNotOverwritten()
     QVERIFY(other.lastError().startsWith(study.folder() + "/" + ID + "/SequenceInfo.txt: "));
     QCOMPARE(log.failures().size(), 1);
     QVERIFY(other.getSequenceInfoPath().isEmpty());
-    QCOMPARE(dataset->getDatasetType(), 2);
+    QCOMPARE(dataset->getDatasetType(), int(EDATASET_IN_MEMORY));
     QCOMPARE(readFile(study.folder() + "/" + ID + "/AB1/ClickInfo.txt"), before);
 }
 
@@ -265,7 +266,8 @@ void tst_SequenceSaving::aReadOnlyFolderLeavesTheOldSequence()
         // Nor is there a place for a dataset.
         auto *dataset = new CVXSDataset("AB2");
         return sequence->addDataset(dataset) && sequence->save() == ESTATUS_FILE_NOT_WRITABLE &&
-               sequence->lastError().startsWith(folder + "/AB2") && dataset->getDatasetType() == 2;
+               sequence->lastError().startsWith(folder + "/AB2") &&
+               dataset->getDatasetType() == EDATASET_IN_MEMORY;
     }));
     QCOMPARE(readFile(folder + "/SequenceInfo.txt"), before);
     QCOMPARE(chmod(qPrintable(folder), 0755), 0);

@@ -33,8 +33,8 @@ QString writeDataset(const QString &root, const QString &clickNumber, const QStr
     dataset.setCoreImage(EIMAGE_LUMINESCENT, ramp());
     dataset.setCoreImage(EIMAGE_PHOTOGRAPH, ramp());
     if (isResult)
-        (*dataset.getClickInfo())[QString::fromLatin1(clickinfo::SECTION_LUMINESCENT)]->setValue(
-            QString::fromLatin1(clickinfo::KEY_MATH_OPERATION), QStringLiteral("A - B * k"));
+        (*dataset.getClickInfo())[clickinfo::SECTION_LUMINESCENT]->setValue(clickinfo::KEY_MATH_OPERATION,
+                                                                            QStringLiteral("A - B * k"));
     const QString folder =
         root + QLatin1Char('/') + (folderName.isEmpty() ? clickNumber : folderName) + QLatin1Char('/');
     return dataset.saveDatasetAs(folder) == ESTATUS_SUCCESS ? folder : QString();
@@ -113,7 +113,7 @@ void tst_StoredDatasets::aStoredDatasetIsOpenedWhenAskedFor()
     QVERIFY(dataset);
     QCOMPARE(dataset->getClickNumber(), CLICK);
     QCOMPARE(dataset->getFolderPath(), folder);
-    QCOMPARE(dataset->getDatasetType(), 0);
+    QCOMPARE(dataset->getDatasetType(), int(EDATASET_ACQUIRED));
     QVERIFY(dataset->getCoreImage(EIMAGE_LUMINESCENT));
     QCOMPARE(dataset->getCoreImage(EIMAGE_LUMINESCENT)->pixelAt(3, 4), 7.0);
     QVERIFY(!CVXSDataset::getOpenDataset(CLICK));
@@ -294,10 +294,10 @@ void tst_StoredDatasets::whatChangedIsReadAnew()
 {
     const QString folder = writeDataset(root(), CLICK);
     registerRoot();
-    QCOMPARE(CVXSDataset::getDataset(CLICK)->getDatasetType(), 0);
+    QCOMPARE(CVXSDataset::getDataset(CLICK)->getDatasetType(), int(EDATASET_ACQUIRED));
     QVERIFY(QDir(folder).removeRecursively());
     QCOMPARE(writeDataset(root(), CLICK, QString(), true), folder);
-    QCOMPARE(CVXSDataset::getDataset(CLICK)->getDatasetType(), 1);
+    QCOMPARE(CVXSDataset::getDataset(CLICK)->getDatasetType(), int(EDATASET_RESULT));
 }
 
 void tst_StoredDatasets::anotherFolderReplacesTheFirst()

@@ -213,9 +213,8 @@ private Q_SLOTS:
         spec.clickNumber = QStringLiteral("IW26");
         spec.counts = [](int x, int) { return x < 16 ? 10000.0f : 1.0e8f + 1.0e6f * float(x); };
         CVXSDataset *dataset = study.add(spec);
-        const auto set = [dataset](const char *section, const char *key, const char *value) {
-            clickinfo::ensureSection(dataset->getClickInfo(), section)
-                ->setValue(QString::fromLatin1(key), QString::fromLatin1(value));
+        const auto set = [dataset](QLatin1String section, QLatin1String key, const QString &value) {
+            clickinfo::ensureSection(dataset->getClickInfo(), section)->setValue(key, value);
         };
         if (isResult) {
             set(clickinfo::SECTION_LUMINESCENT, clickinfo::KEY_MATH_OPERATION, "A * B * k");
@@ -359,11 +358,11 @@ private Q_SLOTS:
         dataset.setCoreImage(EIMAGE_LUMINESCENT, imageOf(100, 10, [](int x, int) { return x; }));
         if (!operation.isNull())
             ensureSection(dataset.getClickInfo(), SECTION_LUMINESCENT)
-                ->setValue(QLatin1String(KEY_MATH_OPERATION), operation);
+                ->setValue(KEY_MATH_OPERATION, operation);
         CPLSection *graph = ensureSection(dataset.getClickInfo(), SECTION_GRAPH_CONTROLS);
-        graph->setValue(QLatin1String(KEY_INTENSITY_CALIBRATION), unit);
-        graph->setValue(QLatin1String(KEY_COLOR_TABLE_MIN), low);
-        graph->setValue(QLatin1String(KEY_COLOR_TABLE_MAX), high);
+        graph->setValue(KEY_INTENSITY_CALIBRATION, unit);
+        graph->setValue(KEY_COLOR_TABLE_MIN, low);
+        graph->setValue(KEY_COLOR_TABLE_MAX, high);
         CVXSImageWindow window(&dataset);
         auto *mode = window.findChild<QComboBox *>(QStringLiteral("LimitsMode"));
         QCOMPARE(mode->currentData().toInt(), int(taken ? ELIMITS_MANUAL : ELIMITS_AUTO));

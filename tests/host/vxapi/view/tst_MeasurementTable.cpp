@@ -387,7 +387,7 @@ private Q_SLOTS:
     void aUnitThatCannotBeHadIsToldInTheStatus()
     {
         ClickSpec spec = RoiWindowFixture::spec(QStringLiteral("RW20260102030407"));
-        spec.luminescentKeys = {{QString::fromLatin1(clickinfo::KEY_EXPOSURE), QStringLiteral("0")}};
+        spec.luminescentKeys = {{clickinfo::KEY_EXPOSURE, QStringLiteral("0")}};
         TableFixture f(spec);
         f.add(QRectF(4.0, 4.0, 2.0, 2.0));
         QTRY_COMPARE(f.rows(), 1);

@@ -346,9 +346,8 @@ private Q_SLOTS:
         QFETCH(double, ratio);
         RoiWindowFixture f;
         const double width = f.view->imagePlace(0).width();
-        CPLSection *section =
-            (*f.dataset->getClickInfo())[QString::fromLatin1(clickinfo::SECTION_PHOTOGRAPH)];
-        section->setValue(QString::fromLatin1(clickinfo::KEY_FOV), photographField);
+        CPLSection *section = (*f.dataset->getClickInfo())[clickinfo::SECTION_PHOTOGRAPH];
+        section->setValue(clickinfo::KEY_FOV, photographField);
         f.window->refreshAfterDatasetAdded();
         QVERIFY(std::abs(f.view->imagePlace(0).width() - width / ratio) <= 2.0);
     }

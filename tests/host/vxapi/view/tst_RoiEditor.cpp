@@ -418,7 +418,7 @@ private Q_SLOTS:
     void withoutFieldOfViewTheToolsSayWhyTheyAreOff()
     {
         ClickSpec spec = RoiWindowFixture::spec(QStringLiteral("RW3"));
-        spec.luminescentKeys = {{QString::fromLatin1(clickinfo::KEY_FOV), QString()}};
+        spec.luminescentKeys = {{clickinfo::KEY_FOV, QString()}};
         RoiWindowFixture f(spec);
         auto *bar = f.child<QToolBar>("RoiToolBar");
         QVERIFY(!bar->isEnabled());

@@ -78,7 +78,7 @@ private Q_SLOTS:
         add(sequence, QStringLiteral("SW8a"), true, true);
         add(sequence, QStringLiteral("SW8b"), true, false);
         CPLClickInfo *info = sequence.getDataset(QStringLiteral("SW8a"))->getClickInfo();
-        const QString key = QString::fromLatin1(clickinfo::KEY_IMPORTED_FROM);
+        const QString key = clickinfo::KEY_IMPORTED_FROM;
         clickinfo::ensureSection(info, clickinfo::SECTION_LUMINESCENT)->setValue(key, "day 7.tif");
         clickinfo::ensureSection(info, clickinfo::SECTION_PHOTOGRAPH)->setValue(key, "tray.tif");
         CVXSSequenceWindow window(&sequence);
