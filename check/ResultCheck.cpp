@@ -6,7 +6,8 @@
 #include "check/ReopenedOperand.h"
 #include "check/StoredRecord.h"
 #include "host/vxapi/model/CVXSDataset.h"
-#include "math/ResultComputation.h"
+#include "math/Computation.h"
+#include "math/Formula.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -77,6 +78,38 @@ ResultCheck compared(const ResultRecord &record, const CILImage &stored, const C
                            remarks);
 }
 
+imagemath::Corrections correctionsOf(const imagemath::OperandRecord &record)
+{
+    return {record.flatFieldCorrected, record.backgroundSubtracted};
+}
+
+/// The result that the record's formula gives of these datasets, whose corrections become the recorded ones;
+/// empty with a reason when there is none.
+CILImage computedAgain(const ResultRecord &record, CVXSDataset &a, CVXSDataset &b, QString *reason)
+{
+    imagemath::Request request{{&a, correctionsOf(record.a)}, {&b, correctionsOf(record.b)}};
+    request.formula = imagemath::formulaNamed(record.operation);
+    request.k = record.k;
+    if (!request.formula || !unitOfKey(record.unit, &request.unit)) {
+        *reason = request.formula ? QStringLiteral("\"%1\" is not a unit").arg(record.unit)
+                                  : QStringLiteral("\"%1\" is not a formula").arg(record.operation);
+        return CILImage();
+    }
+    CILImage imageA;
+    CILImage imageB;
+    CILImage result;
+    imagemath::TissueMaskMemo masks;
+    const auto outcome = imagemath::compute(request, {imageA, imageB, result}, masks,
+                                            [](const auto &prepared) { return prepared.problems.isEmpty(); });
+    if (!outcome.problems.isEmpty())
+        *reason = outcome.problems.first();
+    else if (outcome.combination != imagemath::Combination::Possible)
+        *reason = imagemath::messageOf(outcome.combination).join(QLatin1Char(' '));
+    else if (result.isEmpty())
+        *reason = QStringLiteral("the formula gives no image");
+    return result;
+}
+
 } // namespace
 
 ELOGLEVEL ResultCheck::level() const
@@ -125,7 +158,7 @@ ResultCheck ResultCheck::of(const CVXSDataset &result, const QStringList &sequen
     const CILImage *pixels = stored->getCoreImage(EIMAGE_LUMINESCENT);
     if (!pixels)
         return ended(Verdict::Failed, notChecked, QStringList{stored->lastError()} + changes + remarks);
-    const CILImage computed = imagemath::computeAgain(record, *a.dataset, *b.dataset, &reason);
+    const CILImage computed = computedAgain(record, *a.dataset, *b.dataset, &reason);
     if (computed.isEmpty())
         return ended(Verdict::Failed, translated("The result could not be computed again."),
                      QStringList{reason} + changes + remarks);

@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "math/Formula.h"
 
+#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/ClickInfoValues.h"
+
+#include <algorithm>
+
 namespace imagemath {
 
 namespace {
@@ -64,6 +69,23 @@ const Formula *formulaAt(int index)
 {
     const auto &table = formulas();
     return index >= 0 && index < int(table.size()) ? &table[std::size_t(index)] : nullptr;
+}
+
+const Formula *formulaNamed(const QString &text)
+{
+    const auto &table = formulas();
+    const auto found = std::find_if(table.begin(), table.end(), [&text](const Formula &formula) {
+        return text == QLatin1String(formula.text);
+    });
+    return found != table.end() ? &*found : nullptr;
+}
+
+double ratioScaleOf(const CPLClickInfo *clickInfo)
+{
+    using namespace clickinfo;
+    const QString level =
+        clickInfo ? textOf(*clickInfo, SECTION_LUMINESCENT, KEY_FLUORESCENCE_LEVEL) : QString();
+    return level.toLower() == QLatin1String("high") ? 100.0 : 10.0;
 }
 
 } // namespace imagemath

@@ -4,6 +4,9 @@
 #include "host/vximage/CILImage.h"
 
 #include <array>
+#include <QString>
+
+class CPLClickInfo;
 
 /// The five formulas of image math, pixel by pixel on images of equal size.
 ///
@@ -20,7 +23,7 @@ struct Operands
     const CILImage &countsB; ///< B in camera counts, on the same grid; only the thresholded ratio reads it
     float k;                 ///< factor, or the threshold in counts of the thresholded ratio
 
-    double ratioScale = 10.0;             ///< thresholded ratio: factor of B's fluorescence level
+    double ratioScale = 10.0;             ///< thresholded ratio: ratioScaleOf() B
     const CILImage *tissueMask = nullptr; ///< thresholded ratio: opened photograph mask, or null for none
 };
 
@@ -28,7 +31,7 @@ struct Operands
 struct Formula
 {
     const char *text;
-    bool readsSceneOfB; ///< whether ratioScale and tissueMask matter to it
+    bool isThresholded; ///< the thresholded ratio, to which countsB, ratioScale and tissueMask matter
     void (*evaluate)(const Operands &operands, CILImage &result);
 };
 
@@ -37,5 +40,11 @@ const std::array<Formula, 5> &formulas();
 
 /// The formula of that index, or null for an index that is none.
 const Formula *formulaAt(int index);
+/// The formula of that text, or null.
+const Formula *formulaNamed(const QString &text);
+
+/// The factor of the thresholded ratio for a dataset's fluorescence level: 100 for "High" (any case, nothing
+/// around it), 10 for everything else, also when nothing is recorded or there is no record.
+double ratioScaleOf(const CPLClickInfo *clickInfo);
 
 } // namespace imagemath

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "math/OperandPreparation.h"
 
-#include "host/vxapi/model/CVXSDataset.h"
 #include "math/FormText.h"
 
 namespace imagemath {
@@ -16,12 +15,6 @@ void binDown(CILImage &image, std::uint32_t width, std::uint32_t height, int fac
 }
 
 } // namespace
-
-void correctFlatFieldForRadiance(CVXSDataset &dataset)
-{
-    if (dataset.getUnit() == EUNIT_RADIANCE && !dataset.isLuminFlatFieldCorrected())
-        dataset.doFlatFieldCorrection(true);
-}
 
 Combination compareOperands(double fieldOfViewA, const CILImage &a, double fieldOfViewB, const CILImage &b)
 {
@@ -41,6 +34,8 @@ QStringList messageOf(Combination combination)
     switch (combination) {
     case Combination::Possible:
         return {};
+    case Combination::MissingImage:
+        return {formText("Need two images.")};
     case Combination::DifferentFieldOfView:
         return {formText("Can't combine images"), formText("having different FOV.")};
     case Combination::DifferentSize:

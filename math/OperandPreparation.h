@@ -5,18 +5,13 @@
 
 #include <QStringList>
 
-class CVXSDataset;
-
-/// From two datasets to two images that can be combined pixel by pixel.
+/// Makes two images comparable pixel by pixel, or tells why that cannot be.
 namespace imagemath {
-
-/// Radiance is only comparable over the field once the lens's fall-off is taken out: a dataset shown in
-/// radiance gets its flat-field correction switched on. The caller hands the state back afterwards.
-void correctFlatFieldForRadiance(CVXSDataset &dataset);
 
 /// Why two operands can or cannot be combined.
 enum class Combination {
     Possible,
+    MissingImage, ///< one of them is not there
     DifferentFieldOfView,
     DifferentSize,
 };

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "math/TissueMask.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
 #include "host/vximage/CSLComposite.h"
-#include "host/vxparser/CPLClickInfo.h"
 
 namespace imagemath {
 
@@ -42,16 +40,6 @@ const CILImage &TissueMaskMemo::mask(const CILImage &photograph, std::uint32_t w
         m_height = height;
     }
     return m_mask;
-}
-
-double fluorescenceLevelScale(const CPLClickInfo *clickInfo)
-{
-    QString level;
-    if (clickInfo) {
-        if (const CPLSection *section = (*clickInfo)[clickinfo::SECTION_LUMINESCENT])
-            section->getValue(clickinfo::KEY_FLUORESCENCE_LEVEL, &level);
-    }
-    return level.toLower() == QLatin1String("high") ? 100.0 : 10.0;
 }
 
 } // namespace imagemath

@@ -3,8 +3,6 @@
 
 #include "host/vximage/CILImage.h"
 
-class CPLClickInfo;
-
 namespace imagemath {
 
 /// The tissue in a photograph as a factor for a luminescent image: Otsu's threshold, a 3 x 3 opening, then
@@ -31,9 +29,5 @@ private:
     std::uint32_t m_height = 0;
     CILImage m_mask;
 };
-
-/// The factor of the thresholded ratio for a dataset's fluorescence level: 100 for "High" (any case, nothing
-/// around it), 10 for everything else, also when nothing is recorded.
-double fluorescenceLevelScale(const CPLClickInfo *clickInfo);
 
 } // namespace imagemath

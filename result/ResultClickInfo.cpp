@@ -2,19 +2,17 @@
 #include "result/ResultClickInfo.h"
 
 #include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/CVXSDataset.h"
+#include "host/vximage/CILImage.h"
 #include "host/vxparser/CPLSection.h"
-#include "host/vxutils/CVXSLog.h"
-#include "host/vxutils/writeWhole.h"
+#include "host/vxutils/CVXPreference.h"
 #include "result/NoteText.h"
-
-#include <QFileInfo>
-#include <QSaveFile>
 
 using namespace clickinfo;
 
 namespace {
 
-using resultclickinfo::SResultFacts;
+using resultclickinfo::ResultFacts;
 
 // Keys of a result, beside those of every dataset.
 const QString SATURATED = QStringLiteral("Saturated");
@@ -47,7 +45,7 @@ void forEachPair(const CPLSection *section, Visit visit)
         visit(keys.at(i), values.at(i));
 }
 
-struct SWalk
+struct Walk
 {
     QString acquisitionDate = QStringLiteral(""); ///< the last one met; empty, not absent
     bool hasNote = false;
@@ -56,9 +54,9 @@ struct SWalk
 /// Copies the pairs in order. Before a note comes what atNote(acquisition date met so far, note) adds; it
 /// gives the changed note.
 template <typename AtNote>
-SWalk copyWithNote(CPLSection &target, const CPLSection *source, AtNote atNote)
+Walk copyWithNote(CPLSection &target, const CPLSection *source, AtNote atNote)
 {
-    SWalk walk;
+    Walk walk;
     forEachPair(source, [&](const QString &key, const QString &value) {
         if (isKey(key, KEY_ACQUISITION_DATE))
             walk.acquisitionDate = value;
@@ -73,7 +71,7 @@ SWalk copyWithNote(CPLSection &target, const CPLSection *source, AtNote atNote)
     return walk;
 }
 
-void addKeyBlock(CPLSection &target, const QString &acquisitionDate, const SResultFacts &facts)
+void addKeyBlock(CPLSection &target, const QString &acquisitionDate, const ResultFacts &facts)
 {
     target.addKeyValue(KEY_ACQUISITION_DATE, acquisitionDate);
     target.addKeyValue(SATURATED, flag(false));
@@ -97,7 +95,7 @@ void leaveSequence(QString &note)
     notetext::append(note, KEY_FOLDER_ON_DISK, QString());
 }
 
-QString luminescentNote(QString note, const SResultFacts &facts)
+QString luminescentNote(QString note, const ResultFacts &facts)
 {
     leaveSequence(note);
     notetext::append(note, SATURATED, flag(false));
@@ -122,13 +120,38 @@ QString photographNote(QString note)
     return note;
 }
 
-void addVersion(CPLSection &target, const SResultFacts &facts)
+void addVersion(CPLSection &target, const ResultFacts &facts)
 {
     target.addKeyValue(KEY_VERSION, facts.versionText);
     target.addKeyValue(KEY_FOLDER_ON_DISK, QStringLiteral(""));
 }
 
 } // namespace
+
+resultclickinfo::DisplayFacts resultclickinfo::displayFactsOf(const CILImage &result, tag_edisplayunit unit,
+                                                              VXS_COLORTABLE_TYPES table,
+                                                              const CVXSDataset *a,
+                                                              const CVXSDataset *photographed)
+{
+    DisplayFacts facts;
+    facts.unitName = unitKey(unit);
+    facts.colorTable = QLatin1String(CILPalette::tableName(table));
+    facts.hasOperandA = a;
+    if (a) {
+        facts.reversed = a->getToolInfo().reversed;
+        facts.logarithmic = a->getToolInfo().logarithmic;
+    }
+    facts.colorMin = result.getPalette().getImageMin();
+    facts.colorMax = result.getPalette().getImageMax();
+    facts.rawMin = double(result.getMin());
+    facts.rawMax = double(result.getMax());
+    facts.hasPhotograph = photographed;
+    if (photographed) {
+        facts.brightness = photographed->getToolInfo().brightness;
+        facts.gamma = double(photographed->getToolInfo().gamma);
+    }
+    return facts;
+}
 
 QStringList resultclickinfo::sectionKeys()
 {
@@ -144,9 +167,9 @@ QStringList resultclickinfo::analyzedSectionKeys()
             SECTION_GRAPH_CONTROLS, SECTION_ROIS};
 }
 
-QString resultclickinfo::versionText(const QString &applicationVersion)
+QString resultclickinfo::versionText()
 {
-    return applicationVersion + QLatin1Char('(') + QStringLiteral(__DATE__) + QLatin1Char(')');
+    return CVXPreference::getAppVersion() + QLatin1Char('(') + QStringLiteral(__DATE__) + QLatin1Char(')');
 }
 
 void resultclickinfo::copyPairs(CPLSection &target, const CPLSection *source)
@@ -164,7 +187,7 @@ void resultclickinfo::copyName(CPLSection &target, const CPLSection *source)
         target.setSectionName(name);
 }
 
-void resultclickinfo::fillClickNumber(CPLSection &target, const CPLSection *source, const SResultFacts &facts)
+void resultclickinfo::fillClickNumber(CPLSection &target, const CPLSection *source, const ResultFacts &facts)
 {
     forEachPair(source, [&](const QString &key, const QString &value) {
         if (!isKey(key, KEY_SEQUENCE_ID) && !isKey(key, KEY_CLICK_INDEX))
@@ -173,9 +196,9 @@ void resultclickinfo::fillClickNumber(CPLSection &target, const CPLSection *sour
     addVersion(target, facts);
 }
 
-void resultclickinfo::fillLuminescent(CPLSection &target, const CPLSection *source, const SResultFacts &facts)
+void resultclickinfo::fillLuminescent(CPLSection &target, const CPLSection *source, const ResultFacts &facts)
 {
-    const SWalk walk = copyWithNote(target, source, [&](const QString &date, const QString &note) {
+    const Walk walk = copyWithNote(target, source, [&](const QString &date, const QString &note) {
         addKeyBlock(target, date, facts);
         return luminescentNote(note, facts);
     });
@@ -195,7 +218,7 @@ void resultclickinfo::fillPhotograph(CPLSection &target, const CPLSection *sourc
 }
 
 void resultclickinfo::fillGraphControls(CPLSection &target, const CPLSection *source,
-                                        const SDisplayFacts &facts)
+                                        const DisplayFacts &facts)
 {
     copyPairs(target, source);
     target.addKeyValue(KEY_INTENSITY_CALIBRATION, facts.unitName);
@@ -217,24 +240,8 @@ void resultclickinfo::fillGraphControls(CPLSection &target, const CPLSection *so
 }
 
 void resultclickinfo::fillAnalyzedClickNumber(CPLSection &target, const CPLSection *source,
-                                              const SResultFacts &facts)
+                                              const ResultFacts &facts)
 {
     copyPairs(target, source);
     addVersion(target, facts);
-}
-
-void resultclickinfo::copyImageFile(const QString &from, const QString &to)
-{
-    if (!QFileInfo(from).isFile())
-        return;
-    QFile source(from);
-    QSaveFile target(to);
-    const bool isRead = source.open(QIODevice::ReadOnly);
-    const QByteArray bytes = isRead ? source.readAll() : QByteArray();
-    if (!isRead || source.error() != QFileDevice::NoError) {
-        vxLog(ELOG_FAILURE, from + QStringLiteral(": ") + source.errorString());
-        return;
-    }
-    if (!target.open(QIODevice::WriteOnly) || !writeWhole(target, bytes) || !target.commit())
-        vxLog(ELOG_FAILURE, to + QStringLiteral(": ") + target.errorString());
 }

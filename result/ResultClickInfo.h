@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "host/vxapi/model/VXTypes.h"
+
 #include <QString>
 #include <QStringList>
 
+class CILImage;
 class CPLSection;
+class CVXSDataset;
 
 /// The sections of a result's ClickInfo.txt and AnalyzedClickInfo.txt, made from those of its operands.
 /// Nothing here reads a widget. Source sections may be null: a section without pairs. Keys are compared in
@@ -12,7 +16,7 @@ class CPLSection;
 namespace resultclickinfo {
 
 /// What the sections say about the operation.
-struct SResultFacts
+struct ResultFacts
 {
     QString versionText; ///< of the workspace, with the tool's build date
     QString operation;   ///< the formula's text
@@ -27,7 +31,7 @@ struct SResultFacts
 };
 
 /// How the result is shown.
-struct SDisplayFacts
+struct DisplayFacts
 {
     QString unitName;
     QString colorTable;
@@ -43,25 +47,26 @@ struct SDisplayFacts
     double gamma = 1.0;
 };
 
+/// Of a result in that unit and colour table. A's flags and the photograph's tones come from their datasets
+/// (either may be null), the limits from the image's palette and pixels.
+DisplayFacts displayFactsOf(const CILImage &result, tag_edisplayunit unit, VXS_COLORTABLE_TYPES table,
+                            const CVXSDataset *a, const CVXSDataset *photographed);
+
 QStringList sectionKeys();
 QStringList analyzedSectionKeys();
 
-/// "1.0.0(Aug 12 2025)": version and build date of the tool.
-QString versionText(const QString &applicationVersion);
+/// "1.0.0(Aug 12 2025)": version of the workspace and build date of the tool.
+QString versionText();
 
 void copyPairs(CPLSection &target, const CPLSection *source);
 /// Takes over the source's name when it has one.
 void copyName(CPLSection &target, const CPLSection *source);
 
-void fillClickNumber(CPLSection &target, const CPLSection *source, const SResultFacts &facts);
-void fillLuminescent(CPLSection &target, const CPLSection *source, const SResultFacts &facts);
+void fillClickNumber(CPLSection &target, const CPLSection *source, const ResultFacts &facts);
+void fillLuminescent(CPLSection &target, const CPLSection *source, const ResultFacts &facts);
 void fillPhotograph(CPLSection &target, const CPLSection *source);
-void fillGraphControls(CPLSection &target, const CPLSection *source, const SDisplayFacts &facts);
+void fillGraphControls(CPLSection &target, const CPLSection *source, const DisplayFacts &facts);
 
-void fillAnalyzedClickNumber(CPLSection &target, const CPLSection *source, const SResultFacts &facts);
-
-/// Copies a file byte for byte, whole or not at all. A source that is not there is nobody's mistake; any
-/// other failure is logged with file and reason.
-void copyImageFile(const QString &from, const QString &to);
+void fillAnalyzedClickNumber(CPLSection &target, const CPLSection *source, const ResultFacts &facts);
 
 } // namespace resultclickinfo

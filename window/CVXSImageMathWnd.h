@@ -27,12 +27,17 @@ class ResultFolderLock;
 struct downloaded_save_data;
 struct SColorbar;
 namespace imagemath {
-struct Formula;
-}
+struct Operand;
+struct Outcome;
+struct Request;
+} // namespace imagemath
 namespace resultclickinfo {
-struct SResultFacts;
-struct SDisplayFacts;
+struct DisplayFacts;
 } // namespace resultclickinfo
+namespace resultwriter {
+enum class PhotographSource;
+struct Request;
+} // namespace resultwriter
 
 /// The Image Math Window: two clicks of a sequence, a formula and a constant k on the left, image A, image B
 /// and the result in the view on the right.
@@ -129,13 +134,10 @@ protected:
     QString currentClickB() const;
     bool bothAssociated(const QString &clickA, const QString &clickB) const;
     void showInvalidSelection();
-    void fetchOperandA(const QString &clickA, CILImage &calibratedA);
-    void fetchOperandB(const QString &clickB, CILImage &calibratedB, CILImage &countsB);
-    void prepareOperands(const QString &clickA, const QString &clickB, CILImage &calibratedA,
-                         CILImage &calibratedB, CILImage &countsB);
-    void noteOperands(const QString &clickA, const QString &clickB);
-    void noteFormula(const imagemath::Formula &formula);
-    void evaluateFormula(const QString &clickB, CILImage &countsB);
+    imagemath::Operand operandOf(const QString &click) const;
+    void showOperands(const imagemath::Request &request, const imagemath::Outcome &prepared);
+    void showResult();
+    bool takesImage(int slot, CILImage *image);
     void announceColorRange(void (CVXSImageMathWnd::*signal)());
     void restoreFlatField(CVXSDataset *dataset, bool remembered);
     void addROISubmenu(const QString &clickNumber);
@@ -143,13 +145,11 @@ protected:
     void setKFromROI(float k);
     bool isPhotoEnabled() const;
     CVXSDataset *photoDataset() const;
-    resultclickinfo::SResultFacts resultFacts() const;
-    resultclickinfo::SDisplayFacts displayFacts();
-    void writeResultImages(const QString &pathA, const QString &pathB);
-    std::string describeResult(const QString &folderA, const QString &folderB) const;
+    resultwriter::PhotographSource photographSource() const;
+    resultwriter::Request resultRequest(const QString &pathA, const QString &pathB) const;
+    resultclickinfo::DisplayFacts displayFacts();
     void copyPhotograph();
     void saveUnsavedOverview();
-    bool reserveResultFolder(const QString &clickA);
     void loadResult();
     QString clickInfoFolder(const QString &click) const;
     bool hasPlaceOnDisk(const QString &click) const;

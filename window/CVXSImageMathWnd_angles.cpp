@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "display/ImagingAngles.h"
 #include "host/vxapi/model/ClickInfoKeys.h"
 #include "host/vxparser/CPLClickInfo.h"
 #include "host/vxutils/CVXSMessageBox.h"
@@ -29,24 +30,14 @@ ESTATUS CVXSImageMathWnd::checkImagingAngles(const QString &pathA, const QString
     CPLClickInfo infoB;
     infoA.loadClickInfo(pathA, false);
     infoB.loadClickInfo(pathB, false);
-    const QString luminescent = clickinfo::SECTION_LUMINESCENT;
-    const CPLSection *sectionA = infoA[luminescent];
-    const CPLSection *sectionB = infoB[luminescent];
-    if (!sectionA || !sectionB) {
+    const auto angles =
+        imagingangles::compare(infoA[clickinfo::SECTION_LUMINESCENT], infoB[clickinfo::SECTION_LUMINESCENT]);
+    if (angles == imagingangles::Comparison::Unknown) {
         tellWhyUnusable(infoA, pathA);
         tellWhyUnusable(infoB, pathB);
         return ESTATUS_IMAGING_ANGLES;
     }
-
-    QString angleA;
-    QString angleB;
-    const QString key = clickinfo::KEY_IMAGING_ANGLE;
-    const ESTATUS statusA = sectionA->getValue(key, &angleA);
-    const ESTATUS statusB = sectionB->getValue(key, &angleB);
-    if (statusA != ESTATUS_SUCCESS && statusB != ESTATUS_SUCCESS)
-        return ESTATUS_SUCCESS;
-    // An angle that only one of them records differs from none.
-    if (angleA.toLower() == angleB.toLower())
+    if (angles == imagingangles::Comparison::Same)
         return ESTATUS_SUCCESS;
     const int answer = CVXSMessageBox::question(
         this, CVXUtilityFns::getAppName(),

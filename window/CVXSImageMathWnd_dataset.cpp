@@ -3,14 +3,13 @@
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/view/windows/CVXSChildWindow.h"
-#include "host/vxutils/CVXPreference.h"
 #include "host/vxutils/deleteFolderTree.h"
 #include "math/ToolLog.h"
 #include "result/ResultFolderLock.h"
+#include "result/ResultPlace.h"
 #include "window/CVXSImageMathWnd.h"
 
 #include <QDir>
-#include <QFile>
 
 namespace {
 
@@ -149,41 +148,13 @@ QString CVXSImageMathWnd::saveTemporaryCopy(CVXSDataset &dataset, const QString 
     return folder + QLatin1Char('/');
 }
 
-// The name is free until somebody has finished a result of it, which may be another workspace.
-bool CVXSImageMathWnd::reserveResultFolder(const QString &clickA)
-{
-    constexpr int PATIENCE = 10000; // ms, for the other one to write its result
-    for (;;) {
-        const QString folder = CVXPreference::getProgramDataPath() + QLatin1Char('/') + m_resultClickNumber;
-        QDir().mkdir(folder);
-        if (!m_resultLock->take(folder, PATIENCE)) {
-            imagemath::logLine(folder + QStringLiteral(": another workspace is writing a result there"));
-            return false;
-        }
-        const QString free = makeResultClickNumber(clickA);
-        if (free == m_resultClickNumber)
-            return true;
-        if (free.isNull())
-            return false;
-        m_resultClickNumber = free;
-    }
-}
-
 ESTATUS CVXSImageMathWnd::prepareResultFolder()
 {
-    const QString folder = CVXPreference::getProgramDataPath() + QLatin1Char('/') + m_resultClickNumber;
-    if (!QDir(folder).exists())
-        QDir().mkdir(folder);
-    if (!m_resultClickNumber.isEmpty()) {
-        const QStringList files = QDir(folder).entryList(QDir::Files, QDir::Name);
-        for (const QString &name : files) {
-            QFile file(folder + QLatin1Char('/') + name);
-            if (!file.remove()) {
-                imagemath::logLine(file.fileName() + QStringLiteral(": ") + file.errorString());
-                return ESTATUS_RESULT_FOLDER;
-            }
-        }
-    }
-    m_resultFolderPath = folder + QLatin1Char('/');
-    return ESTATUS_SUCCESS;
+    QString reason;
+    const ESTATUS status = ProgramDataPlace::empty(m_resultClickNumber, &reason);
+    if (status == ESTATUS_SUCCESS)
+        m_resultFolderPath = ProgramDataPlace::folderOf(m_resultClickNumber) + QLatin1Char('/');
+    else
+        imagemath::logLine(reason);
+    return status;
 }

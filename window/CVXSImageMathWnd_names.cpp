@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "host/vxapi/model/CVXSDataset.h"
 #include "math/ToolLog.h"
 #include "result/ClickNumber.h"
 #include "result/NoteText.h"
+#include "result/ResultPlace.h"
 #include "window/CVXSImageMathWnd.h"
 
 void CVXSImageMathWnd::appendNoteEntry(QString &note, const QString &key, const QString &value)
@@ -22,8 +22,7 @@ void CVXSImageMathWnd::replaceNoteEntry(QString &note, const QString &key, const
 
 QString CVXSImageMathWnd::makeResultClickNumber(QString clickNumber)
 {
-    const QString free = clicknumber::forResult(
-        clickNumber, [](const QString &candidate) { return CVXSDataset::getDataset(candidate) != nullptr; });
+    const QString free = ProgramDataPlace::freeClickNumber(clickNumber);
     if (free.isNull())
         imagemath::logLine(QStringLiteral("Every click number for a result of %1 is taken").arg(clickNumber));
     return free;

@@ -77,7 +77,7 @@ QMap<QString, QStringList> arrows()
         {"host/vxapi", {"host/vximage", "host/vxparser", "host/vxutils"}},
         {"math", HOST},
         {"display", HOST},
-        {"result", HOST},
+        {"result", QStringList{"display", "math"} + HOST},
         {"window", QStringList{"math", "display", "result"} + HOST},
         {"plugin", QStringList{"window"} + HOST},
         {"check", QStringList{"math"} + HOST},

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "host/vxparser/CPLClickInfo.h"
 #include "math/Formula.h"
 #include "tests/math/PixelCompare.h"
 
@@ -149,13 +150,16 @@ private Q_SLOTS:
     void unequalSizesLeaveTheResultEmpty();
     void aMaskOfBitsServesAsTissueMask();
     void onlyTheRatioReadsCountsScaleAndMask();
+    void fluorescenceLevel_data();
+    void fluorescenceLevel();
+    void noClickInfoHasNoLevel();
 };
 
 void tst_Formula::theTable_data()
 {
     QTest::addColumn<int>("index");
     QTest::addColumn<QString>("text");
-    QTest::addColumn<bool>("readsScene");
+    QTest::addColumn<bool>("isThresholded");
     QTest::newRow("sum") << 0 << "A + B * k" << false;
     QTest::newRow("difference") << 1 << "A - B * k" << false;
     QTest::newRow("product") << 2 << "A * B * k" << false;
@@ -167,11 +171,13 @@ void tst_Formula::theTable()
 {
     QFETCH(int, index);
     QFETCH(QString, text);
-    QFETCH(bool, readsScene);
+    QFETCH(bool, isThresholded);
     QCOMPARE(int(formulas().size()), 5);
     QCOMPARE(QString::fromLatin1(formulas().at(std::size_t(index)).text), text);
-    QCOMPARE(formulas().at(std::size_t(index)).readsSceneOfB, readsScene);
+    QCOMPARE(formulas().at(std::size_t(index)).isThresholded, isThresholded);
     QCOMPARE(formulaAt(index), &formulas().at(std::size_t(index)));
+    QCOMPARE(formulaNamed(text), formulaAt(index));
+    QVERIFY(!formulaNamed(text + QLatin1Char(' ')));
 }
 
 void tst_Formula::anIndexOutsideTheTableIsNoFormula_data()
@@ -488,6 +494,53 @@ void tst_Formula::onlyTheRatioReadsCountsScaleAndMask()
         formulaAt(index)->evaluate({a, b, imageOf({7, 0}, 2, 1), 2.0f, 100.0, &mask}, other);
         QCOMPARE(difference(other, plain).isEmpty(), index != RATIO);
     }
+}
+
+void tst_Formula::fluorescenceLevel_data()
+{
+    QTest::addColumn<QString>("section");
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QStringList>("values");
+    QTest::addColumn<double>("scale");
+    const QString image = "luminescent image", level = "Fluorescence level string";
+    for (const char *text : {"High", "high", "HIGH", "hIgH", "HigH"})
+        QTest::newRow(text) << image << level << QStringList(text) << 100.0;
+    for (const char *text :
+         {"High ", " High", "High\t", "Low", "Medium", "Higher", "Hig", "100", "", "\"High\"", "H\xc4\xb1gh"})
+        QTest::newRow(qPrintable(QString("'%1'").arg(QString::fromUtf8(text))))
+            << image << level << QStringList(QString::fromUtf8(text)) << 10.0;
+    QTest::newRow("no value is recorded") << image << level << QStringList() << 10.0;
+    QTest::newRow("the key in other letters")
+        << image << QString("Fluorescence Level String") << QStringList("High") << 10.0;
+    QTest::newRow("the key in another section")
+        << QString("photographic image") << level << QStringList("High") << 10.0;
+    QTest::newRow("the section in other letters")
+        << QString("Luminescent Image") << level << QStringList("High") << 10.0;
+    QTest::newRow("the last of two values counts") << image << level << QStringList{"Low", "High"} << 100.0;
+    QTest::newRow("the first of two values does not count")
+        << image << level << QStringList{"High", "Low"} << 10.0;
+}
+
+void tst_Formula::fluorescenceLevel()
+{
+    QFETCH(QString, section);
+    QFETCH(QString, key);
+    QFETCH(QStringList, values);
+    QFETCH(double, scale);
+    CPLClickInfo info;
+    auto *recorded = new CPLSection;
+    recorded->setSectionKey(section);
+    for (const QString &value : values)
+        recorded->addKeyValue(key, value);
+    info.addSection(recorded);
+    QCOMPARE(ratioScaleOf(&info), scale);
+}
+
+void tst_Formula::noClickInfoHasNoLevel()
+{
+    CPLClickInfo empty;
+    QCOMPARE(ratioScaleOf(&empty), 10.0);
+    QCOMPARE(ratioScaleOf(nullptr), 10.0);
 }
 
 QTEST_GUILESS_MAIN(tst_Formula)

@@ -73,8 +73,6 @@ private Q_SLOTS:
     void countsThatCannotFollowKeepTheirFactor();
     void blocksFollowTheSizesNotTheFactor();
     void aMeanHoldsWhatIsNotANumber();
-    void flatFieldForRadiance_data();
-    void flatFieldForRadiance();
 };
 
 void tst_OperandPreparation::comparing_data()
@@ -337,44 +335,6 @@ void tst_OperandPreparation::aMeanHoldsWhatIsNotANumber()
     CILImage a = imageOf({nan, 1, 2, 3, 1, 1, 2, 3}, 4, 2, 4.0f), b = binned(2, 1, 8.0f), counts = b;
     reconcileBinning(a, b, counts);
     QCOMPARE(difference(a, {nan, 2.5f}, 2, 1), QString());
-}
-
-void tst_OperandPreparation::flatFieldForRadiance_data()
-{
-    QTest::addColumn<int>("unit");
-    QTest::addColumn<bool>("already");
-    QTest::addColumn<bool>("hasFlatField");
-    QTest::addColumn<bool>("corrected");
-    for (int unit = 0; unit < 4; ++unit) {
-        QTest::newRow(qPrintable(QString("unit %1, not corrected").arg(unit)))
-            << unit << false << true << (unit == 1);
-        QTest::newRow(qPrintable(QString("unit %1, corrected already").arg(unit)))
-            << unit << true << true << true;
-        QTest::newRow(qPrintable(QString("unit %1, no flat field there").arg(unit)))
-            << unit << false << false << false;
-    }
-}
-
-void tst_OperandPreparation::flatFieldForRadiance()
-{
-    QFETCH(int, unit);
-    QFETCH(bool, already);
-    QFETCH(bool, hasFlatField);
-    QFETCH(bool, corrected);
-    TestStudy study;
-    ClickSpec spec;
-    spec.clickNumber = "AB20260102030405";
-    if (hasFlatField)
-        spec.flatField = [](int x, int) { return x < 16 ? 1.0f : 0.5f; };
-    CVXSDataset *dataset = study.add(spec);
-    QVERIFY(dataset);
-    dataset->setUnit(tag_edisplayunit(unit));
-    dataset->doFlatFieldCorrection(already);
-    QCOMPARE(dataset->isLuminFlatFieldCorrected(), already);
-    QSignalSpy changed(dataset, &CVXSDataset::calibrationChanged);
-    correctFlatFieldForRadiance(*dataset);
-    QCOMPARE(dataset->isLuminFlatFieldCorrected(), corrected);
-    QCOMPARE(changed.count(), corrected != already ? 1 : 0);
 }
 
 QTEST_GUILESS_MAIN(tst_OperandPreparation)

@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: MIT
+#include "math/Computation.h"
+
+#include "host/vxapi/model/CVXSDataset.h"
+#include "math/Formula.h"
+#include "math/ToolLog.h"
+
+#include <QDateTime>
+
+namespace imagemath {
+
+namespace {
+
+const QString CALLER = QStringLiteral("Image Math");
+
+Corrections correctionsOf(const CVXSDataset &dataset)
+{
+    return {dataset.isLuminFlatFieldCorrected(), dataset.isLuminBackgroundSubtracted()};
+}
+
+void correct(CVXSDataset &dataset, const Corrections &wanted, QStringList *problems)
+{
+    const Corrections before = correctionsOf(dataset);
+    if (before.flatField != wanted.flatField)
+        dataset.doFlatFieldCorrection(wanted.flatField);
+    if (before.background != wanted.background)
+        dataset.doBackgroundSubtraction(wanted.background);
+    const Corrections is = correctionsOf(dataset);
+    if (is.flatField == wanted.flatField && is.background == wanted.background)
+        return;
+    problems->append(
+        QStringLiteral("%1 cannot be corrected as it was: %2")
+            .arg(dataset.getClickNumber(), dataset.lastError().isEmpty()
+                                               ? QStringLiteral("its correction images are others now")
+                                               : dataset.lastError()));
+}
+
+void calibrate(const CVXSDataset &dataset, tag_edisplayunit unit, CILImage *image, QStringList *problems)
+{
+    if (dataset.getCalibratedLuminImage(unit, image, CALLER) != ESTATUS_SUCCESS)
+        problems->append(dataset.lastError());
+}
+
+void fetch(const Operand &operand, tag_edisplayunit unit, CILImage *image, QStringList *problems)
+{
+    if (!operand.dataset)
+        return;
+    correct(*operand.dataset, operand.corrections, problems);
+    calibrate(*operand.dataset, unit, image, problems);
+}
+
+// B's counts are fetched for every formula, though only the thresholded ratio reads them: the dataset
+// remembers them. An operand in efficiency may have none.
+void fetchCounts(const Request &request, CILImage *countsB, QStringList *problems)
+{
+    if (!request.b.dataset)
+        return;
+    QStringList ignored;
+    const bool isNeeded = request.formula && request.formula->isThresholded;
+    calibrate(*request.b.dataset, EUNIT_COUNTS, countsB, isNeeded ? problems : &ignored);
+}
+
+Combination compared(const Request &request, const Images &images)
+{
+    if (!request.a.dataset || !request.b.dataset)
+        return Combination::MissingImage;
+    return compareOperands(request.a.dataset->getFOVForImage(EIMAGE_LUMINESCENT), images.a,
+                           request.b.dataset->getFOVForImage(EIMAGE_LUMINESCENT), images.b);
+}
+
+Outcome prepare(const Request &request, const Images &images, CILImage &countsB)
+{
+    Outcome outcome;
+    fetch(request.a, request.unit, &images.a, &outcome.problems);
+    fetch(request.b, request.unit, &images.b, &outcome.problems);
+    fetchCounts(request, &countsB, &outcome.problems);
+    outcome.combination = compared(request, images);
+    if (outcome.combination != Combination::Possible)
+        return outcome;
+    reconcileBinning(images.a, images.b, countsB);
+    // Before anybody switches the corrections back.
+    outcome.record.unit = unitKey(request.unit);
+    outcome.record.a = recordOf(*request.a.dataset);
+    outcome.record.b = recordOf(*request.b.dataset);
+    return outcome;
+}
+
+/// What the thresholded ratio takes from B's dataset; the mask lives in `masks`. Gives the click number whose
+/// photograph masks the result, empty without one.
+QString takeSceneOf(const CVXSDataset &datasetB, TissueMaskMemo &masks, Operands *operands)
+{
+    operands->ratioScale = ratioScaleOf(datasetB.getClickInfo());
+    if (const CILImage *photograph = datasetB.getCoreImage(EIMAGE_PHOTOGRAPH)) {
+        operands->tissueMask = &masks.mask(*photograph, operands->a.get_width(), operands->a.get_height());
+        return datasetB.getClickNumber();
+    }
+    if (datasetB.getImageList()->isPresent(EIMAGE_PHOTOGRAPH))
+        logLine(QStringLiteral("The photograph of %1 cannot be read; the result has no tissue mask")
+                    .arg(datasetB.getClickNumber()));
+    return QString();
+}
+
+void evaluate(const Request &request, const Images &images, CILImage &countsB, TissueMaskMemo &masks,
+              ResultRecord *record)
+{
+    for (CILImage *image : {&images.a, &images.b, &countsB})
+        image->ChangeType(VXS_FLOAT);
+    Operands operands{images.a, images.b, countsB, request.k};
+    if (request.formula->isThresholded)
+        record->maskPhotograph.clickNumber = takeSceneOf(*request.b.dataset, masks, &operands);
+    request.formula->evaluate(operands, images.result);
+    record->operation = QLatin1String(request.formula->text);
+    record->k = request.k;
+    record->computed = QDateTime::currentDateTimeUtc().toString(Qt::ISODate);
+}
+
+} // namespace
+
+Corrections correctionsFor(const CVXSDataset &dataset)
+{
+    Corrections corrections = correctionsOf(dataset);
+    corrections.flatField = corrections.flatField || dataset.getUnit() == EUNIT_RADIANCE;
+    return corrections;
+}
+
+Outcome compute(const Request &request, const Images &images, TissueMaskMemo &masks,
+                const OperandsReady &operandsReady)
+{
+    CILImage countsB;
+    Outcome outcome = prepare(request, images, countsB);
+    const bool isWanted = !operandsReady || operandsReady(outcome);
+    if (isWanted && request.formula && outcome.combination == Combination::Possible)
+        evaluate(request, images, countsB, masks, &outcome.record);
+    return outcome;
+}
+
+} // namespace imagemath

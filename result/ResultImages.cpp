@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: MIT
+#include "result/ResultImages.h"
+
+#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxutils/CVXSLog.h"
+#include "host/vxutils/writeWhole.h"
+#include "math/ToolLog.h"
+#include "result/ResultWriter.h"
+
+#include <QFileInfo>
+#include <QSaveFile>
+
+using namespace clickinfo;
+using resultwriter::Operand;
+using resultwriter::Request;
+
+namespace {
+
+/// An operand's image file: of the usual name or, where there is none, of the name that the operand gives it.
+QString fileOf(const Operand &operand, QLatin1String usualName, tag_eimagetype type)
+{
+    const QString folder = resultimages::folderOf(operand.clickInfoPath);
+    const QString usual = folder + usualName;
+    if (!operand.dataset || QFileInfo::exists(usual))
+        return usual;
+    return folder + operand.dataset->getImageFileName(type);
+}
+
+void copyFrom(const Operand &operand, QLatin1String usualName, tag_eimagetype type, const QString &to)
+{
+    if (!operand.clickInfoPath.isEmpty())
+        resultimages::copyFile(fileOf(operand, usualName, type), to);
+}
+
+QVector<imagemath::FileRecord> filesOf(const Operand &operand)
+{
+    return operand.dataset
+               ? imagemath::imageFilesOf(*operand.dataset, resultimages::folderOf(operand.clickInfoPath))
+               : QVector<imagemath::FileRecord>();
+}
+
+imagemath::PhotographRecord photographOf(const Request &request)
+{
+    const Operand *photographed = request.photographed();
+    if (!photographed)
+        return {};
+    const QString path = fileOf(*photographed, FILE_PHOTOGRAPH, EIMAGE_PHOTOGRAPH);
+    const auto &operand =
+        request.photograph == resultwriter::PhotographSource::A ? request.record.a : request.record.b;
+    return {operand.clickNumber, {QFileInfo(path).fileName(), imagemath::sha256OfFile(path)}};
+}
+
+/// The record with the files as they are now; empty when nothing was computed.
+std::string description(const Request &request)
+{
+    if (request.record.isEmpty())
+        return std::string();
+    imagemath::ResultRecord record = request.record;
+    record.version = resultclickinfo::versionText();
+    record.a.files = filesOf(request.a);
+    record.b.files = filesOf(request.b);
+    record.photograph = photographOf(request);
+    if (!record.maskPhotograph.clickNumber.isEmpty() && request.b.dataset) {
+        const QString name = request.b.dataset->getImageFileName(EIMAGE_PHOTOGRAPH);
+        for (const imagemath::FileRecord &file : qAsConst(record.b.files)) {
+            if (file.name == name)
+                record.maskPhotograph.file = file;
+        }
+    }
+    return imagemath::toJson(record).toStdString();
+}
+
+} // namespace
+
+QString resultimages::folderOf(const QString &path)
+{
+    return path.left(path.lastIndexOf(QLatin1Char('/')) + 1);
+}
+
+void resultimages::write(const Request &request, const QString &folder)
+{
+    copyFrom(request.a, FILE_LUMINESCENT, EIMAGE_LUMINESCENT, folder + FILE_LUMINESCENT_A);
+    copyFrom(request.b, FILE_LUMINESCENT, EIMAGE_LUMINESCENT, folder + FILE_LUMINESCENT_B);
+
+    CILImage image = request.image;
+    image.setDescription(description(request));
+    const QString path = folder + FILE_LUMINESCENT;
+    if (image.saveAsTIFF(path.toLatin1().constData()) != 0)
+        imagemath::logLine(QString::fromStdString(CILImage::lastError()));
+
+    if (const Operand *photographed = request.photographed())
+        copyFrom(*photographed, FILE_PHOTOGRAPH, EIMAGE_PHOTOGRAPH, folder + FILE_PHOTOGRAPH);
+}
+
+void resultimages::copyFile(const QString &from, const QString &to)
+{
+    if (!QFileInfo(from).isFile())
+        return;
+    QFile source(from);
+    QSaveFile target(to);
+    const bool isRead = source.open(QIODevice::ReadOnly);
+    const QByteArray bytes = isRead ? source.readAll() : QByteArray();
+    if (!isRead || source.error() != QFileDevice::NoError) {
+        vxLog(ELOG_FAILURE, from + QStringLiteral(": ") + source.errorString());
+        return;
+    }
+    if (!target.open(QIODevice::WriteOnly) || !writeWhole(target, bytes) || !target.commit())
+        vxLog(ELOG_FAILURE, to + QStringLiteral(": ") + target.errorString());
+}

@@ -1,0 +1,356 @@
+// SPDX-License-Identifier: MIT
+#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/CVXSSequenceDataset.h"
+#include "host/vxparser/CPLClickInfo.h"
+#include "host/vxutils/CVXSLog.h"
+#include "math/Computation.h"
+#include "math/Formula.h"
+#include "tests/support/TestStudy.h"
+
+#include <QSignalSpy>
+#include <QtTest>
+
+#include <memory>
+
+using namespace imagemath;
+
+namespace {
+
+const QString A = QStringLiteral("AB20260102030405");
+const QString B = QStringLiteral("AB20260102030406");
+
+ClickSpec specOf(const QString &click, float counts)
+{
+    ClickSpec spec;
+    spec.clickNumber = click;
+    spec.counts = [counts](int x, int) { return counts + float(x); };
+    return spec;
+}
+
+} // namespace
+
+class tst_Computation : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void everyFormulaGivesItsResultAndItsRecord_data();
+    void everyFormulaGivesItsResultAndItsRecord();
+    void whatCannotBeCombinedLeavesTheResult_data();
+    void whatCannotBeCombinedLeavesTheResult();
+    void withoutAFormulaTheOperandsAreStillPrepared();
+    void theCallerSeesTheOperandsFirst();
+    void aCallerWhoRefusesLeavesTheResult();
+    void theFinerOperandIsBinnedDown();
+    void correctionsForAComparison_data();
+    void correctionsForAComparison();
+    void correctionsAreSwitchedAsAsked();
+    void theRecordTellsTheCorrectionsOfTheComputation();
+    void aCorrectionThatCannotBeHadIsAProblem();
+    void anOperandThatCannotBeCalibratedIsEmpty();
+    void missingCountsAreAProblemOfTheThresholdedRatioAlone();
+    void anUnreadablePhotographMasksNothing();
+
+private:
+    Outcome compute(const QString &formula, const OperandsReady &ready = {});
+    void add(const ClickSpec &a, const ClickSpec &b);
+
+    std::unique_ptr<TestStudy> m_study;
+    Request m_request;
+    CILImage m_a;
+    CILImage m_b;
+    CILImage m_result;
+    TissueMaskMemo m_masks;
+};
+
+void tst_Computation::init()
+{
+    m_study = std::make_unique<TestStudy>();
+    m_request = Request();
+    m_request.k = 2.0f;
+    m_a = m_b = CILImage();
+    m_result = TestStudy::image(3, 1, [](int x, int) { return float(x); });
+}
+
+void tst_Computation::cleanup()
+{
+    m_study.reset();
+}
+
+void tst_Computation::add(const ClickSpec &a, const ClickSpec &b)
+{
+    m_request.a.dataset = m_study->add(a);
+    m_request.b.dataset = m_study->add(b);
+}
+
+Outcome tst_Computation::compute(const QString &formula, const OperandsReady &ready)
+{
+    m_request.formula = formulaNamed(formula);
+    return imagemath::compute(m_request, {m_a, m_b, m_result}, m_masks, ready);
+}
+
+void tst_Computation::everyFormulaGivesItsResultAndItsRecord_data()
+{
+    QTest::addColumn<QString>("formula");
+    QTest::addColumn<float>("pixel"); // of A = 300 and B = 100, k = 2
+    QTest::addColumn<QString>("masked");
+    QTest::newRow("sum") << "A + B * k" << 500.0f << QString();
+    QTest::newRow("difference") << "A - B * k" << 100.0f << QString();
+    QTest::newRow("product") << "A * B * k" << 60000.0f << QString();
+    QTest::newRow("quotient") << "(A / B) * k" << 6.0f << QString();
+    QTest::newRow("thresholded ratio, inside of the tissue") << "A/B if Counts(B)>k" << 300.0f << B;
+}
+
+void tst_Computation::everyFormulaGivesItsResultAndItsRecord()
+{
+    QFETCH(QString, formula);
+    QFETCH(float, pixel);
+    QFETCH(QString, masked);
+    ClickSpec b = specOf(B, 100.0f);
+    b.photograph = [](int x, int) { return x < 32 ? 200.0f : 10.0f; };
+    b.luminescentKeys.insert(clickinfo::KEY_FLUORESCENCE_LEVEL, "High");
+    add(specOf(A, 300.0f), b);
+
+    const Outcome made = compute(formula);
+    QCOMPARE(made.combination, Combination::Possible);
+    QCOMPARE(made.problems, QStringList());
+    QCOMPARE(int(m_result.getType()), int(VXS_FLOAT));
+    QCOMPARE(int(m_result.getWidth()), 32);
+    QCOMPARE(m_result.pixelAt(0, 16), double(pixel));
+
+    QCOMPARE(made.record.operation, formula);
+    QCOMPARE(made.record.k, 2.0f);
+    QCOMPARE(made.record.unit, unitKey(EUNIT_COUNTS));
+    QCOMPARE(made.record.a.clickNumber, A);
+    QCOMPARE(made.record.b.clickNumber, B);
+    QCOMPARE(made.record.a.sequenceId, m_study->sequence()->getSequenceID());
+    QCOMPARE(made.record.maskPhotograph.clickNumber, masked);
+    QVERIFY(QDateTime::fromString(made.record.computed, Qt::ISODate).isValid());
+}
+
+void tst_Computation::whatCannotBeCombinedLeavesTheResult_data()
+{
+    QTest::addColumn<bool>("hasA");
+    QTest::addColumn<bool>("hasB");
+    QTest::addColumn<double>("fieldOfView");
+    QTest::addColumn<int>("height");
+    QTest::addColumn<int>("combination");
+    QTest::newRow("no image A") << false << true << 12.5 << 32 << int(Combination::MissingImage);
+    QTest::newRow("no image B") << true << false << 12.5 << 32 << int(Combination::MissingImage);
+    QTest::newRow("no image at all") << false << false << 12.5 << 32 << int(Combination::MissingImage);
+    QTest::newRow("another field of view")
+        << true << true << 12.6 << 32 << int(Combination::DifferentFieldOfView);
+    QTest::newRow("another size") << true << true << 12.5 << 16 << int(Combination::DifferentSize);
+}
+
+void tst_Computation::whatCannotBeCombinedLeavesTheResult()
+{
+    QFETCH(bool, hasA);
+    QFETCH(bool, hasB);
+    QFETCH(double, fieldOfView);
+    QFETCH(int, height);
+    QFETCH(int, combination);
+    ClickSpec b = specOf(B, 100.0f);
+    b.fieldOfView = fieldOfView;
+    b.height = height;
+    add(specOf(A, 300.0f), b);
+    if (!hasA)
+        m_request.a.dataset = nullptr;
+    if (!hasB)
+        m_request.b.dataset = nullptr;
+    const std::uint64_t before = m_result.contentId();
+
+    const Outcome made = compute("A - B * k");
+    QCOMPARE(int(made.combination), combination);
+    QVERIFY(!messageOf(made.combination).isEmpty());
+    QCOMPARE(m_result.contentId(), before);
+    QVERIFY(made.record.isEmpty());
+    QVERIFY(made.record.a.clickNumber.isEmpty());
+    // What is there is still shown.
+    QCOMPARE(!m_a.isEmpty(), hasA);
+    QCOMPARE(!m_b.isEmpty(), hasB);
+}
+
+void tst_Computation::withoutAFormulaTheOperandsAreStillPrepared()
+{
+    add(specOf(A, 300.0f), specOf(B, 100.0f));
+    const std::uint64_t before = m_result.contentId();
+    const Outcome made = compute("A ^ B");
+    QCOMPARE(made.combination, Combination::Possible);
+    QCOMPARE(m_a.pixelAt(1, 0), 301.0);
+    QCOMPARE(m_b.pixelAt(1, 0), 101.0);
+    QCOMPARE(m_result.contentId(), before);
+    QVERIFY(made.record.isEmpty());
+    QCOMPARE(made.record.a.clickNumber, A);
+}
+
+void tst_Computation::theCallerSeesTheOperandsFirst()
+{
+    add(specOf(A, 300.0f), specOf(B, 100.0f));
+    const std::uint64_t before = m_result.contentId();
+    int calls = 0;
+    const Outcome made = compute("A + B * k", [&](const Outcome &prepared) {
+        ++calls;
+        return prepared.combination == Combination::Possible && prepared.record.b.clickNumber == B &&
+               prepared.record.isEmpty() && !m_a.isEmpty() && !m_b.isEmpty() &&
+               m_result.contentId() == before;
+    });
+    QCOMPARE(calls, 1);
+    QCOMPARE(made.record.operation, QString("A + B * k"));
+    QCOMPARE(m_result.pixelAt(0, 0), 500.0);
+}
+
+void tst_Computation::aCallerWhoRefusesLeavesTheResult()
+{
+    add(specOf(A, 300.0f), specOf(B, 100.0f));
+    const std::uint64_t before = m_result.contentId();
+    const Outcome made = compute("A + B * k", [](const Outcome &) { return false; });
+    QCOMPARE(m_result.contentId(), before);
+    QVERIFY(made.record.isEmpty());
+}
+
+void tst_Computation::theFinerOperandIsBinnedDown()
+{
+    ClickSpec b = specOf(B, 100.0f);
+    b.width = b.height = 16;
+    b.binning = 8.0f;
+    add(specOf(A, 300.0f), b);
+    compute("A - B * k");
+    QCOMPARE(int(m_result.getWidth()), 16);
+    QCOMPARE(m_result.binningFactor(), 8.0f);
+    QCOMPARE(m_a.binningFactor(), 8.0f);
+}
+
+void tst_Computation::correctionsForAComparison_data()
+{
+    QTest::addColumn<int>("unit");
+    QTest::addColumn<bool>("already");
+    QTest::addColumn<bool>("hasFlatField");
+    QTest::addColumn<bool>("corrected");
+    for (int unit = 0; unit < 4; ++unit) {
+        QTest::newRow(qPrintable(QString("unit %1, not corrected").arg(unit)))
+            << unit << false << true << (unit == 1);
+        QTest::newRow(qPrintable(QString("unit %1, corrected already").arg(unit)))
+            << unit << true << true << true;
+        QTest::newRow(qPrintable(QString("unit %1, no flat field there").arg(unit)))
+            << unit << false << false << false;
+    }
+}
+
+void tst_Computation::correctionsForAComparison()
+{
+    QFETCH(int, unit);
+    QFETCH(bool, already);
+    QFETCH(bool, hasFlatField);
+    QFETCH(bool, corrected);
+    ClickSpec a = specOf(A, 300.0f);
+    if (hasFlatField)
+        a.flatField = [](int x, int) { return x < 16 ? 1.0f : 0.5f; };
+    add(a, specOf(B, 100.0f));
+    CVXSDataset *dataset = m_request.a.dataset;
+    dataset->setUnit(tag_edisplayunit(unit));
+    dataset->doFlatFieldCorrection(already);
+    QCOMPARE(dataset->isLuminFlatFieldCorrected(), already);
+    QSignalSpy changed(dataset, &CVXSDataset::calibrationChanged);
+    m_request.a.corrections = correctionsFor(*dataset);
+    compute("A - B * k");
+    QCOMPARE(dataset->isLuminFlatFieldCorrected(), corrected);
+    QCOMPARE(changed.count(), corrected != already ? 1 : 0);
+}
+
+void tst_Computation::correctionsAreSwitchedAsAsked()
+{
+    ClickSpec a = specOf(A, 300.0f);
+    a.flatField = [](int x, int) { return x < 16 ? 1.0f : 0.5f; };
+    add(a, specOf(B, 100.0f));
+    m_request.a.corrections.flatField = true;
+    compute("A - B * k");
+    QCOMPARE(m_a.pixelAt(20, 0), 640.0); // (300 + 20) / 0.5
+    m_request.a.corrections.flatField = false;
+    compute("A - B * k");
+    QCOMPARE(m_a.pixelAt(20, 0), 320.0);
+}
+
+void tst_Computation::theRecordTellsTheCorrectionsOfTheComputation()
+{
+    ClickSpec a = specOf(A, 300.0f);
+    a.flatField = [](int, int) { return 1.0f; };
+    add(a, specOf(B, 100.0f));
+    m_request.a.corrections.flatField = true;
+    const Outcome made = compute("A - B * k", [this](const Outcome &) {
+        m_request.a.dataset->doFlatFieldCorrection(false); // as who handed it back before the evaluation
+        return true;
+    });
+    QVERIFY(made.record.a.flatFieldCorrected);
+    QVERIFY(!made.record.b.flatFieldCorrected);
+}
+
+void tst_Computation::aCorrectionThatCannotBeHadIsAProblem()
+{
+    add(specOf(A, 300.0f), specOf(B, 100.0f));
+    m_request.b.corrections.flatField = true;
+    const Outcome made = compute("A - B * k");
+    QCOMPARE(made.problems.size(), 1);
+    QVERIFY2(made.problems.first().startsWith(B), qPrintable(made.problems.first()));
+    QCOMPARE(m_result.pixelAt(0, 0), 100.0); // computed with what there is
+}
+
+void tst_Computation::anOperandThatCannotBeCalibratedIsEmpty()
+{
+    ClickSpec b = specOf(B, 100.0f);
+    b.luminescentKeys.insert(clickinfo::KEY_EXPOSURE, QString());
+    add(specOf(A, 300.0f), b);
+    compute("A - B * k");
+    QVERIFY(!m_b.isEmpty());
+    m_request.unit = EUNIT_RADIANCE;
+    const Outcome made = compute("A - B * k");
+    QVERIFY(m_b.isEmpty()); // not the counts of the time before
+    QCOMPARE(made.problems.size(), 1);
+    QVERIFY2(made.problems.first().contains(clickinfo::KEY_EXPOSURE), qPrintable(made.problems.first()));
+    QCOMPARE(made.combination, Combination::DifferentSize);
+}
+
+void tst_Computation::missingCountsAreAProblemOfTheThresholdedRatioAlone()
+{
+    // A result in efficiency has no way back to counts.
+    add(specOf(A, 300.0f), specOf(B, 100.0f));
+    CPLClickInfo *info = m_request.b.dataset->getClickInfo();
+    clickinfo::ensureSection(info, clickinfo::SECTION_LUMINESCENT)
+        ->setValue(clickinfo::KEY_MATH_OPERATION, QString("A - B * k"));
+    clickinfo::ensureSection(info, clickinfo::SECTION_GRAPH_CONTROLS)
+        ->setValue(clickinfo::KEY_INTENSITY_CALIBRATION, unitKey(EUNIT_EFFICIENCY));
+    m_request.a.dataset = m_request.b.dataset;
+    m_request.unit = EUNIT_EFFICIENCY;
+    QCOMPARE(compute("A + B * k").problems, QStringList());
+    QCOMPARE(m_result.pixelAt(0, 0), 300.0);
+    QCOMPARE(compute("A/B if Counts(B)>k").problems.size(), 1);
+}
+
+void tst_Computation::anUnreadablePhotographMasksNothing()
+{
+    ClickSpec b = specOf(B, 100.0f);
+    b.photograph = [](int x, int) { return x < 32 ? 200.0f : 10.0f; };
+    add(specOf(A, 300.0f), b);
+    QVERIFY(m_study->save());
+    const QString folder = m_study->sequence()->getSequenceInfoPath();
+    m_study->close();
+    QFile photograph(folder + B + "/photograph.tif");
+    QVERIFY(photograph.open(QIODevice::WriteOnly)); // cut to nothing
+    photograph.close();
+    const std::unique_ptr<CVXSSequenceDataset> again(CVXSSequenceDataset::open(folder, nullptr, nullptr));
+    QVERIFY(again);
+    m_request.a.dataset = again->getDataset(A);
+    m_request.b.dataset = again->getDataset(B);
+    getLogObject()->clear();
+    const Outcome made = compute("A/B if Counts(B)>k");
+    QCOMPARE(m_result.pixelAt(31, 0), double(331.0f / 131.0f * 10.0f));
+    QVERIFY(made.record.maskPhotograph.clickNumber.isEmpty());
+    QCOMPARE(getLogObject()->entries().last().message,
+             QString("The photograph of %1 cannot be read; the result has no tissue mask").arg(B));
+}
+
+QTEST_GUILESS_MAIN(tst_Computation)
+#include "tst_Computation.moc"
