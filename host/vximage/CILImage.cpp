@@ -14,7 +14,7 @@ using il::StorePtr;
 
 namespace {
 
-constexpr const char *kNoMemory = "There is not enough memory for an image; it is left empty.";
+constexpr const char *NO_MEMORY = "There is not enough memory for an image; it is left empty.";
 
 /// What an image gets for `store` when it is copied: the store itself, or pixels of its own when someone may
 /// write into it.
@@ -25,7 +25,7 @@ StorePtr shared(const StorePtr &store)
     try {
         return PixelStore::copyOf(store);
     } catch (const std::bad_alloc &) {
-        il::message(il::kMessageError, kNoMemory);
+        il::message(il::MESSAGE_ERROR, NO_MEMORY);
         return PixelStore::empty(store->type());
     }
 }
@@ -39,7 +39,7 @@ void *pixelsOf(const StorePtr &store)
         return store->data();
     } catch (const std::bad_alloc &) {
         store->becomeEmpty();
-        il::message(il::kMessageError, kNoMemory);
+        il::message(il::MESSAGE_ERROR, NO_MEMORY);
         return nullptr;
     }
 }
@@ -52,7 +52,7 @@ il::Statistics statisticsOf(const StorePtr &store)
         return store->statistics();
     } catch (const std::bad_alloc &) {
         store->becomeEmpty();
-        il::message(il::kMessageError, kNoMemory);
+        il::message(il::MESSAGE_ERROR, NO_MEMORY);
         return {};
     }
 }
@@ -77,7 +77,7 @@ EILSTATUS resampleInPlace(StorePtr &pixels, std::uint32_t width, std::uint32_t h
         pixels = std::move(result);
         return EIL_SUCCESS;
     } catch (const std::bad_alloc &) {
-        il::message(il::kMessageError, "There is not enough memory to resample an image; it keeps its size.");
+        il::message(il::MESSAGE_ERROR, "There is not enough memory to resample an image; it keeps its size.");
         return EIL_NO_MEMORY;
     }
 }
@@ -90,7 +90,7 @@ EILSTATUS morphInPlace(StorePtr &pixels, il::Morphology operation, int width, in
         pixels = il::morph(*pixels, operation, std::uint32_t(width), std::uint32_t(height));
         return EIL_SUCCESS;
     } catch (const std::bad_alloc &) {
-        il::message(il::kMessageError,
+        il::message(il::MESSAGE_ERROR,
                     "There is not enough memory for a morphological operation; the image is unchanged.");
         return EIL_NO_MEMORY;
     }
@@ -134,7 +134,7 @@ EILSTATUS CILImage::InitWithType(VXSDataTypes type, std::uint32_t width, std::ui
         m_pixels = PixelStore::zeros(type, width, height);
         return EIL_SUCCESS;
     } catch (const std::bad_alloc &) {
-        il::message(il::kMessageError, kNoMemory);
+        il::message(il::MESSAGE_ERROR, NO_MEMORY);
         return EIL_NO_MEMORY;
     }
 }
@@ -162,7 +162,7 @@ bool CILImage::ChangeType(VXSDataTypes type)
         m_pixels = std::move(converted);
     } catch (const std::bad_alloc &) {
         m_pixels = PixelStore::empty(type);
-        il::message(il::kMessageError, kNoMemory);
+        il::message(il::MESSAGE_ERROR, NO_MEMORY);
     }
     return true;
 }
@@ -190,7 +190,7 @@ void *CILImage::get_data()
         try {
             m_pixels = PixelStore::copyOf(m_pixels);
         } catch (const std::bad_alloc &) {
-            il::message(il::kMessageError, kNoMemory);
+            il::message(il::MESSAGE_ERROR, NO_MEMORY);
             m_pixels = PixelStore::empty(getType());
             return nullptr;
         }
@@ -275,7 +275,7 @@ void CILImage::Threshold(float t, CILImage &target) const
             target.m_pixels->data();
     } catch (const std::bad_alloc &) {
         target.m_pixels = PixelStore::empty(VXS_MASK);
-        il::message(il::kMessageError, kNoMemory);
+        il::message(il::MESSAGE_ERROR, NO_MEMORY);
     }
 }
 

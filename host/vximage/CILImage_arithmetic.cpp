@@ -25,7 +25,7 @@ bool maySleep(const Source &source)
 StorePtr extended(const StorePtr &store, Step step)
 {
     il::Expression expression;
-    if (store->isPending() && store->type() == VXS_FLOAT && store->expression().steps.size() < il::kMaxSteps)
+    if (store->isPending() && store->type() == VXS_FLOAT && store->expression().steps.size() < il::MAX_STEPS)
         expression = store->expression();
     else
         expression.base = PixelStore::sourceOf(store);
@@ -53,7 +53,7 @@ void apply(StorePtr &pixels, Step step)
     if (pixels->isLeaked() && pixels->type() == VXS_FLOAT)
         return applyToLeaked(pixels, std::move(step));
     if (pixels->isPending() && pixels->type() == VXS_FLOAT) {
-        if (pixels.use_count() == 1 && pixels->expression().steps.size() < il::kMaxSteps) {
+        if (pixels.use_count() == 1 && pixels->expression().steps.size() < il::MAX_STEPS) {
             const bool waits = maySleep(step.operand);
             pixels->expression().steps.push_back(std::move(step));
             pixels->expressionChanged();
@@ -74,7 +74,7 @@ bool sameSize(const CILImage &a, const CILImage &b)
     const auto size = [](const CILImage &i) {
         return std::to_string(i.getWidth()) + " x " + std::to_string(i.getHeight());
     };
-    il::message(il::kMessageError, "Images of unequal size (" + size(a) + " and " + size(b) +
+    il::message(il::MESSAGE_ERROR, "Images of unequal size (" + size(a) + " and " + size(b) +
                                        ") cannot be combined; the result is empty.");
     return false;
 }
@@ -87,7 +87,7 @@ void guarded(StorePtr &pixels, F &&f)
         f();
     } catch (const std::bad_alloc &) {
         pixels = PixelStore::empty(VXS_FLOAT);
-        il::message(il::kMessageError, "There is not enough memory to combine images; the result is empty.");
+        il::message(il::MESSAGE_ERROR, "There is not enough memory to combine images; the result is empty.");
     }
 }
 

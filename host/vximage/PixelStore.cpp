@@ -12,9 +12,9 @@
 namespace il {
 namespace {
 
-constexpr std::size_t kRangesKept = 4;
-constexpr std::size_t kResampledKept = 3;
-constexpr std::size_t kGrain = std::size_t(64) << 10;
+constexpr std::size_t RANGES_KEPT = 4;
+constexpr std::size_t RESAMPLED_KEPT = 3;
+constexpr std::size_t GRAIN = std::size_t(64) << 10;
 
 std::uint64_t newId()
 {
@@ -82,7 +82,7 @@ StorePtr PixelStore::copyOf(const StorePtr &store)
     const void *from = store->data();
     StorePtr copy = allocate(store->type(), store->width(), store->height());
     void *to = copy->m_buffer.data();
-    parallelFor(store->count() * bytesPerPixel(store->type()), kGrain, 2,
+    parallelFor(store->count() * bytesPerPixel(store->type()), GRAIN, 2,
                 [&](std::size_t begin, std::size_t end) {
                     std::memcpy(static_cast<char *>(to) + begin, static_cast<const char *>(from) + begin,
                                 end - begin);
@@ -103,7 +103,7 @@ void *PixelStore::evaluated(bool withStatistics)
 {
     if (m_state == State::Zeros) {
         char *to = static_cast<char *>(m_buffer.data());
-        parallelFor(count() * bytesPerPixel(m_type), kGrain, 1,
+        parallelFor(count() * bytesPerPixel(m_type), GRAIN, 1,
                     [&](std::size_t begin, std::size_t end) { std::memset(to + begin, 0, end - begin); });
         m_state = State::Ready;
     } else if (m_state == State::Pending) {
@@ -201,7 +201,7 @@ std::optional<PixelStore::Range> PixelStore::rememberedRange(double ceiling, int
 void PixelStore::rememberRange(const Range &range)
 {
     if (!m_leaked)
-        keepLast(m_ranges, range, kRangesKept);
+        keepLast(m_ranges, range, RANGES_KEPT);
 }
 
 StorePtr PixelStore::rememberedResampled(std::uint32_t width, std::uint32_t height, int mode,
@@ -217,7 +217,7 @@ StorePtr PixelStore::rememberedResampled(std::uint32_t width, std::uint32_t heig
 void PixelStore::rememberResampled(const Resampled &resampled)
 {
     if (!m_leaked)
-        keepLast(m_resampled, resampled, kResampledKept);
+        keepLast(m_resampled, resampled, RESAMPLED_KEPT);
 }
 
 void PixelStore::rememberOtsu(float percentage)

@@ -14,7 +14,7 @@
 namespace il {
 namespace {
 
-constexpr std::size_t kGrain = 16384;
+constexpr std::size_t GRAIN = 16384;
 
 struct Range
 {
@@ -87,7 +87,7 @@ Statistics statisticsOf(const void *pixels, VXSDataTypes type, std::size_t n)
         const auto *p = static_cast<decltype(tag)>(pixels);
         StatisticsSum sum;
         std::mutex mutex;
-        parallelFor(n, kGrain, sizeof *p, [&](std::size_t begin, std::size_t end) {
+        parallelFor(n, GRAIN, sizeof *p, [&](std::size_t begin, std::size_t end) {
             const Range r = rangeOf(p + begin, end - begin);
             std::lock_guard<std::mutex> lock(mutex);
             sum.add(r.lo, r.hi);

@@ -6,7 +6,7 @@
 
 namespace {
 
-const VXSDataTypes kTypes[] = {VXS_UINT8, VXS_MASK, VXS_UINT16, VXS_UINT32, VXS_FLOAT, VXS_DOUBLE};
+const VXSDataTypes TYPES[] = {VXS_UINT8, VXS_MASK, VXS_UINT16, VXS_UINT32, VXS_FLOAT, VXS_DOUBLE};
 
 /// The weight of old pixel p in new pixel i of one axis, by definition and not by speed.
 double weight(int mode, uint oldSize, uint newSize, uint i, uint p)
@@ -90,7 +90,7 @@ private slots:
         QFETCH(int, mode);
         QFETCH(uint, width);
         QFETCH(uint, height);
-        for (const VXSDataTypes type : kTypes) {
+        for (const VXSDataTypes type : TYPES) {
             const CILImage source = maker::random(type, 24, 18, type == VXS_MASK ? 1 : 240, 5);
             const std::vector<double> expected = reference(source, width, height, mode);
             CILImage image = source;

@@ -7,9 +7,9 @@
 
 namespace {
 
-const float kNaN = std::numeric_limits<float>::quiet_NaN();
-const float kInf = std::numeric_limits<float>::infinity();
-const VXSDataTypes kTypes[] = {VXS_UINT8, VXS_MASK, VXS_UINT16, VXS_UINT32, VXS_FLOAT, VXS_DOUBLE};
+const float NOT_A_NUMBER = std::numeric_limits<float>::quiet_NaN();
+const float INF = std::numeric_limits<float>::infinity();
+const VXSDataTypes TYPES[] = {VXS_UINT8, VXS_MASK, VXS_UINT16, VXS_UINT32, VXS_FLOAT, VXS_DOUBLE};
 
 /// Otsu's method by trying every border of 256 classes on the pixels themselves.
 double naiveOtsu(const CILImage &image)
@@ -51,14 +51,14 @@ private slots:
     void onlyWhatIsAboveBecomesOne_data()
     {
         QTest::addColumn<float>("t");
-        for (const float t :
-             {-1.0f, 0.0f, 0.5f, 1.0f, 100.0f, 100.5f, 239.0f, 255.0f, 65535.0f, 1e9f, kInf, -kInf, kNaN})
+        for (const float t : {-1.0f, 0.0f, 0.5f, 1.0f, 100.0f, 100.5f, 239.0f, 255.0f, 65535.0f, 1e9f, INF,
+                              -INF, NOT_A_NUMBER})
             QTest::newRow(qPrintable(QString("threshold %1").arg(double(t)))) << t;
     }
     void onlyWhatIsAboveBecomesOne()
     {
         QFETCH(float, t);
-        for (const VXSDataTypes type : kTypes) {
+        for (const VXSDataTypes type : TYPES) {
             const CILImage image = maker::random(type, 333, 217, type == VXS_MASK ? 1 : 239, 3);
             CILImage mask;
             image.Threshold(t, mask);
@@ -72,7 +72,7 @@ private slots:
 
     void aPixelEqualToTheThresholdIsExcludedAndANaNToo()
     {
-        const CILImage image = maker::floats(5, 1, {5, std::nextafter(5.0f, 6.0f), kNaN, kInf, -kInf});
+        const CILImage image = maker::floats(5, 1, {5, std::nextafter(5.0f, 6.0f), NOT_A_NUMBER, INF, -INF});
         CILImage mask;
         image.Threshold(5, mask);
         QCOMPARE(maker::values(mask), (std::vector<double>{0, 1, 0, 1, 0}));
@@ -111,7 +111,7 @@ private slots:
         QFETCH(uint, height);
         QFETCH(int, across);
         QFETCH(int, down);
-        for (const VXSDataTypes type : kTypes) {
+        for (const VXSDataTypes type : TYPES) {
             const CILImage source = maker::random(type, width, height, type == VXS_MASK ? 1 : 100, 4);
             CILImage eroded = source, dilated = source;
             QCOMPARE(eroded.Erode(across, down), EIL_SUCCESS);
@@ -191,8 +191,8 @@ private slots:
         QFETCH(float, bright);
         std::vector<float> pixels(1000, dark);
         std::fill(pixels.begin(), pixels.begin() + 130, bright);
-        pixels[500] = kNaN;
-        pixels[501] = kInf;
+        pixels[500] = NOT_A_NUMBER;
+        pixels[501] = INF;
         const CILImage image = maker::floats(100, 10, pixels);
         const float share = CSLComposite().AutomaticThresholdOtsu(&image);
         QVERIFY2(share > 0.0f && share < 100.0f, qPrintable(QString::number(double(share))));
@@ -201,7 +201,8 @@ private slots:
 
     void otsuOfAnImageWithoutSpreadIsZero()
     {
-        const CILImage flat = maker::floats(2, 1, {3, 3}), none = maker::floats(2, 1, {kNaN, kInf}), empty;
+        const CILImage flat = maker::floats(2, 1, {3, 3}), none = maker::floats(2, 1, {NOT_A_NUMBER, INF}),
+                       empty;
         QCOMPARE(CSLComposite().AutomaticThresholdOtsu(&flat), 0.0f);
         QCOMPARE(CSLComposite().AutomaticThresholdOtsu(&none), 0.0f);
         QCOMPARE(CSLComposite().AutomaticThresholdOtsu(&empty), 0.0f);
