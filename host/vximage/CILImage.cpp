@@ -8,6 +8,7 @@
 #include "host/vximage/Resampling.h"
 
 #include <new>
+#include <string>
 
 using il::PixelStore;
 using il::StorePtr;
@@ -57,10 +58,18 @@ il::Statistics statisticsOf(const StorePtr &store)
     }
 }
 
+/// The status of an operation that is refused and leaves the image as it was. The message is for the log:
+/// callers that only clean up a picture look at no status.
+EILSTATUS refused(EILSTATUS status, const std::string &reason)
+{
+    il::message(il::MESSAGE_ERROR, reason + "; the image is unchanged.");
+    return status;
+}
+
 EILSTATUS resampleInPlace(StorePtr &pixels, std::uint32_t width, std::uint32_t height, int mode)
 {
     if (!il::isKnownResampleMode(mode))
-        return EIL_BAD_TYPE;
+        return refused(EIL_BAD_TYPE, "There is no resample mode " + std::to_string(mode));
     if (!pixels || pixels->count() == 0 || width == 0 || height == 0)
         return EIL_BAD_SIZE;
     if (width == pixels->width() && height == pixels->height())
@@ -77,22 +86,24 @@ EILSTATUS resampleInPlace(StorePtr &pixels, std::uint32_t width, std::uint32_t h
         pixels = std::move(result);
         return EIL_SUCCESS;
     } catch (const std::bad_alloc &) {
-        il::message(il::MESSAGE_ERROR, "There is not enough memory to resample an image; it keeps its size.");
-        return EIL_NO_MEMORY;
+        return refused(EIL_NO_MEMORY, "There is not enough memory to resample an image");
     }
 }
 
 EILSTATUS morphInPlace(StorePtr &pixels, il::Morphology operation, int width, int height)
 {
-    if (width < 1 || height < 1 || width % 2 == 0 || height % 2 == 0 || !pixels || pixels->count() == 0)
+    if (width != 3 || height != 3)
+        return refused(EIL_BAD_SIZE, "Erosion and dilation are by 3 x 3 pixels, not by " +
+                                         std::to_string(width) + " x " + std::to_string(height));
+    if (!pixels || pixels->count() == 0)
         return EIL_BAD_SIZE;
+    if (!il::isByte(pixels->type()))
+        return refused(EIL_BAD_TYPE, "Erosion and dilation are for masks and 8-bit images");
     try {
-        pixels = il::morph(*pixels, operation, std::uint32_t(width), std::uint32_t(height));
+        pixels = il::morph3x3(*pixels, operation);
         return EIL_SUCCESS;
     } catch (const std::bad_alloc &) {
-        il::message(il::MESSAGE_ERROR,
-                    "There is not enough memory for a morphological operation; the image is unchanged.");
-        return EIL_NO_MEMORY;
+        return refused(EIL_NO_MEMORY, "There is not enough memory for a morphological operation");
     }
 }
 

@@ -68,7 +68,7 @@ template double roundedTo<double>(double);
 
 void toFloat(const void *in, VXSDataTypes type, float *out, std::size_t n)
 {
-    if (type == VXS_UINT8 || type == VXS_MASK)
+    if (isByte(type))
         blockKernels().fromUint8(static_cast<const std::uint8_t *>(in), out, n);
     else if (type == VXS_UINT16)
         blockKernels().fromUint16(static_cast<const std::uint16_t *>(in), out, n);

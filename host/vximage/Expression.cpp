@@ -174,7 +174,7 @@ void evaluateMask(const Source &source, std::size_t n, std::uint8_t *out)
         return;
     }
     parallelFor(n, BLOCK_PIXELS, bytesPerPixel(type) + 1, [&](std::size_t begin, std::size_t end) {
-        if (type == VXS_UINT8 || type == VXS_MASK) {
+        if (isByte(type)) {
             kernels.aboveUint8(static_cast<const std::uint8_t *>(pixels) + begin, int(t), out + begin,
                                end - begin);
         } else if (type == VXS_UINT16) {

@@ -152,7 +152,7 @@ private slots:
         changed();
         a.downSample(2, 2, 1);
         changed();
-        a.ChangeType(VXS_UINT16);
+        a.ChangeType(VXS_UINT8);
         changed();
         a.Dilate(3, 3);
         changed();
