@@ -26,10 +26,10 @@ constexpr double SHARE_OF_SAMPLES = 0.997;
 constexpr float POSITIVE_INFINITY = std::numeric_limits<float>::infinity();
 
 /// Walks over the pixels of an image as floats.
-class Reader
+class FloatReader
 {
 public:
-    explicit Reader(il::PixelStore &store)
+    explicit FloatReader(il::PixelStore &store)
         : m_pixels(store.data()), m_type(store.type()), m_count(store.count())
     {
     }
@@ -98,7 +98,7 @@ struct Population
     }
 };
 
-Population populationBelow(const Reader &reader, float ceiling, int bins)
+Population populationBelow(const FloatReader &reader, float ceiling, int bins)
 {
     Population p;
     p.ceiling = ceiling;
@@ -118,7 +118,7 @@ Population populationBelow(const Reader &reader, float ceiling, int bins)
 }
 
 /// A value that few pixels reach, from a sample of them: with it the histogram need only be made of the rest.
-float guessBrightLevel(const Reader &reader, const Population &p)
+float guessBrightLevel(const FloatReader &reader, const Population &p)
 {
     const std::size_t step =
         std::max<std::size_t>(1, reader.count() / SAMPLES) | 1; // odd: not one column only
@@ -142,7 +142,7 @@ struct BrightPixels
     std::vector<std::uint32_t> perBin; ///< of those at or above the level
 };
 
-BrightPixels countBright(const Reader &reader, const Population &p, float level)
+BrightPixels countBright(const FloatReader &reader, const Population &p, float level)
 {
     BrightPixels result;
     result.perBin.resize(std::size_t(p.bins));
@@ -194,7 +194,7 @@ std::optional<int> binOfShare(const BrightPixels &bright, const Population &p, f
     return std::nullopt;
 }
 
-double levelOfShare(const Reader &reader, const Population &p)
+double levelOfShare(const FloatReader &reader, const Population &p)
 {
     const float guess = guessBrightLevel(reader, p);
     if (const auto bin = binOfShare(countBright(reader, p, guess), p, guess))
@@ -203,9 +203,9 @@ double levelOfShare(const Reader &reader, const Population &p)
     return p.upperEdge(bin.value_or(0));
 }
 
-il::PixelStore::Range rangeOf(il::PixelStore &store, double ceiling, int count)
+il::PixelStore::AutoRange rangeOf(il::PixelStore &store, double ceiling, int count)
 {
-    const Reader reader(store);
+    const FloatReader reader(store);
     const int bins = std::clamp(count, 1, 1 << 24);
     // A pixel is a float: it is below the ceiling when it is below the next float at or above it.
     float floatCeiling = float(ceiling);
@@ -233,10 +233,10 @@ bool ilAutoRange(const CILImage &image, double ceiling, int count, double *low, 
         return false;
     try {
         const il::StorePtr store = il::PixelStore::readable(il::PixelStore::of(image));
-        auto range = store->rememberedRange(ceiling, count);
+        auto range = store->rememberedAutoRange(ceiling, count);
         if (!range) {
             range = rangeOf(*store, ceiling, count);
-            store->rememberRange(*range);
+            store->rememberAutoRange(*range);
         }
         if (range->found) {
             *low = range->low;

@@ -19,9 +19,9 @@ constexpr const char *NO_MEMORY = "There is not enough memory for an image; it i
 
 /// What an image gets for `store` when it is copied: the store itself, or pixels of its own when someone may
 /// write into it.
-StorePtr shared(const StorePtr &store)
+StorePtr forCopy(const StorePtr &store)
 {
-    if (!store || !store->isLeaked())
+    if (!store || !store->isExposed())
         return store;
     try {
         return PixelStore::copyOf(store);
@@ -118,7 +118,7 @@ CILImage &CILImage::operator=(CILImage &&other) noexcept = default;
 
 CILImage::CILImage(const CILImage &other)
     : CILImageBase(other),
-      m_pixels(shared(other.m_pixels)),
+      m_pixels(forCopy(other.m_pixels)),
       m_palette(other.m_palette),
       m_binning(other.m_binning),
       m_description(other.m_description)
@@ -162,7 +162,7 @@ bool CILImage::ChangeType(VXSDataTypes type)
     }
     try {
         // To float it waits: most often arithmetic follows, which reads the pixels as they are.
-        if (type == VXS_FLOAT && !m_pixels->isLeaked()) {
+        if (type == VXS_FLOAT && !m_pixels->isExposed()) {
             m_pixels =
                 PixelStore::deferred(type, getWidth(), getHeight(), {PixelStore::sourceOf(m_pixels), {}});
             return true;
@@ -206,7 +206,7 @@ void *CILImage::get_data()
             return nullptr;
         }
     }
-    m_pixels->setLeaked();
+    m_pixels->setExposed();
     return m_pixels->data();
 }
 
@@ -280,9 +280,9 @@ void CILImage::Threshold(float t, CILImage &target) const
         }
         source.isAbove = true;
         source.t = t;
-        const bool leaked = m_pixels->isLeaked();
+        const bool exposed = m_pixels->isExposed();
         target.m_pixels = PixelStore::deferred(VXS_MASK, getWidth(), getHeight(), {std::move(source), {}});
-        if (leaked)
+        if (exposed)
             target.m_pixels->data();
     } catch (const std::bad_alloc &) {
         target.m_pixels = PixelStore::empty(VXS_MASK);

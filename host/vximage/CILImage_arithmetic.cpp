@@ -16,9 +16,9 @@ using il::StorePtr;
 namespace {
 
 /// Whether an expression that waits may keep this store: not when someone may write into it meanwhile.
-bool maySleep(const Source &source)
+bool mayWait(const Source &source)
 {
-    return !source.store || !source.store->isLeaked();
+    return !source.store || !source.store->isExposed();
 }
 
 /// The value of `store` with one more step, as a new store that waits.
@@ -29,7 +29,7 @@ StorePtr extended(const StorePtr &store, Step step)
         expression = store->expression();
     else
         expression.base = PixelStore::sourceOf(store);
-    const bool waits = maySleep(expression.base) && maySleep(step.operand);
+    const bool waits = mayWait(expression.base) && mayWait(step.operand);
     expression.steps.push_back(std::move(step));
     StorePtr result = PixelStore::deferred(VXS_FLOAT, store->width(), store->height(), std::move(expression));
     if (!waits)
@@ -38,7 +38,7 @@ StorePtr extended(const StorePtr &store, Step step)
 }
 
 /// Evaluates into the pixels that someone outside has a pointer to.
-void applyToLeaked(const StorePtr &store, Step step)
+void applyToExposed(const StorePtr &store, Step step)
 {
     il::Expression expression;
     expression.base.store = store;
@@ -50,11 +50,11 @@ void applyToLeaked(const StorePtr &store, Step step)
 /// One more step on the pixels of an image.
 void apply(StorePtr &pixels, Step step)
 {
-    if (pixels->isLeaked() && pixels->type() == VXS_FLOAT)
-        return applyToLeaked(pixels, std::move(step));
+    if (pixels->isExposed() && pixels->type() == VXS_FLOAT)
+        return applyToExposed(pixels, std::move(step));
     if (pixels->isPending() && pixels->type() == VXS_FLOAT) {
         if (pixels.use_count() == 1 && pixels->expression().steps.size() < il::MAX_STEPS) {
-            const bool waits = maySleep(step.operand);
+            const bool waits = mayWait(step.operand);
             pixels->expression().steps.push_back(std::move(step));
             pixels->expressionChanged();
             if (!waits)

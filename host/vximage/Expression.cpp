@@ -135,7 +135,7 @@ void EvaluationPlan::run(std::size_t n, float *out, Statistics *statistics) cons
     const bool streams = n * sizeof(float) >= STREAM_FROM_BYTES;
     const std::size_t step = streams ? STREAM_BLOCK_PIXELS : BLOCK_PIXELS;
     const std::size_t bytesMoved = sizeof(float) * (2 + m_steps.size());
-    StatisticsSum sum;
+    StatisticsAccumulator sum;
     std::mutex mutex;
     parallelFor(n, BLOCK_PIXELS, bytesMoved, [&](std::size_t begin, std::size_t end) {
         alignas(64) float block[BLOCK_PIXELS];
