@@ -21,7 +21,8 @@ enum tag_eimagetype {
     EIMAGE_EXCITATION = 5, ///< excitation reference of a transillumination image, in counts
 };
 
-/// Status of an image operation; 0 is success.
+/// Status of an image operation; 0 is success. CILImage::lastError() has the reason of those that concern a
+/// file.
 enum EILSTATUS {
     EIL_SUCCESS = 0,
     EIL_FAILURE = 1,
