@@ -8,7 +8,7 @@
 #include <QIcon>
 #include <QMessageBox>
 
-#include <opencv2/core/version.hpp>
+#include <tbb/version.h>
 #include <tiffvers.h>
 
 QString aboutText()
@@ -23,9 +23,9 @@ QString aboutText()
                "<p>A workspace for optical in-vivo images: it opens sequences, shows and measures "
                "their images, and computes with them through its tools.</p>"
                "<p>Licence: MIT</p>"
-               "<p>Qt %3 (built with %4), LibTIFF %5, OpenCV %6</p>")
+               "<p>Qt %3 (built with %4), LibTIFF %5, oneTBB %6</p>")
         .arg(CVXUtilityFns::getAppName(), CVXPreference::getAppVersion(), QString::fromLatin1(qVersion()),
-             QStringLiteral(QT_VERSION_STR), tiff, QStringLiteral(CV_VERSION));
+             QStringLiteral(QT_VERSION_STR), tiff, QStringLiteral(TBB_VERSION_STRING));
 }
 
 void showAboutBox(QWidget *parent)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a person waits for in the Image Math Window, without painting: the first computation after a sequence
+// What the user waits for in the Image Math Window, without painting: the first computation after a sequence
 // was opened (reading, calibrating, formula, limits), and the whole recomputation after a change of k. The
 // photograph is twice as wide as the images.
 #include "bench/rows.h"

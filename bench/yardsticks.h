@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <opencv2/core.hpp>
 
 /// What the image operations are measured against.
 namespace yardstick {
@@ -11,8 +10,5 @@ namespace yardstick {
 void fusedPass(const float *a, const float *b, float k, float *r, std::size_t n);
 /// The same on two threads, written past the caches.
 void fusedPassTwoThreadsStreaming(const float *a, const float *b, float k, float *r, std::size_t n);
-/// The photograph's mask by the library's calls: Otsu, threshold, opening, float, area average on a grid of
-/// half the size.
-cv::Mat photographMask(const cv::Mat &photograph);
 
 } // namespace yardstick

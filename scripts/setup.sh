@@ -3,7 +3,7 @@
 # Needs root or sudo only when a package is missing.
 
 # What is built with, what runs it, and what the tests read files with.
-build_packages=(g++ cmake ninja-build qtbase5-dev libtiff-dev libopencv-core-dev libopencv-imgproc-dev libbenchmark-dev)
+build_packages=(g++ cmake ninja-build qtbase5-dev libtiff-dev libtbb-dev libbenchmark-dev)
 run_packages=(libgl1-mesa-dri xvfb xauth fonts-dejavu-core)
 test_packages=(libtiff-tools python3-tifffile python3-numpy binutils)
 

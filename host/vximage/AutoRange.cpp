@@ -17,19 +17,19 @@
 
 namespace {
 
-constexpr double kShareBelow = 0.9995;  // of the pixels, below the upper limit
-constexpr double kLowOfMaximum = 0.05;  // lower limit as a share of the largest value
-constexpr std::size_t kBlock = 2048;    // floats that stay in the first-level cache
-constexpr std::size_t kGroup = 32;      // pixels that are skipped together when none of them is bright
-constexpr std::size_t kSamples = 16384; // enough to guess where the brightest few per thousand begin
-constexpr double kShareOfSamples = 0.997;
-constexpr float kInfinity = std::numeric_limits<float>::infinity();
+constexpr double SHARE_BELOW = 0.9995;        // of the pixels, below the upper limit
+constexpr double LOW_SHARE_OF_MAXIMUM = 0.05; // lower limit as a share of the largest value
+constexpr std::size_t BLOCK_PIXELS = 2048;    // floats that stay in the first-level cache
+constexpr std::size_t GROUP_PIXELS = 32;      // pixels that are skipped together when none of them is bright
+constexpr std::size_t SAMPLES = 16384;        // enough to guess where the brightest few per thousand begin
+constexpr double SHARE_OF_SAMPLES = 0.997;
+constexpr float POSITIVE_INFINITY = std::numeric_limits<float>::infinity();
 
 /// Walks over the pixels of an image as floats.
-class Reader
+class FloatReader
 {
 public:
-    explicit Reader(il::PixelStore &store)
+    explicit FloatReader(il::PixelStore &store)
         : m_pixels(store.data()), m_type(store.type()), m_count(store.count())
     {
     }
@@ -40,9 +40,9 @@ public:
     template <typename F>
     void forBlocks(std::size_t begin, std::size_t end, F &&f) const
     {
-        alignas(64) float scratch[kBlock];
-        for (std::size_t i = begin; i < end; i += kBlock) {
-            const std::size_t n = std::min(kBlock, end - i);
+        alignas(64) float scratch[BLOCK_PIXELS];
+        for (std::size_t i = begin; i < end; i += BLOCK_PIXELS) {
+            const std::size_t n = std::min(BLOCK_PIXELS, end - i);
             if (m_type == VXS_FLOAT) {
                 f(static_cast<const float *>(m_pixels) + i, n);
             } else {
@@ -56,7 +56,7 @@ public:
     template <typename F>
     void inParallel(F &&body) const
     {
-        il::parallelFor(m_count, kBlock, il::bytesPerPixel(m_type), body);
+        il::parallelFor(m_count, BLOCK_PIXELS, il::bytesPerPixel(m_type), body);
     }
 
     float value(std::size_t i) const
@@ -80,9 +80,9 @@ private:
 /// The pixels that count: finite, below the ceiling; their extremes and a histogram grid between these.
 struct Population
 {
-    float ceiling = kInfinity;
-    float lo = kInfinity;
-    float hi = -kInfinity;
+    float ceiling = POSITIVE_INFINITY;
+    float lo = POSITIVE_INFINITY;
+    float hi = -POSITIVE_INFINITY;
     int bins = 1;
 
     bool isEmpty() const { return lo > hi; }
@@ -98,15 +98,15 @@ struct Population
     }
 };
 
-Population populationBelow(const Reader &reader, float ceiling, int bins)
+Population populationBelow(const FloatReader &reader, float ceiling, int bins)
 {
     Population p;
     p.ceiling = ceiling;
     p.bins = bins;
     std::mutex mutex;
     reader.inParallel([&](std::size_t begin, std::size_t end) {
-        float lo = kInfinity;
-        float hi = -kInfinity;
+        float lo = POSITIVE_INFINITY;
+        float hi = -POSITIVE_INFINITY;
         reader.forBlocks(begin, end, [&](const float *v, std::size_t n) {
             il::blockKernels().minMaxBelow(v, n, ceiling, &lo, &hi);
         });
@@ -118,10 +118,10 @@ Population populationBelow(const Reader &reader, float ceiling, int bins)
 }
 
 /// A value that few pixels reach, from a sample of them: with it the histogram need only be made of the rest.
-float guessBrightLevel(const Reader &reader, const Population &p)
+float guessBrightLevel(const FloatReader &reader, const Population &p)
 {
     const std::size_t step =
-        std::max<std::size_t>(1, reader.count() / kSamples) | 1; // odd: not one column only
+        std::max<std::size_t>(1, reader.count() / SAMPLES) | 1; // odd: not one column only
     std::vector<float> sample;
     sample.reserve(reader.count() / step + 1);
     for (std::size_t i = 0; i < reader.count(); i += step) {
@@ -131,7 +131,7 @@ float guessBrightLevel(const Reader &reader, const Population &p)
     }
     if (sample.empty())
         return p.lo;
-    const auto at = sample.begin() + std::ptrdiff_t(double(sample.size() - 1) * kShareOfSamples);
+    const auto at = sample.begin() + std::ptrdiff_t(double(sample.size() - 1) * SHARE_OF_SAMPLES);
     std::nth_element(sample.begin(), at, sample.end());
     return *at;
 }
@@ -142,7 +142,7 @@ struct BrightPixels
     std::vector<std::uint32_t> perBin; ///< of those at or above the level
 };
 
-BrightPixels countBright(const Reader &reader, const Population &p, float level)
+BrightPixels countBright(const FloatReader &reader, const Population &p, float level)
 {
     BrightPixels result;
     result.perBin.resize(std::size_t(p.bins));
@@ -152,10 +152,10 @@ BrightPixels countBright(const Reader &reader, const Population &p, float level)
         std::size_t population = 0;
         reader.forBlocks(begin, end, [&](const float *v, std::size_t n) {
             population += kernels.countFrom(v, n, p.lo, p.ceiling);
-            float found[kBlock];
+            float found[BLOCK_PIXELS];
             std::size_t count = 0;
-            for (std::size_t g = 0; g < n; g += kGroup) {
-                const std::size_t size = std::min(kGroup, n - g);
+            for (std::size_t g = 0; g < n; g += GROUP_PIXELS) {
+                const std::size_t size = std::min(GROUP_PIXELS, n - g);
                 if (kernels.countFrom(v + g, size, level, p.ceiling) == 0)
                     continue;
                 for (std::size_t i = g; i < g + size; ++i) {
@@ -180,7 +180,7 @@ BrightPixels countBright(const Reader &reader, const Population &p, float level)
 std::optional<int> binOfShare(const BrightPixels &bright, const Population &p, float level)
 {
     const double allowedAbove =
-        double(bright.population) - std::ceil(double(bright.population) * kShareBelow);
+        double(bright.population) - std::ceil(double(bright.population) * SHARE_BELOW);
     const int lowest = p.bin(level);
     std::size_t above = 0;
     for (int b = p.bins - 1; b >= lowest; --b) {
@@ -194,7 +194,7 @@ std::optional<int> binOfShare(const BrightPixels &bright, const Population &p, f
     return std::nullopt;
 }
 
-double levelOfShare(const Reader &reader, const Population &p)
+double levelOfShare(const FloatReader &reader, const Population &p)
 {
     const float guess = guessBrightLevel(reader, p);
     if (const auto bin = binOfShare(countBright(reader, p, guess), p, guess))
@@ -203,23 +203,23 @@ double levelOfShare(const Reader &reader, const Population &p)
     return p.upperEdge(bin.value_or(0));
 }
 
-il::PixelStore::Range rangeOf(il::PixelStore &store, double ceiling, int count)
+il::PixelStore::AutoRange rangeOf(il::PixelStore &store, double ceiling, int count)
 {
-    const Reader reader(store);
+    const FloatReader reader(store);
     const int bins = std::clamp(count, 1, 1 << 24);
     // A pixel is a float: it is below the ceiling when it is below the next float at or above it.
     float floatCeiling = float(ceiling);
     if (double(floatCeiling) < ceiling)
-        floatCeiling = std::nextafter(floatCeiling, kInfinity);
+        floatCeiling = std::nextafter(floatCeiling, POSITIVE_INFINITY);
     Population p = populationBelow(reader, floatCeiling, bins);
     if (p.isEmpty())
-        p = populationBelow(reader, kInfinity, bins);
+        p = populationBelow(reader, POSITIVE_INFINITY, bins);
     if (p.isEmpty())
         return {ceiling, count, false, 0.0, 0.0};
     if (p.lo == p.hi)
         return {ceiling, count, true, double(p.lo), double(p.hi)};
     const double high = levelOfShare(reader, p);
-    double low = std::max(kLowOfMaximum * double(p.hi), double(p.lo));
+    double low = std::max(LOW_SHARE_OF_MAXIMUM * double(p.hi), double(p.lo));
     if (low >= high) // a few pixels far brighter than all others, or all below 0
         low = double(p.lo);
     return {ceiling, count, true, low, high};
@@ -233,10 +233,10 @@ bool ilAutoRange(const CILImage &image, double ceiling, int count, double *low, 
         return false;
     try {
         const il::StorePtr store = il::PixelStore::readable(il::PixelStore::of(image));
-        auto range = store->rememberedRange(ceiling, count);
+        auto range = store->rememberedAutoRange(ceiling, count);
         if (!range) {
             range = rangeOf(*store, ceiling, count);
-            store->rememberRange(*range);
+            store->rememberAutoRange(*range);
         }
         if (range->found) {
             *low = range->low;
@@ -244,7 +244,7 @@ bool ilAutoRange(const CILImage &image, double ceiling, int count, double *low, 
         }
         return range->found;
     } catch (const std::bad_alloc &) {
-        il::message(il::kMessageError, "There is not enough memory to find an automatic range.");
+        il::message(il::MESSAGE_ERROR, "There is not enough memory to find an automatic range.");
         return false;
     }
 }

@@ -3,13 +3,21 @@
 
 #include "host/vximage/CILImage.h"
 
-/// The automatic display range of an image.
+/// The automatic display range of an image, in the unit of its pixels.
 ///
-/// Pixels at or above `ceiling` (saturated) and pixels that are not finite are left out. Of the rest: high is
-/// the level below which 99.95 % of the pixels lie, found in a histogram of `count` bins between their
-/// smallest and largest value; low is the larger of 5 % of the largest value and the smallest value, or just
-/// the smallest where that 5 % is not below high (a few pixels far brighter than the rest; only negative
-/// pixels). An image without spread gets (min, max) as they are. When no finite pixel lies below the ceiling,
-/// all finite pixels are taken. False, with low and high untouched, when there is no finite pixel. Remembered
-/// with the pixels for the last few (ceiling, count).
+///     double low = 0.0, high = 0.0;
+///     if (ilAutoRange(image, 65000.0, 25000, &low, &high))
+///         palette.SetImageMinMax(low, high);
+///
+/// The pixels that count are the finite ones below `ceiling` (those at or above it are saturated), with
+/// smallest and largest value min and max; all finite ones when none is below. Of them
+///
+///     high = min + (max - min) * (b + 1) / count     b: the first of `count` equal bins from min to max
+///                                                       with 99.95 % of the pixels in it and below
+///     low = the larger of 0.05 * max and min         min alone where 0.05 * max is not below high (a few
+///                                                    pixels far brighter than the rest; only negative ones)
+///
+/// An image without spread gets (min, max). False, with low and high untouched, when there is no finite pixel
+/// or (with a message) no memory. `count` is kept between 1 and 2^24. Remembered with the pixels for the last
+/// few (ceiling, count).
 VXIMAGE_EXPORT bool ilAutoRange(const CILImage &image, double ceiling, int count, double *low, double *high);

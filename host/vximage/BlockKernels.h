@@ -10,7 +10,9 @@ namespace il {
 
 /// The inner loops over a block of pixels that fits the first-level cache, compiled once for the base
 /// processor and once for AVX2. Every one rounds each operation to float on its own, in both forms, so that
-/// their results are the same bits. `out` may be one of the inputs (the same pixels, not shifted).
+/// their results are the same bits (but for sign and payload of a NaN, which IEEE 754 leaves open). `out` may
+/// be one of the inputs (the same pixels, not shifted). n may be 0, and no pointer need be aligned but
+/// stream()'s.
 struct BlockKernels
 {
     using Unary = void (*)(const float *in, float k, float *out, std::size_t n);
@@ -29,13 +31,15 @@ struct BlockKernels
     Ternary scaleMultiply;                  ///< in * k * b
     Ternary divideScale;                    ///< in / b * k
 
-    /// Lowers lo[0] and raises hi[0] to the smallest and largest finite value.
+    /// Lowers lo[0] and raises hi[0] to the smallest and largest finite value; which of two zeros is left
+    /// open.
     void (*minMax)(const float *in, std::size_t n, float *lo, float *hi);
     /// The same of values that are below `ceiling`.
     void (*minMaxBelow)(const float *in, std::size_t n, float ceiling, float *lo, float *hi);
-    /// How many values are >= level and finite and < ceiling.
+    /// How many values are >= level and finite and < ceiling; n below 2^32.
     std::size_t (*countFrom)(const float *in, std::size_t n, float level, float ceiling);
     /// Class 0 to 255 of each value: the integer part of (in - lo) * scale, in single precision, at most 255.
+    /// For finite values that are not below lo, and a product within the reach of int.
     void (*classify)(const float *in, float lo, float scale, std::uint8_t *out, std::size_t n);
 
     void (*fromUint8)(const std::uint8_t *in, float *out, std::size_t n);
@@ -51,7 +55,7 @@ struct BlockKernels
                      std::size_t n); ///< smallest of three
     void (*maxBytes)(const std::uint8_t *a, const std::uint8_t *b, const std::uint8_t *c, std::uint8_t *out,
                      std::size_t n);
-    /// out[i] = mean of the 2 x 2 bytes at 2 i of two rows.
+    /// out[i] = mean of the 2 x 2 bytes at 2 i of two rows, which have 2 n each.
     void (*mean2x2Bytes)(const std::uint8_t *row0, const std::uint8_t *row1, float *out, std::size_t n);
 
     /// Copies past the caches; dst on a 16-byte boundary. streamFence() after the last.

@@ -8,24 +8,25 @@
 #include "host/vximage/Resampling.h"
 
 #include <new>
+#include <string>
 
 using il::PixelStore;
 using il::StorePtr;
 
 namespace {
 
-constexpr const char *kNoMemory = "There is not enough memory for an image; it is left empty.";
+constexpr const char *NO_MEMORY = "There is not enough memory for an image; it is left empty.";
 
 /// What an image gets for `store` when it is copied: the store itself, or pixels of its own when someone may
 /// write into it.
-StorePtr shared(const StorePtr &store)
+StorePtr forCopy(const StorePtr &store)
 {
-    if (!store || !store->isLeaked())
+    if (!store || !store->isExposed())
         return store;
     try {
         return PixelStore::copyOf(store);
     } catch (const std::bad_alloc &) {
-        il::message(il::kMessageError, kNoMemory);
+        il::message(il::MESSAGE_ERROR, NO_MEMORY);
         return PixelStore::empty(store->type());
     }
 }
@@ -39,7 +40,7 @@ void *pixelsOf(const StorePtr &store)
         return store->data();
     } catch (const std::bad_alloc &) {
         store->becomeEmpty();
-        il::message(il::kMessageError, kNoMemory);
+        il::message(il::MESSAGE_ERROR, NO_MEMORY);
         return nullptr;
     }
 }
@@ -52,15 +53,23 @@ il::Statistics statisticsOf(const StorePtr &store)
         return store->statistics();
     } catch (const std::bad_alloc &) {
         store->becomeEmpty();
-        il::message(il::kMessageError, kNoMemory);
+        il::message(il::MESSAGE_ERROR, NO_MEMORY);
         return {};
     }
+}
+
+/// The status of an operation that is refused and leaves the image as it was. The message is for the log:
+/// callers that only clean up a picture look at no status.
+EILSTATUS refused(EILSTATUS status, const std::string &reason)
+{
+    il::message(il::MESSAGE_ERROR, reason + "; the image is unchanged.");
+    return status;
 }
 
 EILSTATUS resampleInPlace(StorePtr &pixels, std::uint32_t width, std::uint32_t height, int mode)
 {
     if (!il::isKnownResampleMode(mode))
-        return EIL_BAD_TYPE;
+        return refused(EIL_BAD_TYPE, "There is no resample mode " + std::to_string(mode));
     if (!pixels || pixels->count() == 0 || width == 0 || height == 0)
         return EIL_BAD_SIZE;
     if (width == pixels->width() && height == pixels->height())
@@ -77,22 +86,24 @@ EILSTATUS resampleInPlace(StorePtr &pixels, std::uint32_t width, std::uint32_t h
         pixels = std::move(result);
         return EIL_SUCCESS;
     } catch (const std::bad_alloc &) {
-        il::message(il::kMessageError, "There is not enough memory to resample an image; it keeps its size.");
-        return EIL_NO_MEMORY;
+        return refused(EIL_NO_MEMORY, "There is not enough memory to resample an image");
     }
 }
 
 EILSTATUS morphInPlace(StorePtr &pixels, il::Morphology operation, int width, int height)
 {
-    if (width < 1 || height < 1 || width % 2 == 0 || height % 2 == 0 || !pixels || pixels->count() == 0)
+    if (width != 3 || height != 3)
+        return refused(EIL_BAD_SIZE, "Erosion and dilation are by 3 x 3 pixels, not by " +
+                                         std::to_string(width) + " x " + std::to_string(height));
+    if (!pixels || pixels->count() == 0)
         return EIL_BAD_SIZE;
+    if (!il::isByte(pixels->type()))
+        return refused(EIL_BAD_TYPE, "Erosion and dilation are for masks and 8-bit images");
     try {
-        pixels = il::morph(*pixels, operation, std::uint32_t(width), std::uint32_t(height));
+        pixels = il::morph3x3(*pixels, operation);
         return EIL_SUCCESS;
     } catch (const std::bad_alloc &) {
-        il::message(il::kMessageError,
-                    "There is not enough memory for a morphological operation; the image is unchanged.");
-        return EIL_NO_MEMORY;
+        return refused(EIL_NO_MEMORY, "There is not enough memory for a morphological operation");
     }
 }
 
@@ -107,7 +118,7 @@ CILImage &CILImage::operator=(CILImage &&other) noexcept = default;
 
 CILImage::CILImage(const CILImage &other)
     : CILImageBase(other),
-      m_pixels(shared(other.m_pixels)),
+      m_pixels(forCopy(other.m_pixels)),
       m_palette(other.m_palette),
       m_binning(other.m_binning),
       m_description(other.m_description)
@@ -134,7 +145,7 @@ EILSTATUS CILImage::InitWithType(VXSDataTypes type, std::uint32_t width, std::ui
         m_pixels = PixelStore::zeros(type, width, height);
         return EIL_SUCCESS;
     } catch (const std::bad_alloc &) {
-        il::message(il::kMessageError, kNoMemory);
+        il::message(il::MESSAGE_ERROR, NO_MEMORY);
         return EIL_NO_MEMORY;
     }
 }
@@ -151,7 +162,7 @@ bool CILImage::ChangeType(VXSDataTypes type)
     }
     try {
         // To float it waits: most often arithmetic follows, which reads the pixels as they are.
-        if (type == VXS_FLOAT && !m_pixels->isLeaked()) {
+        if (type == VXS_FLOAT && !m_pixels->isExposed()) {
             m_pixels =
                 PixelStore::deferred(type, getWidth(), getHeight(), {PixelStore::sourceOf(m_pixels), {}});
             return true;
@@ -162,7 +173,7 @@ bool CILImage::ChangeType(VXSDataTypes type)
         m_pixels = std::move(converted);
     } catch (const std::bad_alloc &) {
         m_pixels = PixelStore::empty(type);
-        il::message(il::kMessageError, kNoMemory);
+        il::message(il::MESSAGE_ERROR, NO_MEMORY);
     }
     return true;
 }
@@ -190,12 +201,12 @@ void *CILImage::get_data()
         try {
             m_pixels = PixelStore::copyOf(m_pixels);
         } catch (const std::bad_alloc &) {
-            il::message(il::kMessageError, kNoMemory);
+            il::message(il::MESSAGE_ERROR, NO_MEMORY);
             m_pixels = PixelStore::empty(getType());
             return nullptr;
         }
     }
-    m_pixels->setLeaked();
+    m_pixels->setExposed();
     return m_pixels->data();
 }
 
@@ -269,13 +280,13 @@ void CILImage::Threshold(float t, CILImage &target) const
         }
         source.isAbove = true;
         source.t = t;
-        const bool leaked = m_pixels->isLeaked();
+        const bool exposed = m_pixels->isExposed();
         target.m_pixels = PixelStore::deferred(VXS_MASK, getWidth(), getHeight(), {std::move(source), {}});
-        if (leaked)
+        if (exposed)
             target.m_pixels->data();
     } catch (const std::bad_alloc &) {
         target.m_pixels = PixelStore::empty(VXS_MASK);
-        il::message(il::kMessageError, kNoMemory);
+        il::message(il::MESSAGE_ERROR, NO_MEMORY);
     }
 }
 

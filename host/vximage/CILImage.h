@@ -1,6 +1,31 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+/// Images of grey pixels: arithmetic, resampling, thresholds, statistics, automatic ranges, TIFF in and out.
+///
+///     CILImage a, b;
+///     if (a.loadTIFF("reporter.tif") != EIL_SUCCESS || b.loadTIFF("autofluorescence.tif") != EIL_SUCCESS)
+///         return CILImage::lastError();       // "reporter.tif: not a grey image: its pixels are colours"
+///     b *= 1.7;                               // noted, not computed yet
+///     CILImage difference = a - b;            // noted too: A - 1.7 * B
+///     const float most = difference.getMax(); // both steps and the extremes, in one pass over memory
+///     difference.saveTIFF("difference.tif");  // the whole file or none
+///
+/// What holds for the whole room:
+/// - Pixels lie in row order from the upper left corner, width x height of them. What a value means
+///   (counts, radiance, 0 or 1 of a mask) is for the caller to know: no operation here converts units.
+/// - Nothing is thrown. An operation that cannot be done answers with an EILSTATUS and leaves its image
+///   as it was (only InitWithType() leaves it empty); where there is no status to answer with, it leaves
+///   the image empty (0 x 0) and says why through setMessageHandler(): an empty picture is seen, a
+///   silently wrong number is not.
+/// - Statistics (extremes, automatic range, Otsu's threshold) skip pixels that are not finite.
+/// - The classes are for one thread. An operation may use several inside (Parallel.h) and returns when it
+///   is done; results do not depend on how many.
+///
+/// The room knows nothing of Qt. A path is the file system's own bytes, and a name that is no valid text
+/// would not come back from a QString as it went in, so QSaveFile could not write it; nor does QSaveFile
+/// bring the new name to the disk (TiffWriter.cpp does).
+
 #include "host/vximage/CILPalette.h"
 #include "host/vximage/vximage_global.h"
 #include "host/vximage/VXImageTypes.h"
@@ -20,26 +45,24 @@ class VXIMAGE_EXPORT CILImageBase
 {
 public:
     virtual ~CILImageBase();
+    /// Largest and smallest finite pixel; 0 when there is none.
     virtual float getMax() const = 0;
     virtual float getMin() const = 0;
 };
 
 /// A rectangle of grey pixels: width, height, pixel type, binning factor, palette and a description.
 ///
-/// Rules that hold for all operations here:
 /// - Value semantics through implicit sharing: a copy costs a pointer, the first write detaches.
-/// - A writable get_data() detaches, ends the remembering of statistics for that image and makes later copies
-///   of it deep, because its caller may keep the pointer. Read through the const overload.
-/// - Arithmetic is 32-bit float, each step rounded on its own; an operand of another pixel type is converted
-/// first.
-///   Division is IEEE: x/0 is an infinity, 0/0 a NaN. Results carry the left operand's binning factor and
-///   palette.
-/// - Arithmetic is evaluated when a pixel or a statistic is first asked for; several steps then run as one
-/// pass
-///   over memory, with the numbers of the separate steps, bit for bit. Nobody can tell, except by the clock.
-/// - Operands of unequal size leave the target empty (0 x 0), with a message (see setMessageHandler()).
-/// - Statistics skip pixels that are not finite, and are remembered until the pixels change.
-/// - The classes are for one thread; an operation may use threads inside and returns when it is done.
+/// - A writable get_data() detaches, ends the remembering of statistics for that image and makes later
+///   copies of it deep, because its caller may keep the pointer. Read through the const overload.
+/// - Arithmetic is 32-bit float, each step rounded on its own; pixels of another type are converted
+///   first, and the result is float. Division is IEEE 754: x/0 is an infinity, 0/0 a NaN. Results carry
+///   the left operand's binning factor, palette and description.
+/// - Arithmetic is evaluated when a pixel or a statistic is first asked for; several steps then run as
+///   one pass over memory, with the numbers of the separate steps, bit for bit. Nobody can tell, except
+///   by the clock.
+/// - Operands of unequal size leave the target empty, with a message.
+/// - Statistics are remembered until the pixels change.
 class VXIMAGE_EXPORT CILImage : public CILImageBase
 {
 public:
@@ -50,12 +73,13 @@ public:
     CILImage &operator=(const CILImage &other);
     CILImage &operator=(CILImage &&other) noexcept;
 
-    /// Allocates width x height pixels of that type, all 0. Binning factor and palette stay. A failure leaves
-    /// the image empty.
+    /// Allocates width x height pixels of that type, all 0. Binning factor, palette and description stay. A
+    /// failure leaves the image empty: EIL_BAD_TYPE, EIL_BAD_SIZE (a side of 0), EIL_NO_MEMORY.
     EILSTATUS InitWithType(VXSDataTypes type, std::uint32_t width, std::uint32_t height);
     /// Converts in place: to an integer type rounded to nearest and clamped (NaN gives 0); to a mask 1 where
-    /// the pixel is not 0. False (and unchanged) for an unknown type.
+    /// the pixel is not 0. False (and unchanged) for an unknown type; without memory the image becomes empty.
     bool ChangeType(VXSDataTypes type);
+    /// VXS_FLOAT for an image that never had pixels.
     VXSDataTypes getType() const;
 
     std::uint32_t getWidth() const;
@@ -73,7 +97,8 @@ public:
     {
         return static_cast<const T *>(get_data());
     }
-    /// One pixel as a double, whatever the type; x < width, y < height.
+    /// One pixel as a double, whatever the type; x < width, y < height, and 0 outside. For single look-ups: a
+    /// loop over an image reads pixels().
     double pixelAt(std::uint32_t x, std::uint32_t y) const;
 
     /// A number that names these pixels: equal for two images only when they share their pixels or one is a
@@ -81,10 +106,11 @@ public:
     /// someone may be writing through get_data(), and for an empty one: nothing may be remembered for it.
     std::uint64_t contentId() const;
 
+    /// Camera pixels that one pixel stands for along an axis; 1 unless set. No operation here changes it.
     float binningFactor() const { return m_binning; }
     void setBinningFactor(float factor) { m_binning = factor; }
 
-    /// Largest and smallest finite pixel; 0 when there is none.
+    /// In the unit of the pixels. A finite double beyond the reach of float gives the largest float.
     float getMax() const override;
     float getMin() const override;
     /// Whether any pixel is finite.
@@ -97,6 +123,8 @@ public:
     const std::string &description() const { return m_description; }
     void setDescription(std::string text) { m_description = std::move(text); }
 
+    /// Pixel by pixel with an image of the same size, or with one number for all pixels (a number that is no
+    /// float exactly is applied in double precision, and the outcome rounded to float).
     CILImage &operator+=(const CILImage &other);
     CILImage &operator-=(const CILImage &other);
     CILImage &operator*=(const CILImage &other);
@@ -106,30 +134,40 @@ public:
     CILImage operator-(const CILImage &other) const;
     CILImage operator*(const CILImage &other) const;
 
-    /// Resample in place; the pixel type stays (a mean of integers is rounded to nearest). downSample() to a
-    /// grid and mode asked for before of the same pixels answers with what it computed then.
+    /// Resample in place to width x height pixels with a mode of IL_RESAMPLEMODES, where its formula stands.
+    /// The pixel type stays (a mean of integers is rounded to nearest, ties to even); a mean that a NaN takes
+    /// part in is a NaN. The last few requests for the same pixels are answered with what was computed then.
+    /// A failure leaves the image as it was: EIL_BAD_TYPE with a message for another mode, EIL_BAD_SIZE for a
+    /// side of 0 or an empty image, EIL_NO_MEMORY. The two names differ in nothing: an axis may grow while
+    /// the other shrinks.
     EILSTATUS downSample(std::uint32_t width, std::uint32_t height, int mode);
     EILSTATUS upSample(std::uint32_t width, std::uint32_t height, int mode);
 
-    /// target becomes a mask of this image's size: 1 where the pixel (as a float) is above t, else 0 (NaN
-    /// gives 0).
+    /// target becomes a mask (VXS_MASK) of this image's size: 1 where the pixel (as a float) is above t, else
+    /// 0 (NaN gives 0). t is in the unit of the pixels. target may be the image itself.
     void Threshold(float t, CILImage &target) const;
-    /// The full width x height rectangle as structuring element, edges replicated. Odd sizes only.
+    /// Erosion and dilation of a mask or an 8-bit image by the full 3 x 3 square, edges replicated: the
+    /// smallest and the largest pixel of the nine. Another size (EIL_BAD_SIZE) and another pixel type
+    /// (EIL_BAD_TYPE) are refused with a message and leave the image as it was, as EIL_NO_MEMORY does.
     EILSTATUS Erode(int width, int height);
     EILSTATUS Dilate(int width, int height);
 
     /// Writes a TIFF: 32-bit float for float and double, integers in their own width, masks as 8-bit; BigTIFF
-    /// when it must. Written beside the target and renamed over it. 0 on success, else an EILSTATUS;
-    /// lastError() tells why.
+    /// when it must. Written beside the target and renamed over it, so that there is the old file or the new
+    /// one and never half of one. 0 on success, else EIL_BAD_SIZE (an empty image), EIL_FILE_NOT_WRITABLE or
+    /// EIL_NO_MEMORY; lastError() tells why.
     ///
     /// The path is Latin-1, as the tools hand it over; saveTIFF() takes it in the file system's own bytes.
     long saveAsTIFF(const char *latin1Path) const;
     EILSTATUS saveTIFF(const char *path) const;
     /// Reads the first page of a TIFF: 8/16/32-bit integer, 32/64-bit float, strips or tiles, either byte
-    /// order. Signed integers become float (8, 16 bit) or double (32 bit). A failure leaves the image as it
-    /// was.
+    /// order. Signed integers become float (8, 16 bit) or double (32 bit). Binning factor and palette stay;
+    /// the description is the file's. A failure leaves the image as it was, and lastError() tells why:
+    /// EIL_FILE_NOT_FOUND, EIL_FILE_NOT_READABLE (no permission; no plain file), EIL_FILE_DAMAGED,
+    /// EIL_FILE_NOT_GREY, EIL_FILE_TOO_LARGE (before any memory is taken), EIL_BAD_TYPE (bits or compression
+    /// that are not read here), EIL_NO_MEMORY.
     EILSTATUS loadTIFF(const char *path);
-    /// Whether loadTIFF() would accept the header of that file; no pixel is read.
+    /// What loadTIFF() would answer as far as the header of that file tells; no pixel is read.
     static EILSTATUS checkTIFF(const char *path);
     /// Reads the description of such a file without its pixels, which may be damaged; empty when it has none.
     /// A failure leaves `description` as it was.
@@ -139,7 +177,8 @@ public:
     /// Largest number of pixels that loadTIFF() accepts; 2^30 unless set.
     static void setPixelLimit(std::uint64_t pixels);
 
-    /// Where messages of image operations go (level as in the host's log). The host's libraries set it once.
+    /// Where messages of image operations go (level as in the host's log: 3 is a failure). The host's
+    /// libraries set it once; an empty handler drops them.
     static void setMessageHandler(std::function<void(int level, const std::string &)> handler);
 
 private:

@@ -16,20 +16,20 @@ using il::StorePtr;
 namespace {
 
 /// Whether an expression that waits may keep this store: not when someone may write into it meanwhile.
-bool maySleep(const Source &source)
+bool mayWait(const Source &source)
 {
-    return !source.store || !source.store->isLeaked();
+    return !source.store || !source.store->isExposed();
 }
 
 /// The value of `store` with one more step, as a new store that waits.
 StorePtr extended(const StorePtr &store, Step step)
 {
     il::Expression expression;
-    if (store->isPending() && store->type() == VXS_FLOAT && store->expression().steps.size() < il::kMaxSteps)
+    if (store->isPending() && store->type() == VXS_FLOAT && store->expression().steps.size() < il::MAX_STEPS)
         expression = store->expression();
     else
         expression.base = PixelStore::sourceOf(store);
-    const bool waits = maySleep(expression.base) && maySleep(step.operand);
+    const bool waits = mayWait(expression.base) && mayWait(step.operand);
     expression.steps.push_back(std::move(step));
     StorePtr result = PixelStore::deferred(VXS_FLOAT, store->width(), store->height(), std::move(expression));
     if (!waits)
@@ -38,7 +38,7 @@ StorePtr extended(const StorePtr &store, Step step)
 }
 
 /// Evaluates into the pixels that someone outside has a pointer to.
-void applyToLeaked(const StorePtr &store, Step step)
+void applyToExposed(const StorePtr &store, Step step)
 {
     il::Expression expression;
     expression.base.store = store;
@@ -50,11 +50,11 @@ void applyToLeaked(const StorePtr &store, Step step)
 /// One more step on the pixels of an image.
 void apply(StorePtr &pixels, Step step)
 {
-    if (pixels->isLeaked() && pixels->type() == VXS_FLOAT)
-        return applyToLeaked(pixels, std::move(step));
+    if (pixels->isExposed() && pixels->type() == VXS_FLOAT)
+        return applyToExposed(pixels, std::move(step));
     if (pixels->isPending() && pixels->type() == VXS_FLOAT) {
-        if (pixels.use_count() == 1 && pixels->expression().steps.size() < il::kMaxSteps) {
-            const bool waits = maySleep(step.operand);
+        if (pixels.use_count() == 1 && pixels->expression().steps.size() < il::MAX_STEPS) {
+            const bool waits = mayWait(step.operand);
             pixels->expression().steps.push_back(std::move(step));
             pixels->expressionChanged();
             if (!waits)
@@ -74,7 +74,7 @@ bool sameSize(const CILImage &a, const CILImage &b)
     const auto size = [](const CILImage &i) {
         return std::to_string(i.getWidth()) + " x " + std::to_string(i.getHeight());
     };
-    il::message(il::kMessageError, "Images of unequal size (" + size(a) + " and " + size(b) +
+    il::message(il::MESSAGE_ERROR, "Images of unequal size (" + size(a) + " and " + size(b) +
                                        ") cannot be combined; the result is empty.");
     return false;
 }
@@ -87,7 +87,7 @@ void guarded(StorePtr &pixels, F &&f)
         f();
     } catch (const std::bad_alloc &) {
         pixels = PixelStore::empty(VXS_FLOAT);
-        il::message(il::kMessageError, "There is not enough memory to combine images; the result is empty.");
+        il::message(il::MESSAGE_ERROR, "There is not enough memory to combine images; the result is empty.");
     }
 }
 

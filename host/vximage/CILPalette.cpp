@@ -9,7 +9,8 @@
 
 namespace {
 
-constexpr double kLowestOfLog = 1e-4; // lower limit of a log scale as a share of the upper, where it has none
+constexpr double LOG_SPAN_SHARE =
+    1e-4; // lower limit of a log scale as a share of the upper, where it has none
 
 char lowered(char c)
 {
@@ -66,7 +67,7 @@ double CILPalette::position(double value) const
     double high = std::max(m_min, m_max);
     const bool logarithmic = m_log && high > 0.0; // nothing is positive else: there is no logarithm to take
     if (logarithmic && low <= 0.0)
-        low = high * kLowestOfLog;
+        low = high * LOG_SPAN_SHARE;
     if (low == high)
         return value < low ? 0.0 : value > high ? 1.0 : 0.5;
     if (value <= low)

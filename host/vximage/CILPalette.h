@@ -9,11 +9,18 @@
 
 /// How an image is coloured: a colour table, the limits that it spans, log scale, reversed. A value type.
 ///
-/// The mapping, the same for every painter: a value at or below min gets the table's first colour, at or
-/// above max its last, between them linearly (or, on a log scale, linearly in the logarithm; a lower limit
-/// that is not positive is then replaced by max / 10000). Limits in the wrong order are taken in the right
-/// order; with equal limits values below are first, above last, equal ones the middle. A reversed table runs
-/// backwards. A pixel that is not finite gets notFiniteColor(), which no table holds.
+///     CILPalette palette;
+///     palette.SetColorTable(VXS_CT_YELLOWHOT, image.getMin(), image.getMax(), 0, 0);
+///     palette.setLogScale(1);
+///     const CILPalette::Rgb color = palette.color(image.pixelAt(x, y));
+///
+/// The mapping, the same for every painter: a value v gets the colour at the place (v - min) / (max - min) of
+/// the table, 0 the first and 1 the last, kept within these; on a log scale
+/// (log v - log min) / (log max - log min), where a min that is not positive is replaced by max / 10000, and
+/// a max that is not positive makes the scale linear. Limits in the wrong order are taken in the right order;
+/// with equal limits values below are first, above last, equal ones the middle. A reversed table runs
+/// backwards. A pixel that is not finite gets notFiniteColor(), which no table holds. Limits are in the unit
+/// of the pixels, and a palette never changes one.
 class VXIMAGE_EXPORT CILPalette
 {
 public:
@@ -21,7 +28,8 @@ public:
 
     CILPalette();
 
-    /// Sets table, limits and direction. The last argument is not used and kept for the interface.
+    /// Sets table, limits and direction (0 or 1); log scale stays. The last argument is not used and kept for
+    /// the interface. An unknown table is painted as VXS_CT_GRAYS.
     void SetColorTable(VXS_COLORTABLE_TYPES type, double min, double max, int reversed, int unused);
     /// Table and limits only, as colour bars use it.
     void setColorTableType(VXS_COLORTABLE_TYPES type, float min, float max);

@@ -16,9 +16,9 @@
 
 namespace {
 
-constexpr int kClasses = 256;
-constexpr std::size_t kBlock = 4096;
-using Histogram = std::array<std::uint64_t, kClasses>;
+constexpr int CLASSES = 256;
+constexpr std::size_t BLOCK_PIXELS = 4096;
+using Histogram = std::array<std::uint64_t, CLASSES>;
 
 /// Counts the classes of a block. Neighbouring pixels are often of one class; four tables keep their
 /// increments apart.
@@ -41,13 +41,13 @@ public:
     void addTo(Histogram &sum) const
     {
         for (const auto &table : m_tables) {
-            for (std::size_t c = 0; c < kClasses; ++c)
+            for (std::size_t c = 0; c < CLASSES; ++c)
                 sum[c] += table[c];
         }
     }
 
 private:
-    std::array<std::array<std::uint64_t, kClasses>, 4> m_tables{};
+    std::array<std::array<std::uint64_t, CLASSES>, 4> m_tables{};
 };
 
 /// The classes of the finite pixels between lo and hi.
@@ -56,17 +56,17 @@ Histogram histogramOf(const void *pixels, VXSDataTypes type, std::size_t n, floa
     const il::BlockKernels &kernels = il::blockKernels();
     // In double, because the range of a float image may be beyond float; halved for the same reason.
     const double halfRange = double(hi) / 2 - double(lo) / 2;
-    const float scale = float(kClasses / 2 / halfRange);
+    const float scale = float(CLASSES / 2 / halfRange);
     const bool plain = std::isfinite(hi - lo) && std::isfinite(scale);
     const std::size_t bytes = il::bytesPerPixel(type);
     Histogram sum{};
     std::mutex mutex;
-    il::parallelFor(n, kBlock, 2 * bytes, [&](std::size_t begin, std::size_t end) {
-        alignas(64) float values[kBlock];
-        alignas(64) std::uint8_t classes[kBlock];
+    il::parallelFor(n, BLOCK_PIXELS, 2 * bytes, [&](std::size_t begin, std::size_t end) {
+        alignas(64) float values[BLOCK_PIXELS];
+        alignas(64) std::uint8_t classes[BLOCK_PIXELS];
         ClassCounter counter;
-        for (std::size_t i = begin; i < end; i += kBlock) {
-            std::size_t count = std::min(kBlock, end - i);
+        for (std::size_t i = begin; i < end; i += BLOCK_PIXELS) {
+            std::size_t count = std::min(BLOCK_PIXELS, end - i);
             const float *from = values;
             if (type == VXS_FLOAT)
                 from = static_cast<const float *>(pixels) + i;
@@ -87,8 +87,8 @@ Histogram histogramOf(const void *pixels, VXSDataTypes type, std::size_t n, floa
                 kernels.classify(from, lo, scale, classes, count);
             } else {
                 for (std::size_t j = 0; j < count; ++j) {
-                    const double c = (double(from[j]) / 2 - double(lo) / 2) / halfRange * kClasses;
-                    classes[j] = std::uint8_t(std::clamp(c, 0.0, double(kClasses - 1)));
+                    const double c = (double(from[j]) / 2 - double(lo) / 2) / halfRange * CLASSES;
+                    classes[j] = std::uint8_t(std::clamp(c, 0.0, double(CLASSES - 1)));
                 }
             }
             counter.count(classes, count);
@@ -105,7 +105,7 @@ double otsuBorder(const Histogram &histogram)
 {
     double total = 0.0;
     double totalSum = 0.0;
-    for (std::size_t c = 0; c < kClasses; ++c) {
+    for (std::size_t c = 0; c < CLASSES; ++c) {
         total += double(histogram[c]);
         totalSum += double(c) * double(histogram[c]);
     }
@@ -114,7 +114,7 @@ double otsuBorder(const Histogram &histogram)
     double best = -1.0;
     std::size_t firstBest = 0;
     std::size_t lastBest = 0;
-    for (std::size_t c = 0; c + 1 < kClasses; ++c) {
+    for (std::size_t c = 0; c + 1 < CLASSES; ++c) {
         below += double(histogram[c]);
         belowSum += double(c) * double(histogram[c]);
         const double above = total - below;
@@ -139,7 +139,7 @@ float otsuPercentage(il::PixelStore &store)
         return 0.0f;
     const Histogram histogram =
         histogramOf(store.data(), store.type(), store.count(), statistics.min, statistics.max);
-    return float(otsuBorder(histogram) * 100.0 / kClasses);
+    return float(otsuBorder(histogram) * 100.0 / CLASSES);
 }
 
 } // namespace
@@ -156,7 +156,7 @@ float CSLComposite::AutomaticThresholdOtsu(const CILImage *image) const
         store->rememberOtsu(percentage);
         return percentage;
     } catch (const std::bad_alloc &) {
-        il::message(il::kMessageError, "There is not enough memory to find an automatic threshold.");
+        il::message(il::MESSAGE_ERROR, "There is not enough memory to find an automatic threshold.");
         return 0.0f;
     }
 }

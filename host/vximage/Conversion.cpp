@@ -13,7 +13,7 @@
 namespace il {
 namespace {
 
-constexpr std::size_t kGrain = 4096;
+constexpr std::size_t GRAIN = 4096;
 
 template <typename S, typename D>
 void convertPixels(const S *in, D *out, std::size_t n)
@@ -68,7 +68,7 @@ template double roundedTo<double>(double);
 
 void toFloat(const void *in, VXSDataTypes type, float *out, std::size_t n)
 {
-    if (type == VXS_UINT8 || type == VXS_MASK)
+    if (isByte(type))
         blockKernels().fromUint8(static_cast<const std::uint8_t *>(in), out, n);
     else if (type == VXS_UINT16)
         blockKernels().fromUint16(static_cast<const std::uint16_t *>(in), out, n);
@@ -83,7 +83,7 @@ void convert(const void *in, VXSDataTypes from, void *out, VXSDataTypes to, std:
             using D = std::remove_const_t<std::remove_pointer_t<decltype(target)>>;
             const auto *s = static_cast<decltype(source)>(in);
             auto *d = static_cast<D *>(out);
-            parallelFor(n, kGrain, sizeof *s + sizeof *d, [&](std::size_t begin, std::size_t end) {
+            parallelFor(n, GRAIN, sizeof *s + sizeof *d, [&](std::size_t begin, std::size_t end) {
                 if constexpr (std::is_same_v<D, std::uint8_t>) {
                     if (to == VXS_MASK)
                         return toMask(s + begin, d + begin, end - begin);

@@ -16,12 +16,12 @@ namespace il {
 namespace {
 
 // Block, operand and intermediate value together stay in the first-level cache.
-constexpr std::size_t kBlock = 2048;
+constexpr std::size_t BLOCK_PIXELS = 2048;
 // Short enough that reading goes on while the block before it is still being written to memory.
-constexpr std::size_t kStreamBlock = 512;
+constexpr std::size_t STREAM_BLOCK_PIXELS = 512;
 // A result so large leaves no room in the caches for the operands of the next evaluation, and its lines need
 // not be fetched before they are written.
-constexpr std::size_t kStreamFromBytes = std::size_t(12) << 20;
+constexpr std::size_t STREAM_FROM_BYTES = std::size_t(12) << 20;
 
 } // namespace
 
@@ -109,8 +109,8 @@ EvaluationPlan::EvaluationPlan(const Expression &expression) : m_base(expression
 /// Only the last step writes to `out`: what lies there may still be the operand of that step.
 void EvaluationPlan::runBlock(const BlockKernels &kernels, std::size_t i, std::size_t n, float *out) const
 {
-    alignas(64) float value[kBlock];
-    alignas(64) float scratch[kBlock];
+    alignas(64) float value[BLOCK_PIXELS];
+    alignas(64) float scratch[BLOCK_PIXELS];
     const float *current = m_base.read(kernels, i, n, m_steps.empty() ? out : value);
     if (m_steps.empty() && current != out)
         std::memcpy(out, current, n * sizeof(float));
@@ -132,13 +132,13 @@ void EvaluationPlan::runBlock(const BlockKernels &kernels, std::size_t i, std::s
 void EvaluationPlan::run(std::size_t n, float *out, Statistics *statistics) const
 {
     const BlockKernels &kernels = blockKernels();
-    const bool streams = n * sizeof(float) >= kStreamFromBytes;
-    const std::size_t step = streams ? kStreamBlock : kBlock;
+    const bool streams = n * sizeof(float) >= STREAM_FROM_BYTES;
+    const std::size_t step = streams ? STREAM_BLOCK_PIXELS : BLOCK_PIXELS;
     const std::size_t bytesMoved = sizeof(float) * (2 + m_steps.size());
-    StatisticsSum sum;
+    StatisticsAccumulator sum;
     std::mutex mutex;
-    parallelFor(n, kBlock, bytesMoved, [&](std::size_t begin, std::size_t end) {
-        alignas(64) float block[kBlock];
+    parallelFor(n, BLOCK_PIXELS, bytesMoved, [&](std::size_t begin, std::size_t end) {
+        alignas(64) float block[BLOCK_PIXELS];
         float lo = std::numeric_limits<float>::infinity();
         float hi = -lo;
         for (std::size_t i = begin; i < end; i += step) {
@@ -173,17 +173,17 @@ void evaluateMask(const Source &source, std::size_t n, std::uint8_t *out)
         std::memset(out, t < 0.0f ? 1 : 0, n);
         return;
     }
-    parallelFor(n, kBlock, bytesPerPixel(type) + 1, [&](std::size_t begin, std::size_t end) {
-        if (type == VXS_UINT8 || type == VXS_MASK) {
+    parallelFor(n, BLOCK_PIXELS, bytesPerPixel(type) + 1, [&](std::size_t begin, std::size_t end) {
+        if (isByte(type)) {
             kernels.aboveUint8(static_cast<const std::uint8_t *>(pixels) + begin, int(t), out + begin,
                                end - begin);
         } else if (type == VXS_UINT16) {
             kernels.aboveUint16(static_cast<const std::uint16_t *>(pixels) + begin, int(t), out + begin,
                                 end - begin);
         } else {
-            alignas(64) float scratch[kBlock];
-            for (std::size_t i = begin; i < end; i += kBlock) {
-                const std::size_t count = std::min(kBlock, end - i);
+            alignas(64) float scratch[BLOCK_PIXELS];
+            for (std::size_t i = begin; i < end; i += BLOCK_PIXELS) {
+                const std::size_t count = std::min(BLOCK_PIXELS, end - i);
                 const float *values = static_cast<const float *>(pixels) + i;
                 if (type != VXS_FLOAT) {
                     toFloat(static_cast<const char *>(pixels) + i * bytesPerPixel(type), type, scratch,

@@ -51,7 +51,7 @@ struct Expression
 };
 
 /// More than any formula has; a longer one is evaluated on the way, so that it cannot hold many images.
-constexpr std::size_t kMaxSteps = 8;
+constexpr std::size_t MAX_STEPS = 8;
 
 /// An expression with all its pixels looked up, ready to run.
 class EvaluationPlan

@@ -8,8 +8,8 @@
 
 namespace il {
 
-/// Level of a message that the person should see, as in the host's log.
-constexpr int kMessageError = 3;
+/// Level of a message that the user should see, as in the host's log.
+constexpr int MESSAGE_ERROR = 3;
 
 void setMessageHandler(std::function<void(int, const std::string &)> handler);
 void message(int level, const std::string &text);

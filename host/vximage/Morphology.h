@@ -7,8 +7,8 @@ namespace il {
 
 enum class Morphology { Erode, Dilate };
 
-/// Smallest or largest pixel of the width x height rectangle around each pixel (odd sizes), edges replicated.
-/// A NaN takes part only where there is nothing else. Throws std::bad_alloc.
-StorePtr morph(PixelStore &source, Morphology operation, std::uint32_t width, std::uint32_t height);
+/// Smallest or largest pixel of the 3 x 3 square around each pixel, edges replicated. For pixels of one byte
+/// (isByte()) alone: what is cleaned up this way are masks. Throws std::bad_alloc.
+StorePtr morph3x3(PixelStore &source, Morphology operation);
 
 } // namespace il

@@ -14,11 +14,11 @@
 namespace il {
 namespace {
 
-constexpr std::size_t kCacheLine = 64;
-constexpr std::size_t kHugePage = std::size_t(2) << 20;
-constexpr std::size_t kPooledFrom = std::size_t(64) << 10; // below this malloc is as good
-constexpr std::size_t kPoolSlots = 4;
-constexpr int kPatience = 12; // takings of other sizes after which a free buffer is given back to the system
+constexpr std::size_t CACHE_LINE = 64;
+constexpr std::size_t HUGE_PAGE = std::size_t(2) << 20;
+constexpr std::size_t POOLED_FROM_BYTES = std::size_t(64) << 10; // below this malloc is as good
+constexpr std::size_t POOL_SLOTS = 4;
+constexpr int PATIENCE = 12; // takings of other sizes after which a free buffer is given back to the system
 
 std::size_t roundedUp(std::size_t bytes, std::size_t unit)
 {
@@ -29,8 +29,8 @@ std::size_t roundedUp(std::size_t bytes, std::size_t unit)
 
 void *allocate(std::size_t bytes)
 {
-    const bool large = bytes >= 2 * kHugePage;
-    const std::size_t alignment = large ? kHugePage : kCacheLine;
+    const bool large = bytes >= 2 * HUGE_PAGE;
+    const std::size_t alignment = large ? HUGE_PAGE : CACHE_LINE;
     void *data = std::aligned_alloc(alignment, roundedUp(bytes, alignment));
     if (!data)
         throw std::bad_alloc();
@@ -53,7 +53,7 @@ public:
             if (!found && m_free[i].bytes == bytes) {
                 found = m_free[i].data;
                 m_free.erase(m_free.begin() + std::ptrdiff_t(i));
-            } else if (m_free[i].bytes != bytes && ++m_free[i].passedOver > kPatience) {
+            } else if (m_free[i].bytes != bytes && ++m_free[i].passedOver > PATIENCE) {
                 std::free(m_free[i].data);
                 m_free.erase(m_free.begin() + std::ptrdiff_t(i));
             }
@@ -64,7 +64,7 @@ public:
     void giveBack(void *data, std::size_t bytes)
     {
         std::lock_guard<std::mutex> lock(m_mutex);
-        if (m_free.size() == kPoolSlots) {
+        if (m_free.size() == POOL_SLOTS) {
             std::free(m_free.front().data);
             m_free.erase(m_free.begin());
         }
@@ -99,9 +99,9 @@ Pool &pool()
 
 } // namespace
 
-PixelBuffer::PixelBuffer(std::size_t bytes) : m_bytes(roundedUp(bytes ? bytes : 1, kCacheLine))
+PixelBuffer::PixelBuffer(std::size_t bytes) : m_bytes(roundedUp(bytes ? bytes : 1, CACHE_LINE))
 {
-    if (m_bytes >= kPooledFrom)
+    if (m_bytes >= POOLED_FROM_BYTES)
         m_data = pool().take(m_bytes);
     if (m_data)
         return;
@@ -117,7 +117,7 @@ PixelBuffer::~PixelBuffer()
 {
     if (!m_data)
         return;
-    if (m_bytes >= kPooledFrom)
+    if (m_bytes >= POOLED_FROM_BYTES)
         pool().giveBack(m_data, m_bytes);
     else
         std::free(m_data);

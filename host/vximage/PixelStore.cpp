@@ -12,9 +12,9 @@
 namespace il {
 namespace {
 
-constexpr std::size_t kRangesKept = 4;
-constexpr std::size_t kResampledKept = 3;
-constexpr std::size_t kGrain = std::size_t(64) << 10;
+constexpr std::size_t AUTO_RANGES_KEPT = 4;
+constexpr std::size_t RESAMPLED_KEPT = 3;
+constexpr std::size_t GRAIN = std::size_t(64) << 10;
 
 std::uint64_t newId()
 {
@@ -82,7 +82,7 @@ StorePtr PixelStore::copyOf(const StorePtr &store)
     const void *from = store->data();
     StorePtr copy = allocate(store->type(), store->width(), store->height());
     void *to = copy->m_buffer.data();
-    parallelFor(store->count() * bytesPerPixel(store->type()), kGrain, 2,
+    parallelFor(store->count() * bytesPerPixel(store->type()), GRAIN, 2,
                 [&](std::size_t begin, std::size_t end) {
                     std::memcpy(static_cast<char *>(to) + begin, static_cast<const char *>(from) + begin,
                                 end - begin);
@@ -95,7 +95,7 @@ void PixelStore::expressionChanged()
     m_id = newId();
     m_statistics.reset();
     m_otsu.reset();
-    m_ranges.clear();
+    m_autoRanges.clear();
     m_resampled.clear();
 }
 
@@ -103,7 +103,7 @@ void *PixelStore::evaluated(bool withStatistics)
 {
     if (m_state == State::Zeros) {
         char *to = static_cast<char *>(m_buffer.data());
-        parallelFor(count() * bytesPerPixel(m_type), kGrain, 1,
+        parallelFor(count() * bytesPerPixel(m_type), GRAIN, 1,
                     [&](std::size_t begin, std::size_t end) { std::memset(to + begin, 0, end - begin); });
         m_state = State::Ready;
     } else if (m_state == State::Pending) {
@@ -119,7 +119,7 @@ bool PixelStore::takeBufferOfOperand()
     const auto gives = [](const Source &source) {
         return source.store && !source.isAbove && source.store.use_count() == 1 &&
                source.store->m_type == VXS_FLOAT && source.store->m_state == State::Ready &&
-               !source.store->m_leaked;
+               !source.store->m_exposed;
     };
     if (gives(m_expression.base)) {
         m_buffer = std::move(m_expression.base.store->m_buffer);
@@ -154,7 +154,7 @@ void PixelStore::evaluateExpression(bool withStatistics)
 
 Statistics PixelStore::statistics()
 {
-    if (m_statistics && !m_leaked)
+    if (m_statistics && !m_exposed)
         return *m_statistics;
     if (count() == 0 || m_state == State::Zeros)
         return {0.0f, 0.0f, count() != 0};
@@ -168,15 +168,15 @@ Statistics PixelStore::statistics()
         evaluated(true);
     }
     Statistics found = m_statistics ? *m_statistics : statisticsOf(m_buffer.data(), m_type, count());
-    if (!m_leaked)
+    if (!m_exposed)
         m_statistics = found;
     return found;
 }
 
-void PixelStore::setLeaked()
+void PixelStore::setExposed()
 {
     expressionChanged();
-    m_leaked = true;
+    m_exposed = true;
 }
 
 void PixelStore::becomeEmpty()
@@ -189,19 +189,19 @@ void PixelStore::becomeEmpty()
     expressionChanged();
 }
 
-std::optional<PixelStore::Range> PixelStore::rememberedRange(double ceiling, int count) const
+std::optional<PixelStore::AutoRange> PixelStore::rememberedAutoRange(double ceiling, int count) const
 {
-    for (const Range &range : m_ranges) {
+    for (const AutoRange &range : m_autoRanges) {
         if (range.ceiling == ceiling && range.count == count)
             return range;
     }
     return std::nullopt;
 }
 
-void PixelStore::rememberRange(const Range &range)
+void PixelStore::rememberAutoRange(const AutoRange &range)
 {
-    if (!m_leaked)
-        keepLast(m_ranges, range, kRangesKept);
+    if (!m_exposed)
+        keepLast(m_autoRanges, range, AUTO_RANGES_KEPT);
 }
 
 StorePtr PixelStore::rememberedResampled(std::uint32_t width, std::uint32_t height, int mode,
@@ -216,13 +216,13 @@ StorePtr PixelStore::rememberedResampled(std::uint32_t width, std::uint32_t heig
 
 void PixelStore::rememberResampled(const Resampled &resampled)
 {
-    if (!m_leaked)
-        keepLast(m_resampled, resampled, kResampledKept);
+    if (!m_exposed)
+        keepLast(m_resampled, resampled, RESAMPLED_KEPT);
 }
 
 void PixelStore::rememberOtsu(float percentage)
 {
-    if (!m_leaked)
+    if (!m_exposed)
         m_otsu = percentage;
 }
 

@@ -23,7 +23,7 @@ using StorePtr = std::shared_ptr<PixelStore>;
 class PixelStore
 {
 public:
-    struct Range
+    struct AutoRange
     {
         double ceiling;
         int count;
@@ -55,7 +55,7 @@ public:
     std::uint32_t height() const { return m_height; }
     std::size_t count() const { return std::size_t(m_width) * m_height; }
     VXSDataTypes type() const { return m_type; }
-    std::uint64_t id() const { return m_leaked || count() == 0 ? 0 : m_id; }
+    std::uint64_t id() const { return m_exposed || count() == 0 ? 0 : m_id; }
 
     bool isPending() const { return m_state == State::Pending; }
     Expression &expression() { return m_expression; }
@@ -69,13 +69,13 @@ public:
     Statistics statistics();
 
     /// Someone outside may write through a pointer into the pixels: nothing is remembered from now on.
-    void setLeaked();
-    bool isLeaked() const { return m_leaked; }
+    void setExposed();
+    bool isExposed() const { return m_exposed; }
     /// Gives up pixels that cannot be had.
     void becomeEmpty();
 
-    std::optional<Range> rememberedRange(double ceiling, int count) const;
-    void rememberRange(const Range &range);
+    std::optional<AutoRange> rememberedAutoRange(double ceiling, int count) const;
+    void rememberAutoRange(const AutoRange &range);
     StorePtr rememberedResampled(std::uint32_t width, std::uint32_t height, int mode,
                                  VXSDataTypes type) const;
     void rememberResampled(const Resampled &resampled);
@@ -104,14 +104,14 @@ private:
     std::uint32_t m_width;
     std::uint32_t m_height;
     State m_state = State::Ready;
-    bool m_leaked = false;
+    bool m_exposed = false;
     std::uint64_t m_id;
     PixelBuffer m_buffer;
     Expression m_expression;
 
     std::optional<Statistics> m_statistics;
     std::optional<float> m_otsu;
-    std::vector<Range> m_ranges;
+    std::vector<AutoRange> m_autoRanges;
     std::vector<Resampled> m_resampled;
 };
 

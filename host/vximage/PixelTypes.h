@@ -30,10 +30,16 @@ inline std::size_t bytesPerPixel(VXSDataTypes type)
     return 0;
 }
 
+/// Whether a pixel is one byte.
+inline bool isByte(VXSDataTypes type)
+{
+    return type == VXS_UINT8 || type == VXS_MASK;
+}
+
 /// Whether every value of that type is a float exactly, so that reading it as float changes nothing.
 inline bool isSmallInteger(VXSDataTypes type)
 {
-    return type == VXS_UINT8 || type == VXS_MASK || type == VXS_UINT16;
+    return isByte(type) || type == VXS_UINT16;
 }
 
 /// Calls f with a null pointer to the C++ type of the pixels.

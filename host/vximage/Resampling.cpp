@@ -126,7 +126,7 @@ void weightedMeans(const Job<S, D> &job)
     });
 }
 
-/// The photograph's mask on the grid of an image of half its size: the case that people wait for.
+/// The photograph's mask on the grid of an image of half its size: the case that the user waits for.
 void halveMask(const Job<std::uint8_t, float> &job)
 {
     job.template forRows<char>(0, [&](std::uint32_t row, char *) {
@@ -158,7 +158,7 @@ void run(const Job<S, D> &job)
 
 bool isKnownResampleMode(int mode)
 {
-    return mode >= IL_RESAMPLE_NEAREST && mode <= IL_RESAMPLE_NEAREST_MASK;
+    return mode == IL_RESAMPLE_AREA || mode == IL_RESAMPLE_BLOCK_MEAN || mode == IL_RESAMPLE_NEAREST_MASK;
 }
 
 StorePtr resample(PixelStore &source, std::uint32_t width, std::uint32_t height, int mode, VXSDataTypes type)

@@ -2,7 +2,6 @@
 #include "host/vximage/ResamplingAxis.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace il {
 
@@ -11,12 +10,8 @@ ResamplingAxis::ResamplingAxis(std::uint32_t oldSize, std::uint32_t newSize, int
     m_first.reserve(newSize);
     m_offset.reserve(std::size_t(newSize) + 1);
     const bool grows = newSize > oldSize;
-    if (mode == IL_RESAMPLE_NEAREST)
-        pick(oldSize, newSize, false);
-    else if (mode == IL_RESAMPLE_BILINEAR)
-        interpolate(oldSize, newSize);
-    else if (mode == IL_RESAMPLE_NEAREST_MASK || grows) // a mean over less than a pixel is that pixel
-        pick(oldSize, newSize, true);
+    if (mode == IL_RESAMPLE_NEAREST_MASK || grows) // a mean over less than a pixel is that pixel
+        pick(oldSize, newSize);
     else if (mode == IL_RESAMPLE_BLOCK_MEAN || oldSize % newSize == 0)
         boxes(oldSize / newSize, newSize);
     else
@@ -38,14 +33,12 @@ void ResamplingAxis::end()
     m_offset.push_back(std::uint32_t(m_weights.size()));
 }
 
-void ResamplingAxis::pick(std::uint32_t oldSize, std::uint32_t newSize, bool aligned)
+void ResamplingAxis::pick(std::uint32_t oldSize, std::uint32_t newSize)
 {
     m_picked = true;
     for (std::uint64_t i = 0; i < newSize; ++i) {
-        // floor(i old / new), or floor((i + 1/2) old / new), in integers
-        const std::uint64_t source =
-            aligned ? (2 * i + 1) * oldSize / (2 * std::uint64_t(newSize)) : i * oldSize / newSize;
-        begin(std::uint32_t(source));
+        begin(std::uint32_t((2 * i + 1) * oldSize /
+                            (2 * std::uint64_t(newSize)))); // floor((i + 1/2) old / new)
         tap(1.0);
         end();
     }
@@ -76,22 +69,6 @@ void ResamplingAxis::average(std::uint32_t oldSize, std::uint32_t newSize)
             const std::uint64_t covered = std::min(to, (p + 1) * newSize) - std::max(from, p * newSize);
             tap(double(covered) / oldSize);
         }
-        end();
-    }
-}
-
-void ResamplingAxis::interpolate(std::uint32_t oldSize, std::uint32_t newSize)
-{
-    const double ratio = double(oldSize) / newSize;
-    for (std::uint32_t i = 0; i < newSize; ++i) {
-        const double position = std::clamp((i + 0.5) * ratio - 0.5, 0.0, double(oldSize - 1));
-        const double left = std::floor(position);
-        const double weight = position - left;
-        begin(std::uint32_t(left));
-        tap(1.0 - weight);
-        // A weight of 0 would still carry a NaN or an infinity over.
-        if (weight > 0.0)
-            tap(weight);
         end();
     }
 }

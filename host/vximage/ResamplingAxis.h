@@ -14,7 +14,7 @@ namespace il {
 class ResamplingAxis
 {
 public:
-    /// Sizes are at least 1.
+    /// Sizes are at least 1; the mode is a known one.
     ResamplingAxis(std::uint32_t oldSize, std::uint32_t newSize, int mode);
 
     std::uint32_t size() const { return std::uint32_t(m_first.size()); }
@@ -29,9 +29,8 @@ public:
     bool isPicked() const { return m_picked; }
 
 private:
-    void pick(std::uint32_t oldSize, std::uint32_t newSize, bool aligned);
+    void pick(std::uint32_t oldSize, std::uint32_t newSize);
     void average(std::uint32_t oldSize, std::uint32_t newSize);
-    void interpolate(std::uint32_t oldSize, std::uint32_t newSize);
     void boxes(std::uint32_t factor, std::uint32_t newSize);
     void begin(std::uint32_t first);
     void tap(double weight);

@@ -14,7 +14,7 @@
 namespace il {
 namespace {
 
-constexpr std::size_t kGrain = 16384;
+constexpr std::size_t GRAIN = 16384;
 
 struct Range
 {
@@ -68,13 +68,13 @@ Range rangeOf(const double *p, std::size_t n)
 
 } // namespace
 
-void StatisticsSum::add(float lo, float hi)
+void StatisticsAccumulator::add(float lo, float hi)
 {
     m_lo = std::min(m_lo, lo);
     m_hi = std::max(m_hi, hi);
 }
 
-Statistics StatisticsSum::result() const
+Statistics StatisticsAccumulator::result() const
 {
     if (m_lo > m_hi)
         return {};
@@ -85,9 +85,9 @@ Statistics statisticsOf(const void *pixels, VXSDataTypes type, std::size_t n)
 {
     return withPixelType(type, [&](auto tag) {
         const auto *p = static_cast<decltype(tag)>(pixels);
-        StatisticsSum sum;
+        StatisticsAccumulator sum;
         std::mutex mutex;
-        parallelFor(n, kGrain, sizeof *p, [&](std::size_t begin, std::size_t end) {
+        parallelFor(n, GRAIN, sizeof *p, [&](std::size_t begin, std::size_t end) {
             const Range r = rangeOf(p + begin, end - begin);
             std::lock_guard<std::mutex> lock(mutex);
             sum.add(r.lo, r.hi);

@@ -16,7 +16,7 @@ struct Statistics
 };
 
 /// Gathers statistics over pieces that several threads have seen.
-class StatisticsSum
+class StatisticsAccumulator
 {
 public:
     void add(float lo, float hi);

@@ -51,7 +51,7 @@ int TiffHandle::onError(TIFF *, void *user, const char *, const char *format, va
 
 int TiffHandle::onWarning(TIFF *, void *, const char *, const char *, va_list)
 {
-    return 1; // unknown tags and the like: nothing that a person could act on
+    return 1; // unknown tags and the like: nothing that the user could act on
 }
 
 } // namespace il

@@ -19,9 +19,9 @@
 namespace il {
 namespace {
 
-constexpr std::size_t kStripBytes = std::size_t(256) << 10;
+constexpr std::size_t STRIP_BYTES = std::size_t(256) << 10;
 // Classic TIFF counts in 32 bits; the directory and the strip table need some room as well.
-constexpr std::uint64_t kClassicLimit = (std::uint64_t(1) << 32) - (std::uint64_t(64) << 20);
+constexpr std::uint64_t CLASSIC_LIMIT = (std::uint64_t(1) << 32) - (std::uint64_t(64) << 20);
 
 /// A file under a name of its own in the target's folder, removed unless it was renamed to the target. The
 /// name is not hidden: what a killed program leaves behind is seen by those who clear the folder.
@@ -155,8 +155,8 @@ EILSTATUS writeTiff(const char *path, PixelStore &pixels, const std::string &des
         const VXSDataTypes type = pixels.type() == VXS_DOUBLE ? VXS_FLOAT : pixels.type();
         const std::size_t rowBytes = pixels.width() * bytesPerPixel(type);
         const auto rowsPerStrip =
-            std::uint32_t(std::clamp<std::size_t>(kStripBytes / rowBytes, 1, pixels.height()));
-        const bool big = rowBytes * pixels.height() + description.size() > kClassicLimit;
+            std::uint32_t(std::clamp<std::size_t>(STRIP_BYTES / rowBytes, 1, pixels.height()));
+        const bool big = rowBytes * pixels.height() + description.size() > CLASSIC_LIMIT;
         TiffHandle tiff;
         const auto because = [] {
             return errno ? std::string(" (") + std::strerror(errno) + ")" : std::string();

@@ -21,7 +21,8 @@ enum tag_eimagetype {
     EIMAGE_EXCITATION = 5, ///< excitation reference of a transillumination image, in counts
 };
 
-/// Status of an image operation; 0 is success.
+/// Status of an image operation; 0 is success. CILImage::lastError() has the reason of those that concern a
+/// file.
 enum EILSTATUS {
     EIL_SUCCESS = 0,
     EIL_FAILURE = 1,
@@ -36,15 +37,20 @@ enum EILSTATUS {
     EIL_FILE_NOT_WRITABLE = 10,
 };
 
-/// How downSample() and upSample() find the value of a new pixel. Each axis goes its own way: one may grow
-/// while the other shrinks.
+/// How downSample() and upSample() find the value of new pixel i on an axis of `old` pixels that gets `new`
+/// ones. Each axis goes its own way: one may grow while the other shrinks. The codes are stored nowhere, but
+/// tools pass them as numbers; every other code is refused.
 enum IL_RESAMPLEMODES {
-    IL_RESAMPLE_NEAREST = 0,
-    IL_RESAMPLE_AREA = 1, ///< average over the new pixel's area
-    IL_RESAMPLE_BILINEAR = 2,
-    IL_RESAMPLE_BLOCK_MEAN = 3,   ///< software binning: the mean of f x f pixels, f = old / new truncated an
-                                  ///< axis, what remains at the right and bottom edge dropped
-    IL_RESAMPLE_NEAREST_MASK = 4, ///< nearest, aligned to pixel centres; for masks
+    /// Area average: the mean of the old pixels from i * old / new to (i + 1) * old / new, each weighed by
+    /// how
+    /// much of it lies between. An axis that grows goes like IL_RESAMPLE_NEAREST_MASK.
+    IL_RESAMPLE_AREA = 1,
+    /// Software binning: the mean of the old pixels i * f to i * f + f - 1, f = old / new truncated, what
+    /// remains at the right and bottom edge dropped. An axis that grows goes like IL_RESAMPLE_NEAREST_MASK.
+    IL_RESAMPLE_BLOCK_MEAN = 3,
+    /// Nearest, aligned to pixel centres: old pixel (i + 1/2) * old / new truncated. For masks, which have
+    /// nothing between 0 and 1.
+    IL_RESAMPLE_NEAREST_MASK = 4,
 };
 
 /// Colour tables. The codes are those of the stored colour-table names.

@@ -26,13 +26,13 @@ public:
 
     /// Number of pairs.
     int count() const;
-    /// Keys and values in file order, parallel to each other.
+    /// Keys and values in file order, parallel to each other: they replace what the lists held.
     void getKeyList(QStringList *keys) const;
     void getValueList(QStringList *values) const;
 
-    /// The value of the last pair of that key (exact match). ESTATUS_KEY_NOT_FOUND leaves `value` untouched.
+    /// The value of the last pair of that key. ESTATUS_KEY_NOT_FOUND leaves `value` (may be null) untouched.
     ESTATUS getValue(const QString &key, QString *value) const;
-    /// Always appends a pair.
+    /// Always appends a pair, also of a key that is there already.
     void addKeyValue(const QString &key, const QString &value);
     /// Changes the last pair of that key, or appends one.
     void setValue(const QString &key, int value);

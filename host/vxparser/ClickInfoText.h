@@ -17,9 +17,11 @@ enum EPlace {
     REST         ///< up to the end of the line
 };
 
+/// The text as it is written in that place. A null text has an escape of its own; the outcome is never null.
 QString escaped(const QString &text, EPlace place);
 
-/// The text back; false with a reason for an escape that does not exist or a character that must be escaped.
+/// The text back; false, with `reason` and an unfinished `text`, for an escape that does not exist or a
+/// control character that must be escaped.
 bool unescaped(QStringView escapedText, QString *text, QString *reason);
 
 /// Position of the first `mark` that is not escaped, from `from` on, or -1.

@@ -11,8 +11,10 @@ class QWidget;
 /// Modal message boxes: real QMessageBox windows that return after the user has answered.
 ///
 /// The button-text forms return the index (from 0) of the pressed button; an empty text leaves that button
-/// out, and with no text at all there is one "OK". The standard-button forms return the standard button's
-/// code (Yes 0x4000, No 0x10000, ...); 0 stands for no button.
+/// out without moving the index of the others, and with no text at all there is one "OK". `defaultButton` is
+/// the index that Enter presses, `escapeButton` the one that Escape and closing the window stand for; where
+/// that is no button, they are ignored among several. The standard-button forms return the standard button's
+/// code (Yes 0x4000, No 0x10000, ...); 0 stands for no button, and three of them for one "OK".
 class VXUTILS_EXPORT CVXSMessageBox
 {
 public:

@@ -18,6 +18,8 @@ public:
 
     /// The persistent text of the image-math constant k; "1.00" until one is stored.
     static QString getkValue();
+    /// Keeps it letter for letter. getkValue() answers with it at once; the disk is not waited for while an
+    /// application object lives, so a process that is killed may lose the last one.
     static void setkValue(const QString &text);
 
     /// Whether a click number or file name that came from a file may become a path component: not empty, no

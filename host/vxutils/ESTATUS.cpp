@@ -5,13 +5,13 @@
 
 namespace {
 
-struct SStatusSentence
+struct StatusSentence
 {
     ESTATUS status;
     const char *sentence;
 };
 
-const SStatusSentence SENTENCES[] = {
+const StatusSentence SENTENCES[] = {
     {ESTATUS_SUCCESS, QT_TRANSLATE_NOOP("ESTATUS", "The operation succeeded.")},
     {ESTATUS_FAILURE, QT_TRANSLATE_NOOP("ESTATUS", "The operation failed.")},
     {ESTATUS_FILE_NOT_FOUND, QT_TRANSLATE_NOOP("ESTATUS", "The file or folder does not exist.")},
@@ -41,7 +41,7 @@ const SStatusSentence SENTENCES[] = {
 
 QString statusText(ESTATUS status)
 {
-    for (const SStatusSentence &entry : SENTENCES) {
+    for (const StatusSentence &entry : SENTENCES) {
         if (entry.status == status)
             return QCoreApplication::translate("ESTATUS", entry.sentence);
     }

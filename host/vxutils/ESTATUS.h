@@ -30,5 +30,5 @@ enum tag_estatus {
 };
 using ESTATUS = tag_estatus;
 
-/// A sentence for people that says what the status means.
+/// A sentence for the user that says what the status means.
 VXUTILS_EXPORT QString statusText(ESTATUS status);

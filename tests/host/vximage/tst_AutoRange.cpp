@@ -9,8 +9,8 @@ Q_DECLARE_METATYPE(CILImage)
 
 namespace {
 
-const float kNaN = std::numeric_limits<float>::quiet_NaN();
-const float kInf = std::numeric_limits<float>::infinity();
+const float NOT_A_NUMBER = std::numeric_limits<float>::quiet_NaN();
+const float INF = std::numeric_limits<float>::infinity();
 
 /// The documented range, from a sorted list of all pixels and a histogram of all of them.
 std::pair<double, double> naive(const CILImage &image, double ceiling, int bins)
@@ -66,7 +66,7 @@ private slots:
         QTest::newRow("no spread") << maker::floats(3, 1, {4, 4, 4}) << 65000.0 << 25000;
         QTest::newRow("all negative") << maker::floats(3, 1, {-4, -3, -9}) << 65000.0 << 25000;
         QTest::newRow("NaN and infinities among them")
-            << maker::floats(6, 1, {kNaN, 1, kInf, 2, -kInf, 7}) << 65000.0 << 50;
+            << maker::floats(6, 1, {NOT_A_NUMBER, 1, INF, 2, -INF, 7}) << 65000.0 << 50;
         std::vector<float> spot(300000, 1.0f);
         for (size_t i = 0; i < spot.size(); ++i)
             spot[i] = float(i % 97);
@@ -106,7 +106,7 @@ private slots:
     void withoutAFinitePixelNothingIsTouched()
     {
         double low = 3, high = 4;
-        QVERIFY(!ilAutoRange(maker::floats(2, 1, {kNaN, kInf}), 65000.0, 25000, &low, &high));
+        QVERIFY(!ilAutoRange(maker::floats(2, 1, {NOT_A_NUMBER, INF}), 65000.0, 25000, &low, &high));
         QVERIFY(!ilAutoRange(CILImage(), 65000.0, 25000, &low, &high));
         QCOMPARE(low, 3.0);
         QCOMPARE(high, 4.0);

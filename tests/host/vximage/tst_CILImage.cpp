@@ -6,9 +6,9 @@
 
 namespace {
 
-const float kInf = std::numeric_limits<float>::infinity();
-const float kNaN = std::numeric_limits<float>::quiet_NaN();
-const VXSDataTypes kTypes[] = {VXS_UINT8, VXS_MASK, VXS_UINT16, VXS_UINT32, VXS_FLOAT, VXS_DOUBLE};
+const float INF = std::numeric_limits<float>::infinity();
+const float NOT_A_NUMBER = std::numeric_limits<float>::quiet_NaN();
+const VXSDataTypes TYPES[] = {VXS_UINT8, VXS_MASK, VXS_UINT16, VXS_UINT32, VXS_FLOAT, VXS_DOUBLE};
 
 } // namespace
 
@@ -22,7 +22,7 @@ private slots:
         QTest::addColumn<int>("type");
         QTest::addColumn<uint>("width");
         QTest::addColumn<uint>("height");
-        for (const VXSDataTypes type : kTypes) {
+        for (const VXSDataTypes type : TYPES) {
             QTest::newRow(qPrintable(QString("type %1, odd").arg(type))) << int(type) << 7u << 5u;
             QTest::newRow(qPrintable(QString("type %1, one row").arg(type))) << int(type) << 13u << 1u;
             QTest::newRow(qPrintable(QString("type %1, one column").arg(type))) << int(type) << 1u << 13u;
@@ -152,7 +152,7 @@ private slots:
         changed();
         a.downSample(2, 2, 1);
         changed();
-        a.ChangeType(VXS_UINT16);
+        a.ChangeType(VXS_UINT8);
         changed();
         a.Dilate(3, 3);
         changed();
@@ -170,17 +170,17 @@ private slots:
         QTest::addColumn<bool>("finite");
         QTest::addColumn<float>("min");
         QTest::addColumn<float>("max");
-        QTest::newRow("a NaN first") << QVector<float>{kNaN, 2, -3} << true << -3.0f << 2.0f;
-        QTest::newRow("infinities of both signs") << QVector<float>{kInf, 2, -kInf} << true << 2.0f << 2.0f;
+        QTest::newRow("a NaN first") << QVector<float>{NOT_A_NUMBER, 2, -3} << true << -3.0f << 2.0f;
+        QTest::newRow("infinities of both signs") << QVector<float>{INF, 2, -INF} << true << 2.0f << 2.0f;
         QTest::newRow("only NaN and infinities give 0")
-            << QVector<float>{kNaN, kInf, -kInf} << false << 0.0f << 0.0f;
+            << QVector<float>{NOT_A_NUMBER, INF, -INF} << false << 0.0f << 0.0f;
         QTest::newRow("all negative") << QVector<float>{-1, -2} << true << -2.0f << -1.0f;
-        QVector<float> many(100, kNaN);
+        QVector<float> many(100, NOT_A_NUMBER);
         many[97] = 5;
         QTest::newRow("one finite among many NaN") << many << true << 5.0f << 5.0f;
         QVector<float> wide;
         for (int i = 0; i < 1000; ++i)
-            wide << float((i * 37) % 1000) << kInf;
+            wide << float((i * 37) % 1000) << INF;
         QTest::newRow("every second an infinity") << wide << true << 0.0f << 999.0f;
     }
     void statisticsSkipWhatIsNotFinite()
@@ -205,7 +205,7 @@ private slots:
 
     void statisticsOfEveryType()
     {
-        for (const VXSDataTypes type : kTypes) {
+        for (const VXSDataTypes type : TYPES) {
             const bool mask = type == VXS_MASK;
             const CILImage image = maker::random(type, 801, 307, mask ? 1 : 250, 9);
             const std::vector<double> all = maker::values(image);
@@ -219,7 +219,7 @@ private slots:
         QTest::addColumn<int>("type");
         QTest::addColumn<QVector<double>>("expected");
         // of -3, 0, 0.4, 1.5, 2.5, 300.7, 70000, 1e12, NaN, inf
-        const double inf = double(kInf);
+        const double inf = double(INF);
         QTest::newRow("to 8 bits") << 0 << QVector<double>{0, 0, 0, 2, 2, 255, 255, 255, 0, 255};
         QTest::newRow("to a mask: 1 where not 0") << 1 << QVector<double>{1, 0, 1, 1, 1, 1, 1, 1, 1, 1};
         QTest::newRow("to 16 bits") << 2 << QVector<double>{0, 0, 0, 2, 2, 301, 65535, 65535, 0, 65535};
@@ -235,7 +235,8 @@ private slots:
     {
         QFETCH(int, type);
         QFETCH(QVector<double>, expected);
-        CILImage image = maker::floats(10, 1, {-3, 0, 0.4f, 1.5f, 2.5f, 300.7f, 70000, 1e12f, kNaN, kInf});
+        CILImage image =
+            maker::floats(10, 1, {-3, 0, 0.4f, 1.5f, 2.5f, 300.7f, 70000, 1e12f, NOT_A_NUMBER, INF});
         QVERIFY(image.ChangeType(VXSDataTypes(type)));
         const std::vector<double> found = maker::values(image);
         for (int i = 0; i < expected.size(); ++i)
@@ -247,7 +248,7 @@ private slots:
 
     void everyTypeBecomesFloatAndStaysEqual()
     {
-        for (const VXSDataTypes type : kTypes) {
+        for (const VXSDataTypes type : TYPES) {
             CILImage image = maker::random(type, 501, 333, 200, 4);
             const std::vector<double> before = maker::values(image);
             image.ChangeType(VXS_FLOAT);

@@ -26,7 +26,7 @@ struct Case
     Loop loop;
 };
 
-const float kFactor = 1.7f;
+const float FACTOR = 1.7f;
 
 const std::vector<Case> &cases()
 {
@@ -35,39 +35,39 @@ const std::vector<Case> &cases()
         {"A + B * k",
          [](I a, I b, I, I) {
              CILImage r = b;
-             r *= double(kFactor);
+             r *= double(FACTOR);
              r += a;
              return r;
          },
-         [](float a, float b, float, float) { return step(step(b * kFactor) + a); }},
+         [](float a, float b, float, float) { return step(step(b * FACTOR) + a); }},
         {"A - B * k",
          [](I a, I b, I, I) {
              CILImage r = b;
-             r *= double(kFactor);
+             r *= double(FACTOR);
              r = a - r;
              return r;
          },
-         [](float a, float b, float, float) { return step(a - step(b * kFactor)); }},
+         [](float a, float b, float, float) { return step(a - step(b * FACTOR)); }},
         {"A * B * k",
          [](I a, I b, I, I) {
              CILImage r = b;
-             r *= double(kFactor);
+             r *= double(FACTOR);
              r *= a;
              return r;
          },
-         [](float a, float b, float, float) { return step(step(b * kFactor) * a); }},
+         [](float a, float b, float, float) { return step(step(b * FACTOR) * a); }},
         {"(A / B) * k",
          [](I a, I b, I, I) {
              CILImage r = a;
              r /= b;
-             r *= double(kFactor);
+             r *= double(FACTOR);
              return r;
          },
-         [](float a, float b, float, float) { return step(step(a / b) * kFactor); }},
+         [](float a, float b, float, float) { return step(step(a / b) * FACTOR); }},
         {"A/B where counts are above k, with a tissue mask",
          [](I a, I b, I counts, I tissue) {
              CILImage mask;
-             counts.Threshold(kFactor, mask);
+             counts.Threshold(FACTOR, mask);
              CILImage r = a * mask;
              r /= b;
              r *= 100.0;
@@ -75,12 +75,12 @@ const std::vector<Case> &cases()
              return r;
          },
          [](float a, float b, float counts, float tissue) {
-             return step(step(step(step(a * (counts > kFactor ? 1.0f : 0.0f)) / b) * 100.0f) * tissue);
+             return step(step(step(step(a * (counts > FACTOR ? 1.0f : 0.0f)) / b) * 100.0f) * tissue);
          }},
         {"the same with the mask's bytes written first",
          [](I a, I b, I counts, I tissue) {
              CILImage mask;
-             counts.Threshold(kFactor, mask);
+             counts.Threshold(FACTOR, mask);
              static_cast<const CILImage &>(mask).get_data();
              CILImage r = a * mask;
              r /= b;
@@ -88,16 +88,16 @@ const std::vector<Case> &cases()
              return r;
          },
          [](float a, float b, float counts, float tissue) {
-             return step(step(step(a * (counts > kFactor ? 1.0f : 0.0f)) / b) * tissue);
+             return step(step(step(a * (counts > FACTOR ? 1.0f : 0.0f)) / b) * tissue);
          }},
         {"B * k - A",
          [](I a, I b, I, I) {
              CILImage r = b;
-             r *= double(kFactor);
+             r *= double(FACTOR);
              r -= a;
              return r;
          },
-         [](float a, float b, float, float) { return step(step(b * kFactor) - a); }},
+         [](float a, float b, float, float) { return step(step(b * FACTOR) - a); }},
         {"a factor that is no float is applied in double precision",
          [](I a, I, I, I) {
              CILImage r = a;

@@ -7,9 +7,9 @@
 
 namespace {
 
-const float kNaN = std::numeric_limits<float>::quiet_NaN();
-const float kInf = std::numeric_limits<float>::infinity();
-const VXSDataTypes kTypes[] = {VXS_UINT8, VXS_MASK, VXS_UINT16, VXS_UINT32, VXS_FLOAT, VXS_DOUBLE};
+const float NOT_A_NUMBER = std::numeric_limits<float>::quiet_NaN();
+const float INF = std::numeric_limits<float>::infinity();
+const VXSDataTypes TYPES[] = {VXS_UINT8, VXS_MASK, VXS_UINT16, VXS_UINT32, VXS_FLOAT, VXS_DOUBLE};
 
 /// Otsu's method by trying every border of 256 classes on the pixels themselves.
 double naiveOtsu(const CILImage &image)
@@ -51,14 +51,14 @@ private slots:
     void onlyWhatIsAboveBecomesOne_data()
     {
         QTest::addColumn<float>("t");
-        for (const float t :
-             {-1.0f, 0.0f, 0.5f, 1.0f, 100.0f, 100.5f, 239.0f, 255.0f, 65535.0f, 1e9f, kInf, -kInf, kNaN})
+        for (const float t : {-1.0f, 0.0f, 0.5f, 1.0f, 100.0f, 100.5f, 239.0f, 255.0f, 65535.0f, 1e9f, INF,
+                              -INF, NOT_A_NUMBER})
             QTest::newRow(qPrintable(QString("threshold %1").arg(double(t)))) << t;
     }
     void onlyWhatIsAboveBecomesOne()
     {
         QFETCH(float, t);
-        for (const VXSDataTypes type : kTypes) {
+        for (const VXSDataTypes type : TYPES) {
             const CILImage image = maker::random(type, 333, 217, type == VXS_MASK ? 1 : 239, 3);
             CILImage mask;
             image.Threshold(t, mask);
@@ -72,7 +72,7 @@ private slots:
 
     void aPixelEqualToTheThresholdIsExcludedAndANaNToo()
     {
-        const CILImage image = maker::floats(5, 1, {5, std::nextafter(5.0f, 6.0f), kNaN, kInf, -kInf});
+        const CILImage image = maker::floats(5, 1, {5, std::nextafter(5.0f, 6.0f), NOT_A_NUMBER, INF, -INF});
         CILImage mask;
         image.Threshold(5, mask);
         QCOMPARE(maker::values(mask), (std::vector<double>{0, 1, 0, 1, 0}));
@@ -95,34 +95,30 @@ private slots:
     {
         QTest::addColumn<uint>("width");
         QTest::addColumn<uint>("height");
-        QTest::addColumn<int>("across");
-        QTest::addColumn<int>("down");
-        QTest::newRow("3 x 3, odd") << 37u << 23u << 3 << 3;
-        QTest::newRow("3 x 3, one pixel") << 1u << 1u << 3 << 3;
-        QTest::newRow("3 x 3, one row") << 40u << 1u << 3 << 3;
-        QTest::newRow("3 x 3, one column") << 1u << 40u << 3 << 3;
-        QTest::newRow("3 x 3, on several threads") << 1201u << 903u << 3 << 3;
-        QTest::newRow("5 x 1") << 37u << 23u << 5 << 1;
-        QTest::newRow("larger than the image") << 4u << 3u << 9 << 11;
+        QTest::newRow("an odd size") << 37u << 23u;
+        QTest::newRow("one pixel") << 1u << 1u;
+        QTest::newRow("two by two pixels") << 2u << 2u;
+        QTest::newRow("one row") << 40u << 1u;
+        QTest::newRow("one column") << 1u << 40u;
+        QTest::newRow("on several threads") << 1201u << 1903u;
     }
     void morphologyEqualsTheDefinition()
     {
         QFETCH(uint, width);
         QFETCH(uint, height);
-        QFETCH(int, across);
-        QFETCH(int, down);
-        for (const VXSDataTypes type : kTypes) {
-            const CILImage source = maker::random(type, width, height, type == VXS_MASK ? 1 : 100, 4);
+        for (const VXSDataTypes type : {VXS_MASK, VXS_UINT8}) {
+            const CILImage source = maker::random(type, width, height, type == VXS_MASK ? 1 : 255, 4);
             CILImage eroded = source, dilated = source;
-            QCOMPARE(eroded.Erode(across, down), EIL_SUCCESS);
-            QCOMPARE(dilated.Dilate(across, down), EIL_SUCCESS);
+            QCOMPARE(eroded.Erode(3, 3), EIL_SUCCESS);
+            QCOMPARE(dilated.Dilate(3, 3), EIL_SUCCESS);
             QCOMPARE(eroded.getType(), type);
+            QCOMPARE(dilated.getType(), type);
             const uint stride = width > 1000 ? 13 : 1;
             for (uint y = 0; y < height; y += stride) {
                 for (uint x = 0; x < width; x += stride) {
                     double lo = 1e9, hi = -1e9;
-                    for (int dy = -down / 2; dy <= down / 2; ++dy) {
-                        for (int dx = -across / 2; dx <= across / 2; ++dx) {
+                    for (int dy = -1; dy <= 1; ++dy) {
+                        for (int dx = -1; dx <= 1; ++dx) {
                             const double v = source.pixelAt(uint(qBound(0, int(x) + dx, int(width) - 1)),
                                                             uint(qBound(0, int(y) + dy, int(height) - 1)));
                             lo = std::min(lo, v);
@@ -154,14 +150,53 @@ private slots:
         }
     }
 
-    void evenAndNegativeSizesAreRefused()
+    void anotherSquareOrPixelTypeIsRefused_data()
     {
-        CILImage image = maker::floats(2, 1, {1, 2});
-        const std::uint64_t id = image.contentId();
-        QCOMPARE(image.Erode(2, 3), EIL_BAD_SIZE);
-        QCOMPARE(image.Dilate(3, 0), EIL_BAD_SIZE);
-        QCOMPARE(image.Dilate(-3, 3), EIL_BAD_SIZE);
-        QCOMPARE(image.contentId(), id);
+        QTest::addColumn<int>("type");
+        QTest::addColumn<int>("across");
+        QTest::addColumn<int>("down");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QString>("reason");
+        const QString size = "Erosion and dilation are by 3 x 3 pixels, not by %1; the image is unchanged.";
+        QTest::newRow("larger") << int(VXS_MASK) << 5 << 5 << int(EIL_BAD_SIZE) << size.arg("5 x 5");
+        QTest::newRow("not square") << int(VXS_MASK) << 3 << 1 << int(EIL_BAD_SIZE) << size.arg("3 x 1");
+        QTest::newRow("even") << int(VXS_MASK) << 2 << 3 << int(EIL_BAD_SIZE) << size.arg("2 x 3");
+        QTest::newRow("a single pixel") << int(VXS_MASK) << 1 << 1 << int(EIL_BAD_SIZE) << size.arg("1 x 1");
+        QTest::newRow("none") << int(VXS_MASK) << 3 << 0 << int(EIL_BAD_SIZE) << size.arg("3 x 0");
+        QTest::newRow("negative") << int(VXS_MASK) << -3 << 3 << int(EIL_BAD_SIZE) << size.arg("-3 x 3");
+        for (const VXSDataTypes type : {VXS_UINT16, VXS_UINT32, VXS_FLOAT, VXS_DOUBLE})
+            QTest::newRow(qPrintable(QString("pixels of type %1").arg(type)))
+                << int(type) << 3 << 3 << int(EIL_BAD_TYPE)
+                << "Erosion and dilation are for masks and 8-bit images; the image is unchanged.";
+    }
+    void anotherSquareOrPixelTypeIsRefused()
+    {
+        QFETCH(int, type);
+        QFETCH(int, across);
+        QFETCH(int, down);
+        QFETCH(int, status);
+        QFETCH(QString, reason);
+        const CILImage before = maker::random(VXSDataTypes(type), 9, 7, 1, 3);
+        std::vector<std::string> said;
+        CILImage::setMessageHandler([&](int, const std::string &text) { said.push_back(text); });
+        CILImage image = before;
+        const EILSTATUS eroded = image.Erode(across, down);
+        const EILSTATUS dilated = image.Dilate(across, down);
+        CILImage::setMessageHandler(nullptr);
+        QCOMPARE(int(eroded), status);
+        QCOMPARE(int(dilated), status);
+        QCOMPARE(image.contentId(), before.contentId());
+        QCOMPARE(int(image.getType()), type);
+        QCOMPARE(maker::values(image), maker::values(before));
+        QCOMPARE(said, std::vector<std::string>(2, reason.toStdString()));
+    }
+
+    void anImageWithoutPixelsHasNothingToErode()
+    {
+        CILImage image;
+        QCOMPARE(image.Erode(3, 3), EIL_BAD_SIZE);
+        QCOMPARE(image.Dilate(3, 3), EIL_BAD_SIZE);
+        QVERIFY(image.isEmpty());
     }
 
     void otsuEqualsTheDefinition()
@@ -191,8 +226,8 @@ private slots:
         QFETCH(float, bright);
         std::vector<float> pixels(1000, dark);
         std::fill(pixels.begin(), pixels.begin() + 130, bright);
-        pixels[500] = kNaN;
-        pixels[501] = kInf;
+        pixels[500] = NOT_A_NUMBER;
+        pixels[501] = INF;
         const CILImage image = maker::floats(100, 10, pixels);
         const float share = CSLComposite().AutomaticThresholdOtsu(&image);
         QVERIFY2(share > 0.0f && share < 100.0f, qPrintable(QString::number(double(share))));
@@ -201,7 +236,8 @@ private slots:
 
     void otsuOfAnImageWithoutSpreadIsZero()
     {
-        const CILImage flat = maker::floats(2, 1, {3, 3}), none = maker::floats(2, 1, {kNaN, kInf}), empty;
+        const CILImage flat = maker::floats(2, 1, {3, 3}), none = maker::floats(2, 1, {NOT_A_NUMBER, INF}),
+                       empty;
         QCOMPARE(CSLComposite().AutomaticThresholdOtsu(&flat), 0.0f);
         QCOMPARE(CSLComposite().AutomaticThresholdOtsu(&none), 0.0f);
         QCOMPARE(CSLComposite().AutomaticThresholdOtsu(&empty), 0.0f);

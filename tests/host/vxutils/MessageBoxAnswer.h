@@ -7,7 +7,7 @@
 #include <QTest>
 #include <QTimer>
 
-/// What a person saw of a box before answering it.
+/// What the user saw of a box before answering it.
 struct SSeen
 {
     QString title;

@@ -64,7 +64,7 @@ void tst_MessageBox::buttonTexts()
     QStringList shown = texts;
     shown.removeAll(QString(""));
     for (bool isWarning : {false, true}) {
-        const CAnswer person(press, key);
+        const CAnswer user(press, key);
         const auto ask =
             isWarning
                 ? static_cast<int (*)(QWidget *, const QString &, const QString &, const QString &,
@@ -72,7 +72,7 @@ void tst_MessageBox::buttonTexts()
                 : &CVXSMessageBox::information;
         const int result = ask(nullptr, "Title", "Text\nof two lines", texts[0], texts[1], texts[2],
                                defaultButton, escapeButton);
-        const SSeen &seen = person.seen();
+        const SSeen &seen = user.seen();
         QCOMPARE(seen.closed, closes);
         QCOMPARE(result, answer);
         QCOMPARE(seen.title, QString("Title"));
@@ -87,11 +87,11 @@ void tst_MessageBox::buttonTexts()
 void tst_MessageBox::threeEmptyTextsGiveOneOk()
 {
     for (int key : {0, int(Qt::Key_Escape), int(Qt::Key_Return)}) {
-        const CAnswer person("OK", key);
+        const CAnswer user("OK", key);
         QCOMPARE(
             CVXSMessageBox::information(nullptr, "Title", "Text", QString(), QString(), QString(), 0, -1), 0);
-        QVERIFY(person.seen().closed);
-        QCOMPARE(person.seen().buttons, QStringList{"OK"});
+        QVERIFY(user.seen().closed);
+        QCOMPARE(user.seen().buttons, QStringList{"OK"});
     }
 }
 
@@ -112,12 +112,12 @@ void tst_MessageBox::asManyButtonsAsTexts()
     QFETCH(QString, press);
     QFETCH(int, key);
     const QStringList texts{"&Save", "Save &As...", "&Discard", "Cancel"};
-    const CAnswer person(press, key);
+    const CAnswer user(press, key);
     QTEST(CVXSMessageBox::warning(nullptr, "Title", "Text", texts, 1, 3), "answer");
-    QVERIFY(person.seen().closed);
-    QCOMPARE(person.seen().buttons, texts);
-    QCOMPARE(person.seen().icon, QMessageBox::Warning);
-    QCOMPARE(person.seen().defaultButton, texts[1]);
+    QVERIFY(user.seen().closed);
+    QCOMPARE(user.seen().buttons, texts);
+    QCOMPARE(user.seen().icon, QMessageBox::Warning);
+    QCOMPARE(user.seen().defaultButton, texts[1]);
 }
 
 void tst_MessageBox::standardButtons_data()
@@ -146,26 +146,26 @@ void tst_MessageBox::standardButtons()
     QFETCH(int, answer);
     if (press == "OK")
         press = QMessageBox(QMessageBox::NoIcon, "", "", QMessageBox::Ok).button(QMessageBox::Ok)->text();
-    const CAnswer person(press, key);
+    const CAnswer user(press, key);
     const int result =
         isQuestion ? CVXSMessageBox::question(nullptr, "Title", "Text", buttons[0], buttons[1], buttons[2])
                    : CVXSMessageBox::warning(nullptr, "Title", "Text", buttons[0], buttons[1], buttons[2]);
-    QVERIFY(person.seen().closed);
+    QVERIFY(user.seen().closed);
     QCOMPARE(result, answer);
-    QCOMPARE(person.seen().icon, isQuestion ? QMessageBox::Question : QMessageBox::Warning);
-    QVERIFY(person.seen().modal);
+    QCOMPARE(user.seen().icon, isQuestion ? QMessageBox::Question : QMessageBox::Warning);
+    QVERIFY(user.seen().modal);
 }
 
 void tst_MessageBox::errorHandlerShowsAndLogs()
 {
     QWidget parent;
     parent.show();
-    const CAnswer person("OK");
+    const CAnswer user("OK");
     CVXSErrorHandler::errorMessage(&parent, ESTATUS_TOOL_WINDOW, "more about it");
-    QVERIFY(person.seen().closed);
-    QCOMPARE(person.seen().title, QString("Vexa"));
-    QVERIFY(person.seen().text.contains(statusText(ESTATUS_TOOL_WINDOW)));
-    QVERIFY(person.seen().text.contains("more about it"));
+    QVERIFY(user.seen().closed);
+    QCOMPARE(user.seen().title, QString("Vexa"));
+    QVERIFY(user.seen().text.contains(statusText(ESTATUS_TOOL_WINDOW)));
+    QVERIFY(user.seen().text.contains("more about it"));
     const SLogEntry entry = getLogObject()->entries().last();
     QCOMPARE(entry.level, 3L);
     QCOMPARE(entry.number, 34);
