@@ -7,6 +7,7 @@
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/view/windows/CVXSChildWindow.h"
 #include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
+#include "host/vxapi/view/windows/KeepInSight.h"
 #include "host/vxutils/CVXPreference.h"
 #include "host/vxutils/CVXSLog.h"
 
@@ -62,9 +63,9 @@ void moveIntoSight(CVXSChildWindow *window)
         CVXSMdiSubWindow *frame = guarded ? guarded->subWindow() : nullptr;
         if (!frame || frame->isMaximized())
             return;
-        const int most = frame->parentWidget()->width() - frame->width();
-        if (frame->x() > most)
-            frame->move(qMax(0, most), frame->y());
+        const QRect area = frame->parentWidget()->rect();
+        if (frame->geometry().right() > area.right())
+            frame->move(placeInSight(frame->pos(), frame->size(), area).x(), frame->y());
     };
     QTimer::singleShot(0, window, move); // when the areas have their new sizes
 }
