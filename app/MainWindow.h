@@ -1,21 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/WorkspaceParts.h"
+
 #include <QMainWindow>
 
-class BannerWidget;
 class CVXSChildWindow;
 class CVXSDataset;
 class CVXSSequenceDataset;
-class CVXSWorkspace;
-class DatasetLoader;
 class DisplayMenu;
 class FileMenu;
-class LogPane;
-class LooseDatasets;
-class PluginManager;
-class RecentSequences;
-class SequenceManager;
 struct SLogEntry;
 
 /// The workspace's window: it puts the parts together (area, banner, log pane, menus) and hands on what the
@@ -37,14 +31,8 @@ public:
     /// Opens what lies there, sequence or dataset.
     void openPath(const QString &path);
 
-    CVXSWorkspace *workspace() const { return m_workspace; }
-    PluginManager *plugins() const { return m_plugins; }
-    SequenceManager *sequences() const { return m_sequences; }
-    LooseDatasets *looseDatasets() const { return m_loose; }
-    DatasetLoader *datasetLoader() const { return m_loader; }
-    RecentSequences *recentSequences() const { return m_recent; }
-    BannerWidget *banner() const { return m_banner; }
-    LogPane *logPane() const { return m_logPane; }
+    /// What the window is put together of; all of it goes with the window.
+    const WorkspaceParts &parts() const { return m_parts; }
 
 protected:
     void closeEvent(QCloseEvent *event) override;
@@ -52,6 +40,9 @@ protected:
     void dropEvent(QDropEvent *event) override;
 
 private:
+    void makeParts();
+    void arrange();
+    void connectParts();
     void makeFileMenu();
     void makeEditMenu();
     void makeViewMenu();
@@ -64,14 +55,7 @@ private:
     void onLogged(const SLogEntry &entry);
     void onActiveChildChanged(CVXSChildWindow *window);
 
-    CVXSWorkspace *m_workspace;
-    BannerWidget *m_banner;
-    LogPane *m_logPane;
-    LooseDatasets *m_loose;
-    DatasetLoader *m_loader;
-    PluginManager *m_plugins;
-    SequenceManager *m_sequences;
-    RecentSequences *m_recent;
+    WorkspaceParts m_parts;
     FileMenu *m_fileMenu = nullptr;
     DisplayMenu *m_displayMenu = nullptr;
     QMenu *m_toolsMenu = nullptr;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "math/TissueMask.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 #include "host/vximage/CSLComposite.h"
 #include "host/vxparser/CPLClickInfo.h"
 

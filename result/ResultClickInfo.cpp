@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "result/ResultClickInfo.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 #include "host/vxparser/CPLSection.h"
 #include "host/vxutils/CVXSLog.h"
 #include "host/vxutils/writeWhole.h"

@@ -2,11 +2,11 @@
 #include "tour/PlantsTour.h"
 
 #include "app/MainWindow.h"
-#include "host/vxapi/model/CROIBase.h"
 #include "host/vxapi/model/CROIManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
-#include "host/vxapi/model/ImageImport.h"
+#include "host/vxapi/model/import/ImageImport.h"
+#include "host/vxapi/model/roi/CROIBase.h"
 #include "host/vxapi/view/measurement/MeasurementPane.h"
 #include "host/vxapi/view/windows/CVXSImageWindow.h"
 #include "tour/ImageTool.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "display/DisplayUnitNames.h"
-#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/model/VXCalibration.h"

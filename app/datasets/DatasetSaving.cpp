@@ -2,7 +2,7 @@
 #include "app/datasets/DatasetSaving.h"
 
 #include "app/datasets/FolderChoice.h"
-#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxutils/CVXPreference.h"

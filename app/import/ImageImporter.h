@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "host/vxapi/model/ImageImport.h"
+#include "host/vxapi/model/import/ImageImport.h"
 
 #include <memory>
 #include <QDateTime>

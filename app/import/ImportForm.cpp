@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/import/ImportForm.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ConstantRanges.h"
 #include "host/vxutils/CVXPreference.h"
 
 #include <QComboBox>
@@ -19,6 +20,11 @@ constexpr char GROUP[] = "ImportImages";
 QString keyOf(const char *name)
 {
     return QLatin1String(GROUP) + QLatin1Char('/') + QLatin1String(name);
+}
+
+QString rangeOf(QLatin1String key)
+{
+    return clickinfo::constantRange(key).text();
 }
 
 QFormLayout *newGroup(QHBoxLayout *row, const QString &title)
@@ -63,9 +69,10 @@ ImportForm::ImportForm(QWidget *parent) : QWidget(parent)
     addNumber(camera, "electronsPerCount", tr("Electrons per &count"), QString(), QStringLiteral("1"),
               &S::electronsPerCount, tr("The camera's gain"));
     addNumber(camera, "quantumEfficiency", tr("&Quantum efficiency"), QString(), QStringLiteral("1"),
-              &S::quantumEfficiency, tr("Electrons a photon: above 0, at most 1"));
+              &S::quantumEfficiency,
+              tr("Electrons a photon: %1").arg(rangeOf(clickinfo::KEY_QUANTUM_EFFICIENCY)));
     addNumber(camera, "transmission", tr("&Transmission"), QString(), QStringLiteral("1"), &S::transmission,
-              tr("Of lens and filter: above 0, at most 1"));
+              tr("Of lens and filter: %1").arg(rangeOf(clickinfo::KEY_TRANSMISSION)));
     addNumber(camera, "excitationIrradiance", tr("E&xcitation"), tr("\xc2\xb5W/cm\xc2\xb2"),
               QStringLiteral("0"), &S::excitationIrradiance,
               tr("Irradiance of the excitation light; 0 when it is not known or there is none"));

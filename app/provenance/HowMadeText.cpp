@@ -2,8 +2,8 @@
 #include "app/provenance/HowMadeText.h"
 
 #include "check/StoredRecord.h"
-#include "host/vxapi/model/ClickInfoKeys.h"
-#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxparser/CPLClickInfo.h"
 

@@ -2,7 +2,7 @@
 #include "host/vxapi/model/CROIManager.h"
 #include "host/vxapi/model/CROIManager_p.h"
 #include "host/vxapi/model/CRoiMeasurementManager.h"
-#include "host/vxapi/model/RoiText.h"
+#include "host/vxapi/model/roi/RoiText.h"
 #include "host/vxparser/CPLSection.h"
 #include "host/vxutils/CVXSLog.h"
 

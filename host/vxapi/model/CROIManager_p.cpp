@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/CROIManager_p.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 #include "host/vxapi/model/CRoiMeasurementManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
 

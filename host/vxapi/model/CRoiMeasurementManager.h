@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "host/vxapi/model/RoiStatistics.h"
+#include "host/vxapi/model/roi/RoiStatistics.h"
 #include "host/vxapi/model/VXTypes.h"
 
 #include <functional>

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "host/vxapi/model/ClickInfoKeys.h"
-#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ConstantRanges.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSDataset_p.h"
 #include "host/vxutils/CVXSLog.h"
@@ -68,7 +69,7 @@ void CVXSDataset::setCoreImage(tag_eimagetype type, const CILImage &image)
 double CVXSDataset::Private::binningFactor() const
 {
     const double binning = numberOf(clickInfo, SECTION_LUMINESCENT, KEY_BINNING);
-    return binning >= 1.0 ? binning : 1.0;
+    return constantRange(KEY_BINNING).holds(binning) ? binning : 1.0;
 }
 
 double CVXSDataset::getFOVForImage(tag_eimagetype type) const
@@ -76,5 +77,5 @@ double CVXSDataset::getFOVForImage(tag_eimagetype type) const
     const double width = DatasetImages::isKind(type)
                              ? numberOf(d->clickInfo, DatasetImages::kind(type).section, KEY_FOV)
                              : 0.0;
-    return width > 0.0 ? width : std::numeric_limits<double>::quiet_NaN();
+    return constantRange(KEY_FOV).holds(width) ? width : std::numeric_limits<double>::quiet_NaN();
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/DatasetFiles.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 #include "host/vxutils/writeWhole.h"
 
 #include <QCoreApplication>

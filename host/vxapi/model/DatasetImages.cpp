@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/DatasetImages.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
-#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 #include "host/vxapi/model/DatasetFiles.h"
 #include "host/vxparser/CPLClickInfo.h"
 #include "host/vxutils/CVXUtilityFns.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/vxapi/model/RoiStatistics.h"
+#include "host/vxapi/model/roi/RoiStatistics.h"
 
 #include <cmath>
 #include <functional>

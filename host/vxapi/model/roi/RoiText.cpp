@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "host/vxapi/model/RoiText.h"
+#include "host/vxapi/model/roi/RoiText.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
-#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 
 #include <array>
 #include <cmath>

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "host/vxapi/model/ImageImport.h"
+#include "host/vxapi/model/import/ImageImport.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
-#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ConstantRanges.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxparser/CPLClickInfo.h"
 #include "host/vxutils/CVXPreference.h"
@@ -10,19 +11,18 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
 #include <QStringList>
+#include <utility>
 
 using namespace clickinfo;
 
 namespace {
 
 constexpr double CM_PER_UM = 1e-4;
-constexpr double NO_LIMIT = std::numeric_limits<double>::infinity();
 
 QString translated(const char *text)
 {
@@ -39,29 +39,16 @@ QString refusal(const SImportSettings &settings)
                                KIND_TRANSILLUMINATION};
     if (!settings.kind.isEmpty() && !kinds.contains(settings.kind))
         return refused(KEY_KIND, translated("\"%1\" is no kind of acquisition").arg(settings.kind));
-    struct SAboveZero
-    {
-        QLatin1String key;
-        double value;
-        double most;
+    const std::pair<QLatin1String, double> numbers[] = {
+        {KEY_FOV, settings.fieldOfView},           {KEY_EXPOSURE, settings.exposure},
+        {KEY_FNUMBER, settings.fNumber},           {KEY_PIXEL_PITCH, settings.pixelPitch},
+        {KEY_GAIN, settings.electronsPerCount},    {KEY_QUANTUM_EFFICIENCY, settings.quantumEfficiency},
+        {KEY_TRANSMISSION, settings.transmission}, {KEY_BINNING, settings.binning},
     };
-    const SAboveZero numbers[] = {
-        {KEY_FOV, settings.fieldOfView, NO_LIMIT},
-        {KEY_EXPOSURE, settings.exposure, NO_LIMIT},
-        {KEY_FNUMBER, settings.fNumber, NO_LIMIT},
-        {KEY_PIXEL_PITCH, settings.pixelPitch, NO_LIMIT},
-        {KEY_GAIN, settings.electronsPerCount, NO_LIMIT},
-        {KEY_QUANTUM_EFFICIENCY, settings.quantumEfficiency, 1.0},
-        {KEY_TRANSMISSION, settings.transmission, 1.0},
-    };
-    for (const SAboveZero &number : numbers) {
-        if (!std::isfinite(number.value) || number.value <= 0.0 || number.value > number.most)
-            return refused(number.key, std::isinf(number.most)
-                                           ? translated("it has to be a number above 0")
-                                           : translated("it has to be a number above 0, at most 1"));
+    for (const auto &[key, value] : numbers) {
+        if (!std::isfinite(value) || !constantRange(key).holds(value))
+            return refused(key, constantRange(key).requirement());
     }
-    if (!std::isfinite(settings.binning) || settings.binning < 1.0)
-        return refused(KEY_BINNING, translated("it has to be a number of 1 or more"));
     if (!std::isfinite(settings.excitationIrradiance) || settings.excitationIrradiance < 0.0)
         return refused(KEY_EXCITATION_IRRADIANCE,
                        translated("it has to be a number above 0, or 0 when it is not known"));
