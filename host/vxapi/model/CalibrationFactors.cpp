@@ -16,10 +16,10 @@ using namespace clickinfo;
 constexpr double PI = 3.14159265358979323846;
 constexpr double CM_PER_UM = 1e-4;
 
-QString translated(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("Calibration", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(Calibration)
+};
 
 /// The constants of one factor; the first that is not usable is told.
 class Constants
@@ -39,8 +39,8 @@ private:
     {
         if (m_reason && m_reason->isEmpty()) {
             const QString value = textOf(m_info, section, key);
-            const QString is = value.isNull() ? translated("is missing") : translated("is \"%1\"").arg(value);
-            *m_reason = translated("\"%1\" in section \"%2\" %3; %4")
+            const QString is = value.isNull() ? Text::tr("is missing") : Text::tr("is \"%1\"").arg(value);
+            *m_reason = Text::tr("\"%1\" in section \"%2\" %3; %4")
                             .arg(key, section, is, constantRange(key).requirement());
         }
         return std::numeric_limits<double>::quiet_NaN();
@@ -98,6 +98,6 @@ double calibration::factor(const CPLClickInfo &info, tag_edisplayunit from, tag_
     if (std::isnan(value) || (std::isfinite(value) && value > 0.0))
         return value;
     if (reason && reason->isEmpty())
-        *reason = translated("the calibration constants give the factor %1").arg(value);
+        *reason = Text::tr("the calibration constants give the factor %1").arg(value);
     return std::numeric_limits<double>::quiet_NaN();
 }

@@ -18,10 +18,10 @@ using namespace clickinfo;
 
 namespace {
 
-QString translated(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("Dataset", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(Dataset)
+};
 
 ESTATUS incomplete(const QString &file, const QString &reason, QString *error)
 {
@@ -34,12 +34,12 @@ ESTATUS readRecord(const QString &path, CPLClickInfo *info, QString *error)
 {
     // A pipe of that name would keep the reader waiting for ever.
     if (!QFileInfo(path).isFile())
-        return incomplete(path, translated("the file is missing, the dataset is not complete"), error);
+        return incomplete(path, Text::tr("the file is missing, the dataset is not complete"), error);
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return incomplete(path, file.errorString(), error);
     if (file.size() > CPLClickInfo::MAX_FILE_BYTES)
-        return incomplete(path, translated("the file is too large to be a record of a dataset"), error);
+        return incomplete(path, Text::tr("the file is too large to be a record of a dataset"), error);
     QString reason;
     if (info->fromText(file.readAll(), &reason) != ESTATUS_SUCCESS)
         return incomplete(path, reason, error);
@@ -63,7 +63,7 @@ ESTATUS datasetfiles::checkFiles(const QString &folder, SFolderContent *content,
     images.scan(info, folder, &refused);
     if (!refused.isEmpty())
         return incomplete(folder + FILE_CLICK_INFO,
-                          refused.first() + translated("; the dataset is not complete"), error);
+                          refused.first() + Text::tr("; the dataset is not complete"), error);
     for (const SImageKind &kind : DatasetImages::kinds()) {
         if (images.isPresent(kind.type) &&
             CILImage::checkTIFF(QFile::encodeName(folder + images.fileName(kind.type)).constData()) !=

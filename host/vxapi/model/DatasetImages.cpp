@@ -15,10 +15,10 @@ using namespace clickinfo;
 
 namespace {
 
-QString translated(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("Dataset", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(Dataset)
+};
 
 /// The file name that a section gives its image; the type's own when it gives none.
 QString nameOf(const CPLSection &section, const SImageKind &kind)
@@ -63,8 +63,8 @@ void DatasetImages::scan(const CPLClickInfo &info, const QString &folder, QStrin
             continue;
         const QString name = isResult ? QString(kind.fileName) : nameOf(*section, kind);
         if (!CVXUtilityFns::isSafeFileName(name)) {
-            *refused += translated("\"%1\" is refused as the file of the %2: it is not a plain file name")
-                            .arg(name, translated(kind.name));
+            *refused += Text::tr("\"%1\" is refused as the file of the %2: it is not a plain file name")
+                            .arg(name, Text::tr(kind.name));
             continue;
         }
         found.fileName = name;
@@ -72,7 +72,7 @@ void DatasetImages::scan(const CPLClickInfo &info, const QString &folder, QStrin
         const bool isFile = QFileInfo(folder + name).isFile();
         m_list.setPresent(kind.type, isFile);
         if (!isFile)
-            *refused += translated("the file \"%1\" of the %2 is not there").arg(name, translated(kind.name));
+            *refused += Text::tr("the file \"%1\" of the %2 is not there").arg(name, Text::tr(kind.name));
     }
 }
 
@@ -144,7 +144,7 @@ ESTATUS DatasetImages::saveOne(const Slot &slot, const QString &folder, const QS
     if (!isChanged && !folder.isEmpty() && QFileInfo(from).isFile())
         return datasetfiles::isSame(from, to) ? ESTATUS_SUCCESS : datasetfiles::copyFile(from, to, error);
     if (!slot.image) {
-        *error = from + QStringLiteral(": ") + translated("there is no such file any more");
+        *error = from + QStringLiteral(": ") + Text::tr("there is no such file any more");
         return ESTATUS_FILE_NOT_FOUND;
     }
     if (slot.image->saveTIFF(QFile::encodeName(to).constData()) != EIL_SUCCESS) {

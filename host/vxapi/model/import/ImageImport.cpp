@@ -24,10 +24,10 @@ namespace {
 
 constexpr double CM_PER_UM = 1e-4;
 
-QString translated(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("ImageImport", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(ImageImport)
+};
 
 /// "setting: reason" of the first setting that is not usable; empty when all are.
 QString refusal(const SImportSettings &settings)
@@ -38,7 +38,7 @@ QString refusal(const SImportSettings &settings)
     const QStringList kinds = {KIND_LUMINESCENT, KIND_FLUORESCENT, KIND_TRANSFLUORESCENT,
                                KIND_TRANSILLUMINATION};
     if (!settings.kind.isEmpty() && !kinds.contains(settings.kind))
-        return refused(KEY_KIND, translated("\"%1\" is no kind of acquisition").arg(settings.kind));
+        return refused(KEY_KIND, Text::tr("\"%1\" is no kind of acquisition").arg(settings.kind));
     const std::pair<QLatin1String, double> numbers[] = {
         {KEY_FOV, settings.fieldOfView},           {KEY_EXPOSURE, settings.exposure},
         {KEY_FNUMBER, settings.fNumber},           {KEY_PIXEL_PITCH, settings.pixelPitch},
@@ -51,12 +51,12 @@ QString refusal(const SImportSettings &settings)
     }
     if (!std::isfinite(settings.excitationIrradiance) || settings.excitationIrradiance < 0.0)
         return refused(KEY_EXCITATION_IRRADIANCE,
-                       translated("it has to be a number above 0, or 0 when it is not known"));
+                       Text::tr("it has to be a number above 0, or 0 when it is not known"));
     if (!settings.acquisitionDate.isEmpty() &&
         !QDateTime::fromString(settings.acquisitionDate, Qt::ISODate).isValid())
         return refused(
             KEY_ACQUISITION_DATE,
-            translated("\"%1\" is no date of the form 2026-11-21T15:30:00").arg(settings.acquisitionDate));
+            Text::tr("\"%1\" is no date of the form 2026-11-21T15:30:00").arg(settings.acquisitionDate));
     return QString();
 }
 
@@ -158,12 +158,12 @@ std::unique_ptr<CVXSDataset> importImages(const QString &clickNumber, const QStr
     };
     if (!CVXUtilityFns::isSafeFileName(clickNumber))
         return tell(ESTATUS_BAD_NAME,
-                    translated("click number: \"%1\" is not a plain file name").arg(clickNumber));
+                    Text::tr("click number: \"%1\" is not a plain file name").arg(clickNumber));
     const QString setting = refusal(settings);
     if (!setting.isEmpty())
         return tell(ESTATUS_BAD_VALUE, setting);
     if (luminescentPath.isEmpty())
-        return tell(ESTATUS_FILE_NOT_FOUND, translated("luminescent image: no file is named"));
+        return tell(ESTATUS_FILE_NOT_FOUND, Text::tr("luminescent image: no file is named"));
     CILImage luminescent;
     CILImage photograph;
     QString reason;

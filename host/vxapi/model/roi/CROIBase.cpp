@@ -73,10 +73,10 @@ bool isOnOneLine(const QVector<QPointF> &outline)
     });
 }
 
-QString text(const char *source)
+struct Text
 {
-    return QCoreApplication::translate("ROI", source);
-}
+    Q_DECLARE_TR_FUNCTIONS(ROI)
+};
 
 } // namespace
 
@@ -163,14 +163,14 @@ QString CROIBase::complaint() const
     const bool isFinite = std::isfinite(m_box.left()) && std::isfinite(m_box.top()) &&
                           std::isfinite(m_box.right()) && std::isfinite(m_box.bottom());
     if (!isFinite || !areFinite(m_outline))
-        return text("a coordinate is not a finite number");
+        return Text::tr("a coordinate is not a finite number");
     const bool hasBox = m_box.right() > m_box.left() && m_box.bottom() > m_box.top();
     if (!hasBox || (isOutlined() && (m_outline.size() < 3 || isOnOneLine(m_outline))))
-        return text("it has no area");
+        return Text::tr("it has no area");
     if (m_outline.size() > MAX_CORNERS)
-        return text("it has more than %1 corners").arg(MAX_CORNERS);
+        return Text::tr("it has more than %1 corners").arg(MAX_CORNERS);
     if (qint64(m_rows) * m_columns > MAX_CELLS)
-        return text("it has more than %1 cells").arg(MAX_CELLS);
+        return Text::tr("it has more than %1 cells").arg(MAX_CELLS);
     return QString();
 }
 
