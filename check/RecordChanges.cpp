@@ -132,7 +132,7 @@ QStringList contradictions(const imagemath::ResultRecord &record, const CVXSData
 
 } // namespace
 
-QStringList resultcheck::changesSince(const imagemath::ResultRecord &record, const CVXSDataset &result,
+QStringList recordchanges::since(const imagemath::ResultRecord &record, const CVXSDataset &result,
                                       const CVXSDataset &a, const CVXSDataset &b)
 {
     return changedOperand(record.a, a, QStringLiteral("A")) +

@@ -57,20 +57,20 @@ ResultCheck compared(const ResultRecord &record, const CILImage &stored, const C
                      QStringList changes, QStringList remarks)
 {
     using Verdict = ResultCheck::Verdict;
-    const PixelDifference pixels = PixelDifference::compare(stored, computed);
+    const PixelDifference difference = PixelDifference::compare(stored, computed);
     const bool isChanged = !changes.isEmpty();
-    if (pixels.areSame())
+    if (difference.areSame())
         return isChanged
                    ? ended(Verdict::SameThoughChanged,
                            Text::tr("The same to the last bit, although not all is as recorded."),
                            changes + remarks)
                    : ended(Verdict::Same, Text::tr("Computed again: the same to the last bit."), remarks);
-    const QString difference = pixels.text(record.unit);
+    const QString sentence = difference.text(record.unit);
     return isChanged
                ? ended(Verdict::DifferentAsChanged,
-                       Text::tr("The operands are not what they were: %1").arg(difference), changes + remarks)
+                       Text::tr("The operands are not what they were: %1").arg(sentence), changes + remarks)
                : ended(Verdict::Different,
-                       Text::tr("The result is not what its record gives: %1").arg(difference),
+                       Text::tr("The result is not what its record gives: %1").arg(sentence),
                        QStringList{Text::tr("The operands are as recorded: the result's pixels or its "
                                             "record were changed.")} +
                            remarks);
@@ -97,10 +97,10 @@ ResultCheck ResultCheck::of(const CVXSDataset &result, const QStringList &sequen
     const std::unique_ptr<CVXSDataset> stored(CVXSDataset::open(result.getFolderPath(), nullptr, &reason));
     if (!stored)
         return ended(Verdict::Failed, notChecked, {reason});
-    const StoredRecord made = StoredRecord::of(*stored);
-    if (!made.isThere())
-        return ended(Verdict::NotFound, notChecked, {made.problem});
-    const ResultRecord &record = made.record;
+    const StoredRecord found = StoredRecord::of(*stored);
+    if (!found.isThere())
+        return ended(Verdict::NotFound, notChecked, {found.problem});
+    const ResultRecord &record = found.record;
 
     const ReopenedOperand a = ReopenedOperand::find(record.a, sequenceFolders);
     const ReopenedOperand b = ReopenedOperand::find(record.b, sequenceFolders);
@@ -112,7 +112,7 @@ ResultCheck ResultCheck::of(const CVXSDataset &result, const QStringList &sequen
     if (!missing.isEmpty())
         return ended(Verdict::NotFound, Text::tr("An operand is missing; nothing was checked."), missing);
 
-    const QStringList changes = resultcheck::changesSince(record, *stored, *a.dataset, *b.dataset);
+    const QStringList changes = recordchanges::since(record, *stored, *a.dataset, *b.dataset);
     QStringList remarks;
     for (const QString &remark : {a.remark, b.remark == a.remark ? QString() : b.remark}) {
         if (!remark.isEmpty())

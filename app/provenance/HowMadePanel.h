@@ -48,12 +48,12 @@ private:
     const RecentSequences *m_recent;
     QPointer<CVXSDataset> m_result; ///< null: the active window shows none
     QVector<HowMadeRow> m_rows;
-    QString m_outcomeText; ///< of the last check of this result; empty before
+    QString m_verdictText; ///< of the last check of this result; empty before
     bool m_isWanted = true;
     bool m_isStale = true; ///< the active result changed while the panel was hidden
 
     QLabel *m_title = nullptr;
-    VerdictStrip *m_outcome = nullptr;
+    VerdictStrip *m_verdict = nullptr;
     QWidget *m_grid = nullptr;
     QVBoxLayout *m_rowsPlace = nullptr;
     QScrollArea *m_area = nullptr;

@@ -185,10 +185,10 @@ Rows rowsOfClickInfo(const CPLClickInfo &info, const QString &problem)
 
 } // namespace
 
-QVector<HowMadeRow> howmade::rowsOf(const CVXSDataset &result, const StoredRecord &made)
+QVector<HowMadeRow> howmade::rowsOf(const CVXSDataset &result, const StoredRecord &stored)
 {
     const CPLClickInfo &info = *result.getClickInfo();
-    return made.isThere() ? rowsOfRecord(made.record, info) : rowsOfClickInfo(info, made.problem);
+    return stored.isThere() ? rowsOfRecord(stored.record, info) : rowsOfClickInfo(info, stored.problem);
 }
 
 QString howmade::plainText(const QVector<HowMadeRow> &rows)
