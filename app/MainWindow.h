@@ -13,7 +13,17 @@ class FileMenu;
 struct SLogEntry;
 
 /// The workspace's window: it puts the parts together (area, banner, log pane, menus) and hands on what the
-/// person asks.
+/// user asks.
+///
+///     MainWindow window;
+///     window.loadPlugins(PluginManager::defaultFolder());
+///     window.show();
+///     if (CVXSSequenceDataset *sequence = window.openSequence(folder)) // null: the banner tells why
+///         window.parts().workspace->showDataset(sequence->getDatasets().first());
+///
+/// Its rooms: datasets/ has what is open and how it is opened, saved and closed; import/ makes sequences of
+/// plain images; provenance/ tells how a result was made; menus/ offers all that and gets only the parts that
+/// it uses.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT

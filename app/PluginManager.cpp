@@ -180,7 +180,7 @@ void PluginManager::launch(CVXToolPluginBase *plugin)
 }
 
 /// A tool's window that is hidden may still point to a sequence that is about to go: the tool hides its
-/// window for a removed sequence and keeps it, and the person may have closed it before. It is made anew at
+/// window for a removed sequence and keeps it, and the user may have closed it before. It is made anew at
 /// the next launch.
 void PluginManager::discardHiddenWindows(STool *tool)
 {

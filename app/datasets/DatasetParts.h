@@ -9,6 +9,14 @@ class SequenceManager;
 
 /// Who has the open sequences and datasets, and where they are shown. Menus get these, so that they need not
 /// know the main window.
+///
+///     CVXSSequenceDataset *sequence = parts.sequences->open(folder);  // null: told in the log
+///     ESTATUS status = parts.datasetLoader->load(otherFolder);        // one that is in no sequence
+///     if (parts.looseDatasets->areReadyToClose())                     // asks about what is not saved
+///         parts.sequences->closeAll();
+///
+/// SequenceManager owns the sequences, LooseDatasets every other dataset; both are told in OpenedItems.
+/// DatasetSaving asks where something is to be saved.
 struct DatasetParts
 {
     CVXSWorkspace *workspace = nullptr;

@@ -44,7 +44,7 @@ bool LooseDatasets::isReadyToClose(CVXSDataset *dataset)
 {
     if (!needsSaving(dataset))
         return true;
-    m_workspace->showDataset(dataset); // so that the person sees what the question is about
+    m_workspace->showDataset(dataset); // so that the user sees what the question is about
     const QString what =
         dataset->isImageMathToBeSaved()
             ? tr("You have not saved the result %1 yet.").arg(dataset->getClickNumber())

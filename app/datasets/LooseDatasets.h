@@ -7,7 +7,7 @@
 class CVXSWorkspace;
 
 /// The open datasets that are in no sequence, such as results: it owns them, and one lives as long as its
-/// window. One that was changed, or is a result that the person has not saved yet, asks before it is closed.
+/// window. One that was changed, or is a result that the user has not saved yet, asks before it is closed.
 /// Its files are never touched by closing: it can be opened again.
 class LooseDatasets : public OpenedItems<CVXSDataset>
 {

@@ -17,6 +17,7 @@ struct SImportImage
     double exposure = 0.0; ///< [s]; 0: that of the settings
 };
 
+/// What is to be imported, and what has to be known about it.
 struct SImportRequest
 {
     QVector<SImportImage> images;
@@ -28,5 +29,11 @@ struct SImportRequest
 /// stamp, from `now` on a second each, such as "ZB20261121153000"; the sequence has the first of them and
 /// "_SEQ". Names that an open or stored dataset has, or one in a saved sequence, are left out. All or
 /// nothing: null on failure, with status and "file: reason" or "setting: reason".
+///
+///     SImportRequest request;
+///     request.images = {{"one.tif", "photograph.tif"}, {"two.tif"}};
+///     request.initials = "ZB";
+///     request.settings.fieldOfView = 12.5; // [cm]
+///     auto sequence = importSequence(request, QDateTime::currentDateTime(), &status, &error);
 std::unique_ptr<CVXSSequenceDataset> importSequence(const SImportRequest &request, const QDateTime &now,
                                                     ESTATUS *status, QString *error);

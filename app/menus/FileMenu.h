@@ -12,6 +12,12 @@ class QMenu;
 class QWidget;
 
 /// The File menu: opens, saves and closes sequences and datasets.
+///
+///     auto *fileMenu = new FileMenu(menuBar()->addMenu(tr("&File")), parts, mainWindow);
+///     connect(workspace, &CVXSWorkspace::activeChildChanged, fileMenu, &FileMenu::setActiveChild);
+///
+/// Each menu is a class that fills a menu it is given, and is told which window is active. What fails is in
+/// the log (and so in the banner) or shown in a box.
 class FileMenu : public QObject
 {
     Q_OBJECT

@@ -18,7 +18,15 @@ class QVBoxLayout;
 class RecentSequences;
 
 /// The panel that tells how the result in the active window was made, and computes it again on request. It
-/// comes by itself with a result, until the person closes it; from then on only the View menu brings it back.
+/// comes by itself with a result, until the user closes it; from then on only the View menu brings it back.
+///
+///     auto *panel = new HowMadePanel(recentSequences, mainWindow);
+///     mainWindow->addDockWidget(Qt::RightDockWidgetArea, panel);
+///     connect(workspace, &CVXSWorkspace::activeChildChanged, panel, &HowMadePanel::setActiveChild);
+///     viewMenu->addAction(panel->toggleViewAction());
+///
+/// What it tells comes from check/StoredRecord as rows (HowMadeText); what a check found stands above them
+/// (VerdictStrip). The record is read when the panel is seen, the pixels when the user asks for a check.
 class HowMadePanel : public QDockWidget
 {
     Q_OBJECT

@@ -25,7 +25,7 @@ struct SStoredDataset
 ///
 /// A name is taken by the click number and by the folder: a new result of that name would be written into the
 /// folder. Where both occur, the click number answers first. A dataset that somebody opens otherwise is left
-/// to him: the object that stood for the stored one goes (later, so hold it in a QPointer).
+/// to that caller: the object that stood for the stored one goes (later, so hold it in a QPointer).
 class VXAPI_EXPORT StoredDatasets
 {
 public:

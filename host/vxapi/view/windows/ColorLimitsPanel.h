@@ -23,7 +23,7 @@ public:
     void addToMiddle(QWidget *widget);
 
 Q_SIGNALS:
-    /// The person chose; low and high count only for ELIMITS_MANUAL.
+    /// The user chose; low and high count only for ELIMITS_MANUAL.
     void limitsChosen(const SColorLimits &limits);
 
 private:

@@ -55,7 +55,7 @@ public:
     /// The limits as they are shown; for ELIMITS_AUTO and ELIMITS_FULL the computed ones.
     SColorLimits limits() const { return m_limits; }
     bool isLuminescentShown() const;
-    /// What is missing in the picture, for the person; empty when nothing is.
+    /// What is missing in the picture, for the user; empty when nothing is.
     QString note() const { return m_note; }
     /// From the view to the luminescent image's field, whichever picture is shown. Not valid without picture,
     /// luminescent image or field of view.
