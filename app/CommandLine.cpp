@@ -13,7 +13,7 @@ struct Text
 
 } // namespace
 
-SCommandLine readCommandLine(const QStringList &arguments)
+CommandLine readCommandLine(const QStringList &arguments)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(
@@ -33,16 +33,16 @@ SCommandLine readCommandLine(const QStringList &arguments)
                                           "ClickInfo.txt) to open."),
                                  QStringLiteral("[FOLDER...]"));
 
-    SCommandLine result;
+    CommandLine result;
     if (!parser.parse(arguments)) {
-        result.outcome = SCommandLine::MISTAKE;
+        result.outcome = CommandLine::MISTAKE;
         result.text = parser.errorText() + QLatin1Char('\n');
     } else if (parser.isSet(version)) {
-        result.outcome = SCommandLine::TELL;
+        result.outcome = CommandLine::TELL;
         result.text = QCoreApplication::applicationName() + QLatin1Char(' ') +
                       QCoreApplication::applicationVersion() + QLatin1Char('\n');
     } else if (parser.isSet(help)) {
-        result.outcome = SCommandLine::TELL;
+        result.outcome = CommandLine::TELL;
         result.text = parser.helpText();
     }
     result.pluginFolder = parser.value(plugins);

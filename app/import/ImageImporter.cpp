@@ -88,7 +88,7 @@ QString sequenceIdOf(const QString &clickNumber)
 
 } // namespace
 
-std::unique_ptr<CVXSSequenceDataset> importSequence(const SImportRequest &request, const QDateTime &now,
+std::unique_ptr<CVXSSequenceDataset> importSequence(const ImportRequest &request, const QDateTime &now,
                                                     ESTATUS *status, QString *error)
 {
     const auto failed = [status, error](ESTATUS code, const QString &reason) {
@@ -104,11 +104,11 @@ std::unique_ptr<CVXSSequenceDataset> importSequence(const SImportRequest &reques
                                "because every dataset is named by them"));
     FreeNames names(request.initials, now);
     std::unique_ptr<CVXSSequenceDataset> sequence;
-    for (const SImportImage &image : request.images) {
+    for (const ImportImage &image : request.images) {
         QString clickNumber = names.nextClickNumber();
         while (!sequence && FreeNames::isSequenceTaken(sequenceIdOf(clickNumber)))
             clickNumber = names.nextClickNumber();
-        SImportSettings settings = request.settings;
+        ImportSettings settings = request.settings;
         if (image.exposure != 0.0)
             settings.exposure = image.exposure;
         std::unique_ptr<CVXSDataset> dataset =

@@ -10,7 +10,7 @@
 class CVXSSequenceDataset;
 
 /// What becomes one dataset.
-struct SImportImage
+struct ImportImage
 {
     QString luminescent;
     QString photograph;    ///< empty: none
@@ -18,11 +18,11 @@ struct SImportImage
 };
 
 /// What is to be imported, and what has to be known about it.
-struct SImportRequest
+struct ImportRequest
 {
-    QVector<SImportImage> images;
+    QVector<ImportImage> images;
     QString initials; ///< of the user; ASCII letters
-    SImportSettings settings;
+    ImportSettings settings;
 };
 
 /// Makes a sequence in memory of image files, in their order. Click numbers are initials and a date-time
@@ -30,10 +30,10 @@ struct SImportRequest
 /// "_SEQ". Names that an open or stored dataset has, or one in a saved sequence, are left out. All or
 /// nothing: null on failure, with status and "file: reason" or "setting: reason".
 ///
-///     SImportRequest request;
+///     ImportRequest request;
 ///     request.images = {{"one.tif", "photograph.tif"}, {"two.tif"}};
 ///     request.initials = "ZB";
 ///     request.settings.fieldOfView = 12.5; // [cm]
 ///     auto sequence = importSequence(request, QDateTime::currentDateTime(), &status, &error);
-std::unique_ptr<CVXSSequenceDataset> importSequence(const SImportRequest &request, const QDateTime &now,
+std::unique_ptr<CVXSSequenceDataset> importSequence(const ImportRequest &request, const QDateTime &now,
                                                     ESTATUS *status, QString *error);

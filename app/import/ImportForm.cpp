@@ -38,7 +38,7 @@ QFormLayout *newGroup(QHBoxLayout *row, const QString &title)
 
 ImportForm::ImportForm(QWidget *parent) : QWidget(parent)
 {
-    using S = SImportSettings;
+    using S = ImportSettings;
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
 
@@ -83,7 +83,7 @@ ImportForm::ImportForm(QWidget *parent) : QWidget(parent)
 }
 
 void ImportForm::addNumber(QFormLayout *form, const char *name, const QString &label, const QString &unit,
-                           const QString &start, double SImportSettings::*number, const QString &toolTip)
+                           const QString &start, double ImportSettings::*number, const QString &toolTip)
 {
     auto *edit = new QLineEdit(start);
     edit->setObjectName(QLatin1String(name));
@@ -100,11 +100,11 @@ QLineEdit *ImportForm::addText(QFormLayout *form, const char *name, const QStrin
     return m_fields.last().edit;
 }
 
-bool ImportForm::settings(SImportSettings *settings, QString *error)
+bool ImportForm::settings(ImportSettings *settings, QString *error)
 {
     settings->kind = m_kind->currentData().toString();
     settings->imagingAngle = m_angle->text().trimmed();
-    for (const SField &field : qAsConst(m_fields)) {
+    for (const Field &field : qAsConst(m_fields)) {
         if (!field.number)
             continue;
         const QString text = field.edit->text().trimmed();
@@ -130,7 +130,7 @@ QString ImportForm::initials() const
 void ImportForm::recall()
 {
     const auto stored = CVXPreference::settings();
-    for (const SField &field : qAsConst(m_fields)) {
+    for (const Field &field : qAsConst(m_fields)) {
         const QVariant text = stored->value(keyOf(field.name));
         if (text.isValid())
             field.edit->setText(text.toString());
@@ -142,7 +142,7 @@ void ImportForm::recall()
 void ImportForm::remember() const
 {
     const auto stored = CVXPreference::settings();
-    for (const SField &field : m_fields)
+    for (const Field &field : m_fields)
         stored->setValue(keyOf(field.name), field.edit->text());
     stored->setValue(keyOf("kind"), m_kind->currentData());
 }

@@ -66,11 +66,11 @@ QList<int> ImportTable::selectedRows() const
     return rows;
 }
 
-bool ImportTable::images(QVector<SImportImage> *images, QString *error) const
+bool ImportTable::images(QVector<ImportImage> *images, QString *error) const
 {
     const clickinfo::ConstantRange range = clickinfo::constantRange(clickinfo::KEY_EXPOSURE);
     for (int row = 0; row < rowCount(); ++row) {
-        SImportImage image;
+        ImportImage image;
         image.luminescent = pathAt(row, LUMINESCENT);
         image.photograph = pathAt(row, PHOTOGRAPH);
         const QString exposure = item(row, EXPOSURE)->text().trimmed();

@@ -179,7 +179,7 @@ void tst_ImportDialog::theSequenceIsNotSavedUntilThePersonSaysWhere()
     QTemporaryDir place;
     QTemporaryDir files;
     WorkspaceFixture fixture;
-    SImportRequest request;
+    ImportRequest request;
     request.images = {{writeImage(files.filePath("one.tif"), 1), QString(), 0.0}};
     request.initials = "ZB";
     request.settings.fieldOfView = 10.0;
@@ -399,7 +399,7 @@ void tst_ImportDialog::namesAreUnique()
     QTemporaryDir files;
     WorkspaceFixture fixture; // for its profile
     const QString file = writeImage(files.filePath("one.tif"), 1);
-    SImportRequest request;
+    ImportRequest request;
     request.images = {{file, QString(), 0.0}, {file, QString(), 0.0}};
     request.initials = "ZB";
     request.settings.fieldOfView = 10.0;
@@ -426,7 +426,7 @@ void tst_ImportDialog::namesOfEarlierSequencesAreLeftAlone()
     QVERIFY(QDir().mkpath(sequences + "ZB20261121153000_SEQ"));
     // The later ones of a batch reach into the time of the next.
     QVERIFY(QDir().mkpath(sequences + "ZB20261121152959_SEQ/ZB20261121153001"));
-    SImportRequest request;
+    ImportRequest request;
     request.images = {{writeImage(files.filePath("one.tif"), 1), QString(), 0.0}};
     request.initials = "ZB";
     request.settings.fieldOfView = 10.0;

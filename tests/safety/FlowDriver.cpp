@@ -73,7 +73,7 @@ int look(ShownTool &tool)
         return wrong(QStringLiteral("the sequence has lost a click"));
 
     QStringList listed;
-    for (const SStoredDataset &known : StoredDatasets::instance().list()) {
+    for (const StoredDataset &known : StoredDatasets::instance().list()) {
         listed += QDir(known.folder).dirName();
         const QString file = known.folder + clickinfo::FILE_CLICK_INFO;
         if (tool.window().parts().datasetLoader->load(file) != ESTATUS_SUCCESS)

@@ -41,7 +41,7 @@ bool CROIManager::Private::read(const QString &name, const QString &text, QStrin
         *reason = tr("it has no name");
         return false;
     }
-    if (!isFree(*roi)) {
+    if (!isNameFree(*roi)) {
         *reason = tr("another ROI has that name, or a cell of it");
         return false;
     }

@@ -17,7 +17,7 @@ const CVXSImageList *CVXSDataset::getImageList() const
 
 CILImage *CVXSDataset::getCoreImage(tag_eimagetype type) const
 {
-    if (!DatasetImages::isKind(type))
+    if (!DatasetImages::isImageType(type))
         return nullptr;
     const bool wasLoaded = d->images.isLoaded(type);
     CILImage *image = d->coreImage(type);
@@ -42,17 +42,17 @@ CILImage *CVXSDataset::Private::coreImage(tag_eimagetype type)
 
 QString CVXSDataset::getImageFileName(tag_eimagetype type) const
 {
-    return DatasetImages::isKind(type) ? d->images.fileName(type) : QString();
+    return DatasetImages::isImageType(type) ? d->images.fileName(type) : QString();
 }
 
 bool CVXSDataset::isImageFileAsRead(tag_eimagetype type) const
 {
-    return !DatasetImages::isKind(type) || d->images.isFileAsRead(type, d->folder);
+    return !DatasetImages::isImageType(type) || d->images.isFileAsRead(type, d->folder);
 }
 
 void CVXSDataset::setCoreImage(tag_eimagetype type, const CILImage &image)
 {
-    if (!DatasetImages::isKind(type) || image.isEmpty()) {
+    if (!DatasetImages::isImageType(type) || image.isEmpty()) {
         d->lastError = tr("%1: an empty image cannot be set").arg(d->clickNumber);
         vxLog(ELOG_FAILURE, d->lastError);
         return;
@@ -74,7 +74,7 @@ double CVXSDataset::Private::binningFactor() const
 
 double CVXSDataset::getFOVForImage(tag_eimagetype type) const
 {
-    const double width = DatasetImages::isKind(type)
+    const double width = DatasetImages::isImageType(type)
                              ? numberOf(d->clickInfo, DatasetImages::kind(type).section, KEY_FOV)
                              : 0.0;
     return constantRange(KEY_FOV).holds(width) ? width : std::numeric_limits<double>::quiet_NaN();

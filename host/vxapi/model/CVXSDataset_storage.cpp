@@ -133,7 +133,7 @@ ESTATUS CVXSDataset::Private::copyOtherFiles(const QString &target, QString *err
     if (folder.isEmpty() || datasetfiles::isSame(folder, target))
         return ESTATUS_SUCCESS;
     QStringList own = {FILE_CLICK_INFO, FILE_ANALYZED_CLICK_INFO};
-    for (const SImageKind &kind : DatasetImages::kinds()) {
+    for (const ImageKind &kind : DatasetImages::kinds()) {
         if (images.isPresent(kind.type))
             own += images.fileName(kind.type);
     }

@@ -48,7 +48,7 @@ ESTATUS readRecord(const QString &path, CPLClickInfo *info, QString *error)
 
 } // namespace
 
-ESTATUS datasetfiles::checkFiles(const QString &folder, SFolderContent *content, QString *error)
+ESTATUS datasetfiles::checkFiles(const QString &folder, FolderContent *content, QString *error)
 {
     CPLClickInfo info;
     CPLClickInfo analyzed;
@@ -64,7 +64,7 @@ ESTATUS datasetfiles::checkFiles(const QString &folder, SFolderContent *content,
     if (!refused.isEmpty())
         return incomplete(folder + FILE_CLICK_INFO,
                           refused.first() + Text::tr("; the dataset is not complete"), error);
-    for (const SImageKind &kind : DatasetImages::kinds()) {
+    for (const ImageKind &kind : DatasetImages::kinds()) {
         if (images.isPresent(kind.type) &&
             CILImage::checkTIFF(QFile::encodeName(folder + images.fileName(kind.type)).constData()) !=
                 EIL_SUCCESS) {
@@ -90,7 +90,7 @@ ESTATUS CVXSDataset::checkComplete(QString *error) const
         reason = tr("%1: the dataset lies in no folder").arg(d->clickNumber);
     else
         status = datasetfiles::checkFiles(d->folder, nullptr, &reason);
-    for (const SImageKind &kind : DatasetImages::kinds()) {
+    for (const ImageKind &kind : DatasetImages::kinds()) {
         if (status == ESTATUS_SUCCESS && d->images.isPresent(kind.type) && !d->coreImage(kind.type)) {
             status = ESTATUS_NOT_COMPLETE;
             reason = d->images.error(kind.type);

@@ -21,7 +21,7 @@ struct Text
 };
 
 /// The file name that a section gives its image; the type's own when it gives none.
-QString nameOf(const CPLSection &section, const SImageKind &kind)
+QString nameOf(const CPLSection &section, const ImageKind &kind)
 {
     QString name;
     section.getSectionName(&name, false);
@@ -30,10 +30,10 @@ QString nameOf(const CPLSection &section, const SImageKind &kind)
 
 } // namespace
 
-const std::array<SImageKind, DatasetImages::COUNT> &DatasetImages::kinds()
+const std::array<ImageKind, DatasetImages::COUNT> &DatasetImages::kinds()
 {
     // In the order of tag_eimagetype.
-    static const std::array<SImageKind, COUNT> all = {{
+    static const std::array<ImageKind, COUNT> all = {{
         {EIMAGE_PHOTOGRAPH, SECTION_PHOTOGRAPH, FILE_PHOTOGRAPH, "photograph"},
         {EIMAGE_LUMINESCENT, SECTION_LUMINESCENT, FILE_LUMINESCENT, "luminescent image"},
         {EIMAGE_XRAY, SECTION_XRAY, FILE_XRAY, "X-ray image"},
@@ -44,7 +44,7 @@ const std::array<SImageKind, DatasetImages::COUNT> &DatasetImages::kinds()
     return all;
 }
 
-const SImageKind &DatasetImages::kind(tag_eimagetype type)
+const ImageKind &DatasetImages::kind(tag_eimagetype type)
 {
     return kinds()[std::size_t(type)];
 }
@@ -53,7 +53,7 @@ void DatasetImages::scan(const CPLClickInfo &info, const QString &folder, QStrin
 {
     // The tool writes a result's images under these names, whatever the operand's were called.
     const bool isResult = isMathResult(info);
-    for (const SImageKind &kind : kinds()) {
+    for (const ImageKind &kind : kinds()) {
         Slot &found = slot(kind.type);
         found = Slot();
         found.fileName = kind.fileName;
@@ -123,7 +123,7 @@ QString DatasetImages::fileName(tag_eimagetype type) const
 
 ESTATUS DatasetImages::save(const QString &folder, const QString &target, QString *error) const
 {
-    for (const SImageKind &kind : kinds()) {
+    for (const ImageKind &kind : kinds()) {
         if (!isPresent(kind.type))
             continue;
         const ESTATUS status = saveOne(slot(kind.type), folder, target, error);

@@ -30,7 +30,7 @@ struct Text
 };
 
 /// "setting: reason" of the first setting that is not usable; empty when all are.
-QString refusal(const SImportSettings &settings)
+QString refusal(const ImportSettings &settings)
 {
     const auto refused = [](QLatin1String key, const QString &reason) {
         return key + QStringLiteral(": ") + reason;
@@ -91,7 +91,7 @@ void setNumber(CPLSection *section, QLatin1String key, double value)
 }
 
 /// What luminescent image and photograph have in common.
-void describe(CPLSection *section, const QString &path, const SImportSettings &settings, double binning)
+void describe(CPLSection *section, const QString &path, const ImportSettings &settings, double binning)
 {
     section->setValue(KEY_IMPORTED_FROM, QFileInfo(path).fileName());
     if (!settings.acquisitionDate.isEmpty())
@@ -106,8 +106,7 @@ void addNote(CPLSection *section, double binning)
     section->addKeyValue(KEY_NOTE, QStringLiteral("Binning Factor=%1;").arg(textOfNumber(binning)));
 }
 
-void addLuminescent(CVXSDataset *dataset, CILImage image, const QString &path,
-                    const SImportSettings &settings)
+void addLuminescent(CVXSDataset *dataset, CILImage image, const QString &path, const ImportSettings &settings)
 {
     image.setBinningFactor(float(settings.binning));
     dataset->setCoreImage(EIMAGE_LUMINESCENT, image);
@@ -134,7 +133,7 @@ void addLuminescent(CVXSDataset *dataset, CILImage image, const QString &path,
 
 /// It shows the same field, so its binning follows from its size.
 void addPhotograph(CVXSDataset *dataset, const CILImage &image, const QString &path,
-                   const SImportSettings &settings, double sensorPixels)
+                   const ImportSettings &settings, double sensorPixels)
 {
     dataset->setCoreImage(EIMAGE_PHOTOGRAPH, image);
     CPLSection *section = ensureSection(dataset->getClickInfo(), SECTION_PHOTOGRAPH);
@@ -146,7 +145,7 @@ void addPhotograph(CVXSDataset *dataset, const CILImage &image, const QString &p
 } // namespace
 
 std::unique_ptr<CVXSDataset> importImages(const QString &clickNumber, const QString &luminescentPath,
-                                          const QString &photographPath, const SImportSettings &settings,
+                                          const QString &photographPath, const ImportSettings &settings,
                                           ESTATUS *status, QString *error)
 {
     const auto tell = [status, error](ESTATUS code, const QString &reason) {

@@ -10,7 +10,7 @@ class CVXSDataset;
 
 /// What has to be known about images that come without an instrument's record. The camera constants matter
 /// only for calibrated units. ConstantRanges.h gives the range of each number.
-struct SImportSettings
+struct ImportSettings
 {
     QString kind;             ///< one of clickinfo::KIND_...; empty: luminescent
     double fieldOfView = 0.0; ///< width of the imaged field [cm]
@@ -31,4 +31,4 @@ struct SImportSettings
 /// Null on failure, with status and "file: reason" or "setting: reason".
 VXAPI_EXPORT std::unique_ptr<CVXSDataset>
 importImages(const QString &clickNumber, const QString &luminescentPath, const QString &photographPath,
-             const SImportSettings &settings, ESTATUS *status, QString *error);
+             const ImportSettings &settings, ESTATUS *status, QString *error);

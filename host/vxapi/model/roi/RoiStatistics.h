@@ -7,7 +7,7 @@
 #include <limits>
 
 /// Statistics of the pixels of an ROI. Only finite pixels count; NaN where there is no such pixel.
-struct SRoiStatistics
+struct RoiStatistics
 {
     qint64 pixels = 0;          ///< pixels whose centre belongs to the ROI and whose value is finite
     qint64 notFinitePixels = 0; ///< of the ROI, left out
@@ -22,7 +22,7 @@ struct SRoiStatistics
 /// Statistics of an image under an ROI.
 ///
 ///     const double pixelSize = dataset.getFOVForImage(EIMAGE_LUMINESCENT) / image.getWidth(); // [cm]
-///     const SRoiStatistics statistics = roiStatistics(image, *roi, pixelSize);
+///     const RoiStatistics statistics = roiStatistics(image, *roi, pixelSize);
 ///
 /// The sum carries the rounding error of every step (Knuth, The Art of Computer Programming, volume 2,
 /// section 4.2.2, theorem B); mean = sum / n; the standard deviation sqrt(sum (x - mean)^2 / (n - 1)) takes a
@@ -31,4 +31,4 @@ struct SRoiStatistics
 /// [cm] is the field of view's width over the image's width; pixel (x, y) has its centre at ((x + 0.5)
 /// pixelSize, (y + 0.5) pixelSize). What lies outside of the image has no pixels; a pixel size that is not
 /// above 0 gives none at all.
-VXAPI_EXPORT SRoiStatistics roiStatistics(const CILImage &image, const CROIBase &roi, double pixelSize);
+VXAPI_EXPORT RoiStatistics roiStatistics(const CILImage &image, const CROIBase &roi, double pixelSize);

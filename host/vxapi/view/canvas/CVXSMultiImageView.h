@@ -56,9 +56,9 @@ public:
     /// the slot's image, pixels at or below the lower limit of its palette are then not drawn, and the others
     /// with the given opacity; one that is not finite keeps its own colour, opaque. Without image in the
     /// slot nothing is drawn. False when there is no such slot.
-    bool setUnderlay(int slot, const SImageUnderlay &underlay);
+    bool setUnderlay(int slot, const ImageUnderlay &underlay);
     /// Brightness and gamma of a slot's image; meant for photographs, a colour bar knows nothing of it.
-    bool setImageTone(int slot, const SPictureTone &tone);
+    bool setImageTone(int slot, const PictureTone &tone);
     /// The image of a slot; null when the slot is empty or there is no such slot.
     CILImage *imageAt(int slot) const;
     int slotCount() const;

@@ -45,10 +45,10 @@ QString logLabel(double value)
 
 /// Keeps of the labels those that stand at least `gap` (in positions) apart; the first of the list wins. The
 /// rest stay as minor ticks.
-void thinOut(QVector<SBarTick> &byImportance, double gap)
+void thinOut(QVector<BarTick> &byImportance, double gap)
 {
     QVector<double> taken;
-    for (SBarTick &tick : byImportance) {
+    for (BarTick &tick : byImportance) {
         if (tick.label.isEmpty())
             continue;
         const bool free = std::none_of(taken.cbegin(), taken.cend(),
@@ -149,6 +149,6 @@ ColorbarScale ColorbarScale::of(const CILPalette &palette, double length, double
         addLinear(scale, low, high, room);
     thinOut(scale.ticks, gap);
     std::stable_sort(scale.ticks.begin(), scale.ticks.end(),
-                     [](const SBarTick &a, const SBarTick &b) { return a.position < b.position; });
+                     [](const BarTick &a, const BarTick &b) { return a.position < b.position; });
     return scale;
 }

@@ -131,7 +131,7 @@ QVector<CRoiMeasInfo> recordsOf(const CVXSDataset &dataset, tag_edisplayunit *un
     const QList<const CRoiMeasInfo *> all = manager->getRoiMeasInfoList();
     QVector<CRoiMeasInfo> found;
     const auto add = [&](const QString &name) {
-        if (const SRoiMeasDisplayEntry *entry = manager->findMeasInfoForId(clickNumber, name))
+        if (const RoiMeasDisplayEntry *entry = manager->findMeasInfoForId(clickNumber, name))
             found.append(*all[entry->index]);
     };
     const QList<CROIBase *> rois = dataset.roiManager()->rois();

@@ -39,7 +39,7 @@ public:
     /// `mapping` is asked at every event; while it is not valid, the editor does nothing.
     RoiEditor(CVXSMultiImageView *view, CROIManager *manager, std::function<FieldMapping()> mapping);
 
-    const SRoiDrawing &drawing() const { return m_drawing; }
+    const RoiDrawing &drawing() const { return m_drawing; }
     /// What the mouse does from now on; what was being drawn is given up.
     void setTool(EROITOOL tool);
     /// Of the ROIs that are drawn from now on.
@@ -94,7 +94,7 @@ private:
     CVXSMultiImageView *m_view;
     QPointer<CROIManager> m_manager;
     std::function<FieldMapping()> m_mapping;
-    SRoiDrawing m_drawing;
+    RoiDrawing m_drawing;
     RoiDraft m_draft;
     RoiDrag m_drag;
 };

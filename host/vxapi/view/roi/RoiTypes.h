@@ -14,7 +14,7 @@ enum EROITOOL {
 };
 
 /// What the next ROI is drawn as.
-struct SRoiDrawing
+struct RoiDrawing
 {
     EROITOOL tool = EROITOOL_SELECT;
     EROIKIND kind = EROI_MEASUREMENT;

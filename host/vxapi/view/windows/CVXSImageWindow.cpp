@@ -93,7 +93,7 @@ void CVXSImageWindow::Private::connectWidgets()
         picture->setOpacity(percent / 100.0);
         refresh();
     });
-    connect(w.limits, &ColorLimitsPanel::limitsChosen, q, [this](const SColorLimits &chosen) {
+    connect(w.limits, &ColorLimitsPanel::limitsChosen, q, [this](const ColorLimits &chosen) {
         picture->setLimits(chosen);
         refresh();
     });

@@ -47,7 +47,7 @@ QStringList wrapped(const QString &line)
     return lines << rest;
 }
 
-SPictureTone toneOf(const CVXSDataset &dataset)
+PictureTone toneOf(const CVXSDataset &dataset)
 {
     return {dataset.getToolInfo().brightness, double(dataset.getToolInfo().gamma)};
 }
@@ -81,8 +81,8 @@ void DatasetPicture::takeStoredLimits()
     const auto stored = [&info](QLatin1String key) {
         return clickinfo::numberOf(info, clickinfo::SECTION_GRAPH_CONTROLS, key);
     };
-    const SColorLimits limits{ELIMITS_MANUAL, stored(clickinfo::KEY_COLOR_TABLE_MIN),
-                              stored(clickinfo::KEY_COLOR_TABLE_MAX)};
+    const ColorLimits limits{ELIMITS_MANUAL, stored(clickinfo::KEY_COLOR_TABLE_MIN),
+                             stored(clickinfo::KEY_COLOR_TABLE_MAX)};
     tag_edisplayunit unit;
     const QString unitName =
         clickinfo::textOf(info, clickinfo::SECTION_GRAPH_CONTROLS, clickinfo::KEY_INTENSITY_CALIBRATION);
@@ -122,7 +122,7 @@ bool DatasetPicture::isLuminescentShown() const
     return m_choice == EPICTURE_OVERLAY || m_choice == EPICTURE_LUMINESCENT;
 }
 
-void DatasetPicture::setLimits(const SColorLimits &limits)
+void DatasetPicture::setLimits(const ColorLimits &limits)
 {
     m_limits = limits;
     m_limitsUnit = m_shownUnit;
