@@ -5,7 +5,7 @@
 
 class QLabel;
 
-/// A strip above the windows that tells the newest failure and how many stand behind it, until the person
+/// A strip above the windows that tells the newest failure and how many stand behind it, until the user
 /// dismisses it. Hidden while there is nothing to tell.
 class BannerWidget : public QFrame
 {

@@ -4,36 +4,45 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 
-SCommandLine readCommandLine(const QStringList &arguments)
+namespace {
+
+struct Text
 {
-    const auto tr = [](const char *text) { return QCoreApplication::translate("CommandLine", text); };
+    Q_DECLARE_TR_FUNCTIONS(CommandLine)
+};
+
+} // namespace
+
+CommandLine readCommandLine(const QStringList &arguments)
+{
     QCommandLineParser parser;
     parser.setApplicationDescription(
-        tr("Opens sequences of optical in-vivo images, shows them, and computes with them."));
+        Text::tr("Opens sequences of optical in-vivo images, shows them, and computes with them."));
     const QCommandLineOption help = parser.addHelpOption();
     const QCommandLineOption version = parser.addVersionOption();
     const QCommandLineOption plugins(
-        QStringLiteral("plugins"), tr("Load tool plug-ins from this folder instead of ../lib/vexa/plugins."),
+        QStringLiteral("plugins"),
+        Text::tr("Load tool plug-ins from this folder instead of ../lib/vexa/plugins."),
         QStringLiteral("DIR"));
-    const QCommandLineOption log(QStringLiteral("log"), tr("Append the log to this file."),
+    const QCommandLineOption log(QStringLiteral("log"), Text::tr("Append the log to this file."),
                                  QStringLiteral("FILE"));
     parser.addOption(plugins);
     parser.addOption(log);
     parser.addPositionalArgument(QStringLiteral("FOLDER"),
-                                 tr("Folders of sequences or datasets (or their SequenceInfo.txt or "
-                                    "ClickInfo.txt) to open."),
+                                 Text::tr("Folders of sequences or datasets (or their SequenceInfo.txt or "
+                                          "ClickInfo.txt) to open."),
                                  QStringLiteral("[FOLDER...]"));
 
-    SCommandLine result;
+    CommandLine result;
     if (!parser.parse(arguments)) {
-        result.outcome = SCommandLine::MISTAKE;
+        result.outcome = CommandLine::MISTAKE;
         result.text = parser.errorText() + QLatin1Char('\n');
     } else if (parser.isSet(version)) {
-        result.outcome = SCommandLine::TELL;
+        result.outcome = CommandLine::TELL;
         result.text = QCoreApplication::applicationName() + QLatin1Char(' ') +
                       QCoreApplication::applicationVersion() + QLatin1Char('\n');
     } else if (parser.isSet(help)) {
-        result.outcome = SCommandLine::TELL;
+        result.outcome = CommandLine::TELL;
         result.text = parser.helpText();
     }
     result.pluginFolder = parser.value(plugins);

@@ -5,7 +5,7 @@
 #include <QStringList>
 
 /// What the command line asks for.
-struct SCommandLine
+struct CommandLine
 {
     enum EOutcome {
         RUN,     ///< start the workspace
@@ -21,4 +21,4 @@ struct SCommandLine
 
 /// Reads `vexa [--plugins DIR] [--log FILE] [FOLDER...]`; the first argument is the program. Needs
 /// an application object, of which it takes name and version.
-SCommandLine readCommandLine(const QStringList &arguments);
+CommandLine readCommandLine(const QStringList &arguments);

@@ -16,7 +16,7 @@
 #include "app/PluginManager.h"
 #include "app/provenance/HowMadePanel.h"
 #include "app/ScreenFit.h"
-#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/view/windows/CVXSChildWindow.h"
@@ -47,68 +47,83 @@ constexpr int STATE_VERSION = 1;
 
 } // namespace
 
-MainWindow::MainWindow(QWidget *parent)
-    : QMainWindow(parent),
-      m_workspace(new CVXSWorkspace),
-      m_banner(new BannerWidget),
-      m_logPane(new LogPane(getLogObject(), this)),
-      m_loose(new LooseDatasets(m_workspace, this)),
-      m_loader(new DatasetLoader(m_workspace, m_loose, this)),
-      m_plugins(new PluginManager(m_workspace, m_loader, this)),
-      m_sequences(new SequenceManager(m_workspace, m_plugins, this)),
-      m_recent(new RecentSequences(this))
+MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent)
 {
     setWindowIcon(CVXUtilityFns::appIcon());
     setAcceptDrops(true);
-
-    auto *center = new QWidget(this);
-    auto *layout = new QVBoxLayout(center);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    layout->addWidget(m_banner);
-    layout->addWidget(m_workspace, 1);
-    setCentralWidget(center);
-    addDockWidget(Qt::BottomDockWidgetArea, m_logPane);
-    m_logPane->hide();
-
+    makeParts();
+    arrange();
     makeFileMenu();
     makeEditMenu();
     makeViewMenu();
     makeToolsMenu();
     QMenu *windowMenu = menuBar()->addMenu(tr("&Window"));
     windowMenu->setObjectName(QStringLiteral("menuWindow"));
-    new WindowMenu(windowMenu, m_workspace, this);
+    new WindowMenu(windowMenu, m_parts.workspace, this);
     makeHelpMenu();
-
-    connect(getLogObject(), &CVXSLog::logged, this, &MainWindow::onLogged);
-    connect(m_banner, &BannerWidget::showLogRequested, m_logPane, [this] {
-        m_logPane->show();
-        m_logPane->raise();
-    });
-    connect(m_sequences, &SequenceManager::opened, m_recent, &RecentSequences::add);
-    connect(m_loose, &LooseDatasets::aboutToBeRemoved, m_plugins, &PluginManager::datasetRemoved);
-    connect(m_workspace, &CVXSWorkspace::activeChildChanged, this, &MainWindow::onActiveChildChanged);
+    connectParts();
     onActiveChildChanged(nullptr);
     restoreWindow();
     CVXSDataset::registerStoredDatasets(CVXPreference::getProgramDataPath());
+}
+
+void MainWindow::makeParts()
+{
+    m_parts.workspace = new CVXSWorkspace;
+    m_parts.banner = new BannerWidget;
+    m_parts.logPane = new LogPane(getLogObject(), this);
+    m_parts.looseDatasets = new LooseDatasets(m_parts.workspace, this);
+    m_parts.datasetLoader = new DatasetLoader(m_parts.workspace, m_parts.looseDatasets, this);
+    m_parts.plugins = new PluginManager(m_parts.workspace, m_parts.datasetLoader, this);
+    m_parts.sequences = new SequenceManager(m_parts.workspace, this);
+    m_parts.recentSequences = new RecentSequences(this);
+}
+
+void MainWindow::arrange()
+{
+    auto *center = new QWidget(this);
+    auto *layout = new QVBoxLayout(center);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_parts.banner);
+    layout->addWidget(m_parts.workspace, 1);
+    setCentralWidget(center);
+    addDockWidget(Qt::BottomDockWidgetArea, m_parts.logPane);
+    m_parts.logPane->hide();
+}
+
+void MainWindow::connectParts()
+{
+    connect(getLogObject(), &CVXSLog::logged, this, &MainWindow::onLogged);
+    connect(m_parts.banner, &BannerWidget::showLogRequested, m_parts.logPane, [this] {
+        m_parts.logPane->show();
+        m_parts.logPane->raise();
+    });
+    connect(m_parts.sequences, &SequenceManager::opened, m_parts.recentSequences, &RecentSequences::add);
+    connect(m_parts.sequences, &SequenceManager::added, m_parts.plugins, &PluginManager::sequenceAdded);
+    connect(m_parts.sequences, &SequenceManager::aboutToBeRemoved, m_parts.plugins,
+            &PluginManager::sequenceRemoved);
+    connect(m_parts.looseDatasets, &LooseDatasets::aboutToBeRemoved, m_parts.plugins,
+            &PluginManager::datasetRemoved);
+    connect(m_parts.workspace, &CVXSWorkspace::activeChildChanged, this, &MainWindow::onActiveChildChanged);
 }
 
 MainWindow::~MainWindow()
 {
     // The menu only shows the plug-ins' actions, and what is logged from here on nobody reads any more.
     getLogObject()->disconnect(this);
-    m_workspace->disconnect(this);
-    delete m_sequences;
-    delete m_loose;
-    delete m_plugins;
-    delete m_workspace;
+    m_parts.workspace->disconnect(this);
+    delete m_parts.sequences;
+    delete m_parts.looseDatasets;
+    delete m_parts.plugins;
+    delete m_parts.workspace;
 }
 
 void MainWindow::makeFileMenu()
 {
     QMenu *menu = menuBar()->addMenu(tr("&File"));
     menu->setObjectName(QStringLiteral("menuFile"));
-    m_fileMenu = new FileMenu(menu, this);
+    m_fileMenu = new FileMenu(menu, m_parts, this);
 }
 
 void MainWindow::makeEditMenu()
@@ -125,23 +140,23 @@ void MainWindow::makeViewMenu()
     menu->setObjectName(QStringLiteral("menuView"));
     m_displayMenu = new DisplayMenu(menu, this);
     menu->addSeparator();
-    QAction *log = m_logPane->toggleViewAction();
+    QAction *log = m_parts.logPane->toggleViewAction();
     log->setObjectName(QStringLiteral("actionLogPane"));
     log->setText(tr("Log &Pane"));
     menu->addAction(log);
 
-    auto *howMade = new HowMadePanel(m_recent, this);
+    auto *howMade = new HowMadePanel(m_parts.recentSequences, this);
     addDockWidget(Qt::RightDockWidgetArea, howMade);
     howMade->hide();
     menu->addAction(howMade->toggleViewAction());
-    connect(m_workspace, &CVXSWorkspace::activeChildChanged, howMade, &HowMadePanel::setActiveChild);
+    connect(m_parts.workspace, &CVXSWorkspace::activeChildChanged, howMade, &HowMadePanel::setActiveChild);
 }
 
 void MainWindow::makeToolsMenu()
 {
     m_toolsMenu = menuBar()->addMenu(tr("&Tools"));
     m_toolsMenu->setObjectName(QStringLiteral("menuTools"));
-    connect(m_plugins, &PluginManager::pluginsChanged, this, &MainWindow::fillToolsMenu);
+    connect(m_parts.plugins, &PluginManager::pluginsChanged, this, &MainWindow::fillToolsMenu);
     connect(m_toolsMenu, &QMenu::aboutToShow, this, &MainWindow::fillToolsMenu);
     fillToolsMenu();
 }
@@ -169,18 +184,18 @@ void MainWindow::restoreWindow()
 
 void MainWindow::loadPlugins(const QString &folder)
 {
-    m_plugins->loadFolder(folder);
+    m_parts.plugins->loadFolder(folder);
 }
 
 CVXSSequenceDataset *MainWindow::openSequence(const QString &path)
 {
-    return m_sequences->open(path);
+    return m_parts.sequences->open(path);
 }
 
 CVXSDataset *MainWindow::openDataset(const QString &path)
 {
     CVXSDataset *dataset = nullptr;
-    m_loader->load(path, &dataset);
+    m_parts.datasetLoader->load(path, &dataset);
     return dataset;
 }
 
@@ -199,19 +214,19 @@ void MainWindow::openPath(const QString &path)
 
 void MainWindow::copy()
 {
-    const QMdiSubWindow *window = m_workspace->currentSubWindow();
+    const QMdiSubWindow *window = m_parts.workspace->currentSubWindow();
     if (!window || !window->widget())
         return;
     if (qobject_cast<CVXSChildWindow *>(window->widget()))
         QApplication::clipboard()->setPixmap(window->widget()->grab());
     else
-        m_plugins->copyToClipboard(window->widget()->objectName());
+        m_parts.plugins->copyToClipboard(window->widget()->objectName());
 }
 
 void MainWindow::fillToolsMenu()
 {
     m_toolsMenu->clear();
-    const QList<QAction *> actions = m_plugins->menuActions();
+    const QList<QAction *> actions = m_parts.plugins->menuActions();
     bool anyVisible = false;
     for (QAction *action : actions) {
         if (!action) {
@@ -232,8 +247,8 @@ void MainWindow::fillToolsMenu()
 void MainWindow::onLogged(const SLogEntry &entry)
 {
     if (entry.level >= ELOG_FAILURE)
-        m_banner->tell(entry.detail.isEmpty() ? entry.message
-                                              : entry.message + QLatin1String(": ") + entry.detail);
+        m_parts.banner->tell(entry.detail.isEmpty() ? entry.message
+                                                    : entry.message + QLatin1String(": ") + entry.detail);
 }
 
 void MainWindow::onActiveChildChanged(CVXSChildWindow *window)
@@ -252,11 +267,11 @@ void MainWindow::onActiveChildChanged(CVXSChildWindow *window)
 void MainWindow::closeEvent(QCloseEvent *event)
 {
     // Everything is asked for before the first thing goes, so that "Cancel" leaves all as it was.
-    if (!m_loose->areReadyToClose() || !m_sequences->closeAll()) {
+    if (!m_parts.looseDatasets->areReadyToClose() || !m_parts.sequences->closeAll()) {
         event->ignore();
         return;
     }
-    m_loose->closeAllUnasked();
+    m_parts.looseDatasets->closeAllUnasked();
     const auto settings = CVXPreference::settings();
     settings->setValue(KEY_GEOMETRY, saveGeometry());
     settings->setValue(KEY_STATE, saveState(STATE_VERSION));

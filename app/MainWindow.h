@@ -1,25 +1,29 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/WorkspaceParts.h"
+
 #include <QMainWindow>
 
-class BannerWidget;
 class CVXSChildWindow;
 class CVXSDataset;
 class CVXSSequenceDataset;
-class CVXSWorkspace;
-class DatasetLoader;
 class DisplayMenu;
 class FileMenu;
-class LogPane;
-class LooseDatasets;
-class PluginManager;
-class RecentSequences;
-class SequenceManager;
 struct SLogEntry;
 
 /// The workspace's window: it puts the parts together (area, banner, log pane, menus) and hands on what the
-/// person asks.
+/// user asks.
+///
+///     MainWindow window;
+///     window.loadPlugins(PluginManager::defaultFolder());
+///     window.show();
+///     if (CVXSSequenceDataset *sequence = window.openSequence(folder)) // null: the banner tells why
+///         window.parts().workspace->showDataset(sequence->getDatasets().first());
+///
+/// Its rooms: datasets/ has what is open and how it is opened, saved and closed; import/ makes sequences of
+/// plain images; provenance/ tells how a result was made; menus/ offers all that and gets only the parts that
+/// it uses.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -37,14 +41,8 @@ public:
     /// Opens what lies there, sequence or dataset.
     void openPath(const QString &path);
 
-    CVXSWorkspace *workspace() const { return m_workspace; }
-    PluginManager *plugins() const { return m_plugins; }
-    SequenceManager *sequences() const { return m_sequences; }
-    LooseDatasets *looseDatasets() const { return m_loose; }
-    DatasetLoader *datasetLoader() const { return m_loader; }
-    RecentSequences *recentSequences() const { return m_recent; }
-    BannerWidget *banner() const { return m_banner; }
-    LogPane *logPane() const { return m_logPane; }
+    /// What the window is put together of; all of it goes with the window.
+    const WorkspaceParts &parts() const { return m_parts; }
 
 protected:
     void closeEvent(QCloseEvent *event) override;
@@ -52,6 +50,9 @@ protected:
     void dropEvent(QDropEvent *event) override;
 
 private:
+    void makeParts();
+    void arrange();
+    void connectParts();
     void makeFileMenu();
     void makeEditMenu();
     void makeViewMenu();
@@ -64,14 +65,7 @@ private:
     void onLogged(const SLogEntry &entry);
     void onActiveChildChanged(CVXSChildWindow *window);
 
-    CVXSWorkspace *m_workspace;
-    BannerWidget *m_banner;
-    LogPane *m_logPane;
-    LooseDatasets *m_loose;
-    DatasetLoader *m_loader;
-    PluginManager *m_plugins;
-    SequenceManager *m_sequences;
-    RecentSequences *m_recent;
+    WorkspaceParts m_parts;
     FileMenu *m_fileMenu = nullptr;
     DisplayMenu *m_displayMenu = nullptr;
     QMenu *m_toolsMenu = nullptr;

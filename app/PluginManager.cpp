@@ -26,7 +26,7 @@ PluginManager::PluginManager(CVXSWorkspace *workspace, DatasetLoader *loader, QO
 
 PluginManager::~PluginManager()
 {
-    for (const STool &tool : m_tools)
+    for (const Tool &tool : m_tools)
         delete tool.object;
 }
 
@@ -70,7 +70,7 @@ bool PluginManager::load(const QString &file)
     if (plugins().contains(plugin))
         return true;
 
-    STool tool;
+    Tool tool;
     tool.object = object;
     tool.plugin = plugin;
     m_tools.append(tool);
@@ -89,7 +89,7 @@ bool PluginManager::load(const QString &file)
 QList<CVXToolPluginBase *> PluginManager::plugins() const
 {
     QList<CVXToolPluginBase *> list;
-    for (const STool &tool : m_tools) {
+    for (const Tool &tool : m_tools) {
         if (tool.object)
             list.append(tool.plugin);
     }
@@ -137,7 +137,7 @@ void PluginManager::sequenceAdded(CVXSSequenceDataset *sequence)
 void PluginManager::sequenceRemoved(CVXSSequenceDataset *sequence)
 {
     const QList<CVXSDataset *> datasets = sequence->getDatasets();
-    for (STool &tool : m_tools) {
+    for (Tool &tool : m_tools) {
         if (!tool.object)
             continue;
         for (CVXSDataset *dataset : datasets)
@@ -165,7 +165,7 @@ void PluginManager::launch(CVXToolPluginBase *plugin)
 {
     const QList<QMdiSubWindow *> before = m_workspace->subWindowList();
     const bool launched = plugin->launchTool();
-    for (STool &tool : m_tools) {
+    for (Tool &tool : m_tools) {
         if (tool.plugin != plugin)
             continue;
         const QList<QMdiSubWindow *> after = m_workspace->subWindowList();
@@ -180,9 +180,9 @@ void PluginManager::launch(CVXToolPluginBase *plugin)
 }
 
 /// A tool's window that is hidden may still point to a sequence that is about to go: the tool hides its
-/// window for a removed sequence and keeps it, and the person may have closed it before. It is made anew at
+/// window for a removed sequence and keeps it, and the user may have closed it before. It is made anew at
 /// the next launch.
-void PluginManager::discardHiddenWindows(STool *tool)
+void PluginManager::discardHiddenWindows(Tool *tool)
 {
     bool discarded = false;
     for (const QPointer<QMdiSubWindow> &window : tool->windows) {

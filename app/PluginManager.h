@@ -52,7 +52,7 @@ Q_SIGNALS:
     void pluginsChanged();
 
 private:
-    struct STool
+    struct Tool
     {
         QPointer<QObject> object;
         CVXToolPluginBase *plugin = nullptr;
@@ -60,9 +60,9 @@ private:
     };
 
     void launch(CVXToolPluginBase *plugin);
-    static void discardHiddenWindows(STool *tool);
+    static void discardHiddenWindows(Tool *tool);
 
     CVXSWorkspace *m_workspace;
     DatasetLoader *m_loader;
-    QList<STool> m_tools;
+    QList<Tool> m_tools;
 };

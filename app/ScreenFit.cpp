@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/ScreenFit.h"
 
+#include "host/vxapi/view/windows/KeepInSight.h"
+
 #include <QGuiApplication>
 #include <QScreen>
 #include <QStyle>
@@ -17,6 +19,7 @@ void keepOnScreen(QWidget *window)
     room.setTop(room.top() + window->style()->pixelMetric(QStyle::PM_TitleBarHeight));
     window->resize(window->size().boundedTo(room.size()));
     // A window that has no place of its own yet gets one from the window manager.
-    if (window->testAttribute(Qt::WA_Moved) && !room.contains(window->geometry()))
+    if (window->testAttribute(Qt::WA_Moved) &&
+        placeInSight(window->geometry().topLeft(), window->size(), room) != window->geometry().topLeft())
         window->move(screen->availableGeometry().topLeft());
 }

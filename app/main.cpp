@@ -34,9 +34,9 @@ int main(int argc, char **argv)
         application = std::make_unique<QApplication>(argc, argv);
     ApplicationSetup::afterApplication();
 
-    const SCommandLine commandLine = readCommandLine(application->arguments());
-    if (commandLine.outcome != SCommandLine::RUN) {
-        const bool failed = commandLine.outcome == SCommandLine::MISTAKE;
+    const CommandLine commandLine = readCommandLine(application->arguments());
+    if (commandLine.outcome != CommandLine::RUN) {
+        const bool failed = commandLine.outcome == CommandLine::MISTAKE;
         std::fputs(commandLine.text.toLocal8Bit().constData(), failed ? stderr : stdout);
         return failed ? 2 : 0;
     }

@@ -9,10 +9,10 @@
 
 namespace {
 
-QString translated(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("ResultCheck", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(ResultCheck)
+};
 
 QString sizeOf(const CILImage &image)
 {
@@ -36,11 +36,11 @@ PixelDifference PixelDifference::compare(const CILImage &stored, const CILImage 
     difference.count = stored.pixelCount();
     if (stored.getWidth() != computed.getWidth() || stored.getHeight() != computed.getHeight()) {
         difference.shape =
-            translated("it has %1 pixels, computed again %2.").arg(sizeOf(stored), sizeOf(computed));
+            Text::tr("it has %1 pixels, computed again %2.").arg(sizeOf(stored), sizeOf(computed));
         return difference;
     }
     if (stored.getType() != VXS_FLOAT || computed.getType() != VXS_FLOAT) {
-        difference.shape = translated("its pixels are not 32-bit float.");
+        difference.shape = Text::tr("its pixels are not 32-bit float.");
         return difference;
     }
     const float *a = stored.pixels<float>();
@@ -61,12 +61,11 @@ QString PixelDifference::text(const QString &unit) const
 {
     if (!shape.isEmpty())
         return shape;
-    const QString head = translated("%1 of %2 pixels differ").arg(different).arg(count);
+    const QString head = Text::tr("%1 of %2 pixels differ").arg(different).arg(count);
     if (oneFinite == different)
-        return translated("%1, all between a number and none.").arg(head);
-    const QString most =
-        translated("%1, by at most %2 [%3]").arg(head, QString::number(largest, 'g', 6), unit);
+        return Text::tr("%1, all between a number and none.").arg(head);
+    const QString most = Text::tr("%1, by at most %2 [%3]").arg(head, QString::number(largest, 'g', 6), unit);
     return oneFinite == 0
                ? most + QLatin1Char('.')
-               : translated("%1, and %2 of them between a number and none.").arg(most).arg(oneFinite);
+               : Text::tr("%1, and %2 of them between a number and none.").arg(most).arg(oneFinite);
 }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "check/RecordChanges.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
-#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxparser/CPLClickInfo.h"
 #include "host/vxutils/CVXUtilityFns.h"
@@ -15,10 +15,10 @@ using imagemath::OperandRecord;
 
 namespace {
 
-QString translated(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("ResultCheck", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(ResultCheck)
+};
 
 const FileRecord *fileOf(const QVector<FileRecord> &files, const QString &name)
 {
@@ -32,19 +32,19 @@ const FileRecord *fileOf(const QVector<FileRecord> &files, const QString &name)
 QStringList changedFiles(const OperandRecord &record, const CVXSDataset &operand, const QString &who)
 {
     if (record.files.isEmpty())
-        return {translated("No image file of %1 is recorded: whether it changed cannot be told.").arg(who)};
+        return {Text::tr("No image file of %1 is recorded: whether it changed cannot be told.").arg(who)};
     QStringList lines;
     const QVector<FileRecord> now = imagemath::imageFilesOf(operand, operand.getFolderPath());
     for (const FileRecord &file : record.files) {
         const FileRecord *present = fileOf(now, file.name);
         if (!present)
-            lines += translated("%1 of %2 is missing or cannot be read.").arg(file.name, who);
+            lines += Text::tr("%1 of %2 is missing or cannot be read.").arg(file.name, who);
         else if (present->sha256 != file.sha256)
-            lines += translated("%1 of %2 changed since.").arg(file.name, who);
+            lines += Text::tr("%1 of %2 changed since.").arg(file.name, who);
     }
     for (const FileRecord &file : now) {
         if (!fileOf(record.files, file.name))
-            lines += translated("%1 of %2 was not there then.").arg(file.name, who);
+            lines += Text::tr("%1 of %2 was not there then.").arg(file.name, who);
     }
     return lines;
 }
@@ -53,12 +53,12 @@ QStringList changedFiles(const OperandRecord &record, const CVXSDataset &operand
 QString changedConstant(const QString &key, const QString &then, const QString &now, const QString &who)
 {
     const int slash = key.indexOf(QLatin1Char('/'));
-    const QString name = translated("\"%1\" (%2) of %3").arg(key.mid(slash + 1), key.left(slash), who);
+    const QString name = Text::tr("\"%1\" (%2) of %3").arg(key.mid(slash + 1), key.left(slash), who);
     if (then.isNull())
-        return translated("%1 is %2 now; then it was not there.").arg(name, now);
+        return Text::tr("%1 is %2 now; then it was not there.").arg(name, now);
     if (now.isNull())
-        return translated("%1 is not there any more; then it was %2.").arg(name, then);
-    return translated("%1 is %2 now; then it was %3.").arg(name, now, then);
+        return Text::tr("%1 is not there any more; then it was %2.").arg(name, then);
+    return Text::tr("%1 is %2 now; then it was %3.").arg(name, now, then);
 }
 
 /// The value of a key; null when it is not there, and never null otherwise.
@@ -101,8 +101,7 @@ QStringList changedPhotograph(const imagemath::PhotographRecord &record, const C
     if (record.clickNumber.isEmpty() || !CVXUtilityFns::isSafeFileName(name) ||
         imagemath::sha256OfFile(result.getFolderPath() + name) == record.file.sha256)
         return {};
-    return {
-        translated("%1 of the result is not the recorded photograph of %2.").arg(name, record.clickNumber)};
+    return {Text::tr("%1 of the result is not the recorded photograph of %2.").arg(name, record.clickNumber)};
 }
 
 /// ClickInfo and the record have to tell the same story: it is ClickInfo that the workspace shows and
@@ -125,15 +124,15 @@ QStringList contradictions(const imagemath::ResultRecord &record, const CVXSData
     for (const auto &claim : claims) {
         const QString said = textOf(info, claim.section, claim.key);
         if (said != claim.recorded)
-            lines += translated("ClickInfo.txt of the result says \"%1\" = %2; the record says %3.")
-                         .arg(claim.key, said.isNull() ? translated("nothing") : said, claim.recorded);
+            lines += Text::tr("ClickInfo.txt of the result says \"%1\" = %2; the record says %3.")
+                         .arg(claim.key, said.isNull() ? Text::tr("nothing") : said, claim.recorded);
     }
     return lines;
 }
 
 } // namespace
 
-QStringList resultcheck::changesSince(const imagemath::ResultRecord &record, const CVXSDataset &result,
+QStringList recordchanges::since(const imagemath::ResultRecord &record, const CVXSDataset &result,
                                       const CVXSDataset &a, const CVXSDataset &b)
 {
     return changedOperand(record.a, a, QStringLiteral("A")) +

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "check/ReopenedOperand.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxparser/CPLClickInfo.h"
 #include "host/vxutils/CVXPreference.h"
@@ -17,10 +17,10 @@ using imagemath::OperandRecord;
 
 namespace {
 
-QString translated(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("ResultCheck", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(ResultCheck)
+};
 
 /// The folder's path with a "/" at its end.
 QString withSlash(const QString &folder)
@@ -95,7 +95,7 @@ void takeOpen(const CVXSDataset &open, ReopenedOperand *operand)
     }
     operand->dataset = opened(open.getFolderPath(), &operand->problem);
     if (operand->dataset && open.isModified())
-        operand->remark = translated("%1 has changes that are not saved; its files on disk were taken")
+        operand->remark = Text::tr("%1 has changes that are not saved; its files on disk were taken")
                               .arg(open.getClickNumber());
 }
 
@@ -135,7 +135,7 @@ void takeByContent(const OperandRecord &record, const QStringList &parents, Reop
             operand->dataset = opened(folder, &operand->problem);
             if (!operand->dataset)
                 continue;
-            operand->remark = translated("%1 was renamed: its images are those of %2 in %3")
+            operand->remark = Text::tr("%1 was renamed: its images are those of %2 in %3")
                                   .arg(record.clickNumber, operand->dataset->getClickNumber(), folder);
             return;
         }
@@ -156,10 +156,10 @@ QStringList openSequenceFolders()
 QString notFound(const OperandRecord &record)
 {
     const QString text =
-        translated("%1 is not open and not among the recent sequences").arg(record.clickNumber);
+        Text::tr("%1 is not open and not among the recent sequences").arg(record.clickNumber);
     return record.sequenceId.isEmpty()
-               ? translated("%1: open it and check again").arg(text)
-               : translated("%1: open the sequence %2 and check again").arg(text, record.sequenceId);
+               ? Text::tr("%1: open it and check again").arg(text)
+               : Text::tr("%1: open the sequence %2 and check again").arg(text, record.sequenceId);
 }
 
 } // namespace
@@ -168,7 +168,7 @@ ReopenedOperand ReopenedOperand::find(const OperandRecord &record, const QString
 {
     ReopenedOperand operand;
     if (!CVXUtilityFns::isSafeFileName(record.clickNumber)) {
-        operand.problem = translated("\"%1\" is not a click number").arg(record.clickNumber);
+        operand.problem = Text::tr("\"%1\" is not a click number").arg(record.clickNumber);
         return operand;
     }
     // The host also answers with one whose folder has the name.
@@ -181,9 +181,8 @@ ReopenedOperand ReopenedOperand::find(const OperandRecord &record, const QString
     if (!operand.dataset)
         takeByContent(record, openSequenceFolders() + parents, &operand);
     if (!operand.dataset)
-        operand.problem =
-            operand.problem.isEmpty()
-                ? notFound(record)
-                : translated("%1 cannot be opened: %2").arg(record.clickNumber, operand.problem);
+        operand.problem = operand.problem.isEmpty()
+                              ? notFound(record)
+                              : Text::tr("%1 cannot be opened: %2").arg(record.clickNumber, operand.problem);
     return operand;
 }

@@ -21,10 +21,10 @@ namespace {
 constexpr int MAX_LINES = 40;
 constexpr int MAX_LINE = 400; // characters
 
-QString translated(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("ResultCheck", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(ResultCheck)
+};
 
 /// A damaged record may give any number of lines of any length.
 QStringList shortened(const QStringList &lines)
@@ -33,7 +33,7 @@ QStringList shortened(const QStringList &lines)
     for (const QString &line : lines.mid(0, MAX_LINES))
         few += line.size() > MAX_LINE ? line.left(MAX_LINE) + QChar(0x2026) : line;
     if (lines.size() > MAX_LINES)
-        few += translated("And %1 more.").arg(lines.size() - MAX_LINES);
+        few += Text::tr("And %1 more.").arg(lines.size() - MAX_LINES);
     return few;
 }
 
@@ -49,8 +49,8 @@ ResultCheck ended(ResultCheck::Verdict verdict, const QString &headline, const Q
 QString whereFrom(const QString &role, const ReopenedOperand &operand)
 {
     const QString click = operand.dataset->getClickNumber();
-    return operand.copy ? translated("%1 is %2, as it is in memory.").arg(role, click)
-                        : translated("%1 is in %2")
+    return operand.copy ? Text::tr("%1 is %2, as it is in memory.").arg(role, click)
+                        : Text::tr("%1 is in %2")
                               .arg(role, QDir::toNativeSeparators(operand.dataset->getFolderPath()));
 }
 
@@ -58,23 +58,22 @@ ResultCheck compared(const ResultRecord &record, const CILImage &stored, const C
                      QStringList changes, QStringList remarks)
 {
     using Verdict = ResultCheck::Verdict;
-    const PixelDifference pixels = PixelDifference::compare(stored, computed);
+    const PixelDifference difference = PixelDifference::compare(stored, computed);
     const bool isChanged = !changes.isEmpty();
-    if (pixels.areSame())
+    if (difference.areSame())
         return isChanged
                    ? ended(Verdict::SameThoughChanged,
-                           translated("The same to the last bit, although not all is as recorded."),
+                           Text::tr("The same to the last bit, although not all is as recorded."),
                            changes + remarks)
-                   : ended(Verdict::Same, translated("Computed again: the same to the last bit."), remarks);
-    const QString difference = pixels.text(record.unit);
+                   : ended(Verdict::Same, Text::tr("Computed again: the same to the last bit."), remarks);
+    const QString sentence = difference.text(record.unit);
     return isChanged
                ? ended(Verdict::DifferentAsChanged,
-                       translated("The operands are not what they were: %1").arg(difference),
-                       changes + remarks)
+                       Text::tr("The operands are not what they were: %1").arg(sentence), changes + remarks)
                : ended(Verdict::Different,
-                       translated("The result is not what its record gives: %1").arg(difference),
-                       QStringList{translated("The operands are as recorded: the result's pixels or its "
-                                              "record were changed.")} +
+                       Text::tr("The result is not what its record gives: %1").arg(sentence),
+                       QStringList{Text::tr("The operands are as recorded: the result's pixels or its "
+                                            "record were changed.")} +
                            remarks);
 }
 
@@ -126,27 +125,27 @@ ELOGLEVEL ResultCheck::level() const
 
 ResultCheck ResultCheck::of(const CVXSDataset &result, const QStringList &sequenceFolders)
 {
-    const QString notChecked = translated("The result could not be checked.");
+    const QString notChecked = Text::tr("The result could not be checked.");
     QString reason;
     const std::unique_ptr<CVXSDataset> stored(CVXSDataset::open(result.getFolderPath(), nullptr, &reason));
     if (!stored)
         return ended(Verdict::Failed, notChecked, {reason});
-    const StoredRecord made = StoredRecord::of(*stored);
-    if (!made.isThere())
-        return ended(Verdict::NotFound, notChecked, {made.problem});
-    const ResultRecord &record = made.record;
+    const StoredRecord found = StoredRecord::of(*stored);
+    if (!found.isThere())
+        return ended(Verdict::NotFound, notChecked, {found.problem});
+    const ResultRecord &record = found.record;
 
     const ReopenedOperand a = ReopenedOperand::find(record.a, sequenceFolders);
     const ReopenedOperand b = ReopenedOperand::find(record.b, sequenceFolders);
     QStringList missing;
     if (!a.dataset)
-        missing += translated("Operand A: %1.").arg(a.problem);
+        missing += Text::tr("Operand A: %1.").arg(a.problem);
     if (!b.dataset)
-        missing += translated("Operand B: %1.").arg(b.problem);
+        missing += Text::tr("Operand B: %1.").arg(b.problem);
     if (!missing.isEmpty())
-        return ended(Verdict::NotFound, translated("An operand is missing; nothing was checked."), missing);
+        return ended(Verdict::NotFound, Text::tr("An operand is missing; nothing was checked."), missing);
 
-    const QStringList changes = resultcheck::changesSince(record, *stored, *a.dataset, *b.dataset);
+    const QStringList changes = recordchanges::since(record, *stored, *a.dataset, *b.dataset);
     QStringList remarks;
     for (const QString &remark : {a.remark, b.remark == a.remark ? QString() : b.remark}) {
         if (!remark.isEmpty())
@@ -160,7 +159,7 @@ ResultCheck ResultCheck::of(const CVXSDataset &result, const QStringList &sequen
         return ended(Verdict::Failed, notChecked, QStringList{stored->lastError()} + changes + remarks);
     const CILImage computed = computedAgain(record, *a.dataset, *b.dataset, &reason);
     if (computed.isEmpty())
-        return ended(Verdict::Failed, translated("The result could not be computed again."),
+        return ended(Verdict::Failed, Text::tr("The result could not be computed again."),
                      QStringList{reason} + changes + remarks);
     return compared(record, *pixels, computed, changes, remarks);
 }

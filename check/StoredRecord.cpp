@@ -10,10 +10,10 @@
 
 namespace {
 
-QString translated(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("StoredRecord", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(StoredRecord)
+};
 
 } // namespace
 
@@ -23,28 +23,28 @@ StoredRecord StoredRecord::of(const CVXSDataset &result)
     const QString name = result.getImageFileName(EIMAGE_LUMINESCENT);
     found.file = result.getFolderPath() + name;
     if (!QFileInfo(found.file).isFile()) { // not a line in the log each time the window is looked at
-        found.problem = translated("The image file is not there: %1").arg(found.file);
+        found.problem = Text::tr("The image file is not there: %1").arg(found.file);
         return found;
     }
     std::string description;
     if (CILImage::loadDescription(QFile::encodeName(found.file).constData(), &description) != EIL_SUCCESS) {
-        found.problem = translated("The image file cannot be read: %1")
-                            .arg(QString::fromStdString(CILImage::lastError()));
+        found.problem =
+            Text::tr("The image file cannot be read: %1").arg(QString::fromStdString(CILImage::lastError()));
         return found;
     }
     if (description.empty()) {
-        found.problem = translated("%1 does not tell how it was made.").arg(name);
+        found.problem = Text::tr("%1 does not tell how it was made.").arg(name);
         return found;
     }
     QString reason;
     if (description.size() > MAX_BYTES)
-        reason = translated("it has %1 bytes, more than any record").arg(description.size());
+        reason = Text::tr("it has %1 bytes, more than any record").arg(description.size());
     else if (imagemath::fromJson(QByteArray::fromStdString(description), &found.record, &reason) &&
              found.isThere())
         return found;
     found.record = imagemath::ResultRecord();
     if (reason.isEmpty())
-        reason = translated("it names no operation");
-    found.problem = translated("What %1 tells of its making is damaged: %2.").arg(name, reason);
+        reason = Text::tr("it names no operation");
+    found.problem = Text::tr("What %1 tells of its making is damaged: %2.").arg(name, reason);
     return found;
 }

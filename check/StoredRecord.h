@@ -11,7 +11,7 @@ class CVXSDataset;
 struct StoredRecord
 {
     imagemath::ResultRecord record; ///< empty when there is none
-    QString problem;                ///< a sentence for the person when there is none
+    QString problem;                ///< a sentence for the user when there is none
     QString file;                   ///< path of the image file
 
     bool isThere() const { return !record.isEmpty(); }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "display/ImagingAngles.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 #include "host/vxparser/CPLSection.h"
 
 imagingangles::Comparison imagingangles::compare(const CPLSection *luminescentA,

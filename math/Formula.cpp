@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "math/Formula.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
-#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "math/ResultRecord.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxparser/CPLClickInfo.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "result/ResultClickInfo.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vximage/CILImage.h"
 #include "host/vxparser/CPLSection.h"

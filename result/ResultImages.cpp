@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "result/ResultImages.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxutils/CVXSLog.h"
 #include "host/vxutils/writeWhole.h"

@@ -2,7 +2,7 @@
 #include "result/ResultWriter.h"
 
 #include "display/ImagingAngles.h"
-#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxparser/CPLClickInfo.h"
 #include "math/ToolLog.h"

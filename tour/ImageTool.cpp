@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "tour/ImageTool.h"
 
-#include "host/vxapi/model/CROIBase.h"
 #include "host/vxapi/model/CROIManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/roi/CROIBase.h"
 #include "host/vxapi/view/canvas/CVXSMultiImageView.h"
 #include "host/vxapi/view/windows/CVXSImageWindow.h"
 #include "tour/Stage.h"

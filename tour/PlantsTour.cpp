@@ -2,11 +2,11 @@
 #include "tour/PlantsTour.h"
 
 #include "app/MainWindow.h"
-#include "host/vxapi/model/CROIBase.h"
 #include "host/vxapi/model/CROIManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
-#include "host/vxapi/model/ImageImport.h"
+#include "host/vxapi/model/import/ImageImport.h"
+#include "host/vxapi/model/roi/CROIBase.h"
 #include "host/vxapi/view/measurement/MeasurementPane.h"
 #include "host/vxapi/view/windows/CVXSImageWindow.h"
 #include "tour/ImageTool.h"
@@ -41,9 +41,9 @@ constexpr Day DAY_14 = {QLatin1String("AT20240115100000"), QLatin1String("day14"
 
 // Neither exposure, f-number nor field of view is recorded with the images, nor the camera's constants. These
 // are chosen here; radiance and flux are right for them alone, counts do not depend on them.
-SImportSettings chosenSettings()
+ImportSettings chosenSettings()
 {
-    SImportSettings settings;
+    ImportSettings settings;
     settings.fieldOfView = 30.0; // a tray of that size
     settings.exposure = 300.0;
     settings.fNumber = 1.4;
@@ -59,7 +59,7 @@ QString saveImported(const QString &imagesFolder, const QString &folder)
 {
     CVXSSequenceDataset sequence(SEQUENCE);
     for (const Day &day : {DAY_7, DAY_10, DAY_14}) {
-        SImportSettings settings = chosenSettings();
+        ImportSettings settings = chosenSettings();
         settings.acquisitionDate = day.date;
         const QString path = imagesFolder + QLatin1Char('/') + day.name;
         ESTATUS status = ESTATUS_SUCCESS;
@@ -167,7 +167,7 @@ void printTotals(Stage &stage, const QString &grid)
 
 void plants(Stage &stage, const QString &imagesFolder)
 {
-    const SImportSettings settings = chosenSettings();
+    const ImportSettings settings = chosenSettings();
     stage.report.heading(QStringLiteral("Real images of 16 plants, day 14 - 1.0 * day 7:"));
     stage.report.note(QStringLiteral("chosen, because not recorded: field of view %1 cm, exposure %2 s, "
                                      "f/%3, %4 um pixels, %5 electrons a count, QE %6, transmission %7")

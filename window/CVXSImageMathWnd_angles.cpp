@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "display/ImagingAngles.h"
-#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 #include "host/vxparser/CPLClickInfo.h"
 #include "host/vxutils/CVXSMessageBox.h"
 #include "host/vxutils/CVXUtilityFns.h"

@@ -13,7 +13,7 @@ namespace {
 const CRoiMeasInfo *recordOf(const QString &clickNumber, const QString &roiName)
 {
     const auto *manager = CRoiMeasurementManager::getRoiMeasurementManager();
-    const SRoiMeasDisplayEntry *entry = manager->findMeasInfoForId(clickNumber, roiName);
+    const RoiMeasDisplayEntry *entry = manager->findMeasInfoForId(clickNumber, roiName);
     return entry ? manager->getRoiMeasInfoList().value(entry->index) : nullptr;
 }
 

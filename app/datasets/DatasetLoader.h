@@ -10,7 +10,7 @@ class CVXSWorkspace;
 class LooseDatasets;
 struct downloaded_save_data;
 
-/// Loads datasets that belong to no open sequence, as the person or a tool asks for it: reads, registers and
+/// Loads datasets that belong to no open sequence, as the user or a tool asks for it: reads, registers and
 /// shows them. LooseDatasets has them from then on.
 class DatasetLoader : public QObject
 {

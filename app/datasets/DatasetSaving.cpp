@@ -2,7 +2,7 @@
 #include "app/datasets/DatasetSaving.h"
 
 #include "app/datasets/FolderChoice.h"
-#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxutils/CVXPreference.h"
@@ -16,10 +16,10 @@
 
 namespace {
 
-QString translated(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("Saving", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(Saving)
+};
 
 bool isDatasetFolder(const QString &folder)
 {
@@ -44,7 +44,7 @@ bool saving::saveDataset(QWidget *parent, CVXSDataset *dataset)
 
 bool saving::saveDatasetElsewhere(QWidget *parent, CVXSDataset *dataset)
 {
-    const QString chosen = chooseFolder(parent, translated("Save Dataset As"), "MainWindow/saveFolder",
+    const QString chosen = chooseFolder(parent, Text::tr("Save Dataset As"), "MainWindow/saveFolder",
                                         CVXPreference::getProgramDataPath());
     if (chosen.isEmpty())
         return false;
@@ -77,26 +77,26 @@ QString saving::targetFolder(const CVXSDataset &dataset, const QString &chosen, 
         return QString();
     };
     if (!CVXUtilityFns::isSafeFileName(clickNumber))
-        return refuse(chosen, translated("\"%1\" cannot be the name of a folder").arg(clickNumber));
+        return refuse(chosen, Text::tr("\"%1\" cannot be the name of a folder").arg(clickNumber));
     const QDir parentFolder(chosen);
     // Who chooses the folder of that very name means this one and none below it.
     const QString target =
         parentFolder.dirName() == clickNumber ? chosen : parentFolder.absoluteFilePath(clickNumber);
     if (isOwn(target))
         return dataset.isPartOfSequence()
-                   ? refuse(target, translated("the dataset lies there; save its sequence instead"))
+                   ? refuse(target, Text::tr("the dataset lies there; save its sequence instead"))
                    : target;
     if (target != chosen && isDatasetFolder(chosen))
-        return refuse(chosen, translated("this folder holds another dataset, %1; choose the folder in which "
-                                         "the dataset is to get one of its own")
+        return refuse(chosen, Text::tr("this folder holds another dataset, %1; choose the folder in which "
+                                       "the dataset is to get one of its own")
                                   .arg(parentFolder.dirName()));
     if (isDatasetFolder(target))
-        return refuse(target, translated("this folder holds another dataset of the click number %1, which is "
-                                         "not overwritten")
+        return refuse(target, Text::tr("this folder holds another dataset of the click number %1, which is "
+                                       "not overwritten")
                                   .arg(clickNumber));
     const QFileInfo there(target);
     if (there.exists() && (!there.isDir() || !QDir(target).isEmpty()))
-        return refuse(target, translated("there are other files in this folder already"));
+        return refuse(target, Text::tr("there are other files in this folder already"));
     return target;
 }
 
@@ -106,7 +106,7 @@ bool saving::saveSequence(QWidget *parent, CVXSSequenceDataset *sequence)
     if (sequence->getSequenceInfoPath().isEmpty()) {
         const QString usual = CVXPreference::getProgramDataPath() + QStringLiteral("/sequences");
         QDir().mkpath(usual); // so that the dialog can start there; what fails is told when saving
-        place = chooseFolder(parent, translated("Save Sequence %1 In").arg(sequence->getSequenceID()),
+        place = chooseFolder(parent, Text::tr("Save Sequence %1 In").arg(sequence->getSequenceID()),
                              "MainWindow/saveSequenceFolder", usual);
         if (place.isEmpty())
             return false;

@@ -7,7 +7,7 @@ class CVXSDataset;
 class CVXSSequenceDataset;
 class QWidget;
 
-/// Saving by a person: asks where it has to, and tells what failed. True when everything is saved.
+/// Saving by the user: asks where it has to, and tells what failed. True when everything is saved.
 namespace saving {
 
 /// Saves a dataset in its own folder; one that has none, elsewhere.

@@ -21,14 +21,14 @@ void EarlierResults::fill()
     m_menu->clear();
     StoredDatasets &stored = StoredDatasets::instance();
     stored.registerFolder(CVXPreference::getProgramDataPath()); // others may have written there
-    QList<SStoredDataset> results = stored.list();
+    QList<StoredDataset> results = stored.list();
     results.erase(std::remove_if(results.begin(), results.end(),
-                                 [](const SStoredDataset &dataset) { return !dataset.isResult; }),
+                                 [](const StoredDataset &dataset) { return !dataset.isResult; }),
                   results.end());
     std::stable_sort(
         results.begin(), results.end(),
-        [](const SStoredDataset &one, const SStoredDataset &other) { return one.written > other.written; });
-    for (const SStoredDataset &result : qAsConst(results).mid(0, MAX_COUNT)) {
+        [](const StoredDataset &one, const StoredDataset &other) { return one.written > other.written; });
+    for (const StoredDataset &result : qAsConst(results).mid(0, MAX_COUNT)) {
         QString name = result.clickNumber;
         QAction *action =
             m_menu->addAction(QStringLiteral("%1    %2")

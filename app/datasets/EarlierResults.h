@@ -18,7 +18,7 @@ public:
 
 Q_SIGNALS:
     void chosen(const QString &folder);
-    /// The person looks for one that is not in the list.
+    /// The user looks for one that is not in the list.
     void othersWanted();
 
 private:

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/datasets/SequenceDrop.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 
 #include <QFileInfo>
 #include <QMimeData>

@@ -1,21 +1,19 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QList>
-#include <QObject>
+#include "app/datasets/OpenedItems.h"
+#include "host/vxapi/model/CVXSSequenceDataset.h"
 
-class CVXSChildWindow;
-class CVXSSequenceDataset;
 class CVXSWorkspace;
-class PluginManager;
 
-/// The open sequences: opens, shows and closes them with all that hangs on them. It owns them.
-class SequenceManager : public QObject
+/// The open sequences: opens, shows and closes them with all that hangs on them. It owns them. One with
+/// changes, or never saved, asks before it is closed.
+class SequenceManager : public OpenedItems<CVXSSequenceDataset>
 {
     Q_OBJECT
 
 public:
-    SequenceManager(CVXSWorkspace *workspace, PluginManager *plugins, QObject *parent = nullptr);
+    explicit SequenceManager(CVXSWorkspace *workspace, QObject *parent = nullptr);
     /// Closes what is still open, without asking.
     ~SequenceManager() override;
 
@@ -25,29 +23,25 @@ public:
     /// Takes over a sequence in memory and shows it.
     void add(CVXSSequenceDataset *sequence);
 
-    /// Closes a sequence with its windows. One with changes, or never saved, asks first: false when the
-    /// person wants it to stay.
-    bool close(CVXSSequenceDataset *sequence);
     /// Saves it; one that was never saved asks where. False when it is not saved.
     bool save(CVXSSequenceDataset *sequence);
-    bool closeAll();
 
-    QList<CVXSSequenceDataset *> sequences() const { return m_sequences; }
+    QList<CVXSSequenceDataset *> sequences() const { return items(); }
     /// The sequence of a window of it or of one of its datasets; null for others.
     static CVXSSequenceDataset *sequenceOf(const CVXSChildWindow *window);
 
 Q_SIGNALS:
+    /// A sequence lies in that folder and can be opened again from there.
     void opened(const QString &folder);
-
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
+    /// Before its window is shown: what the tools make of the new active window has the last word.
+    void added(CVXSSequenceDataset *sequence);
+    /// The sequence, its datasets and their windows are all still there.
+    void aboutToBeRemoved(CVXSSequenceDataset *sequence);
 
 private:
-    /// False when the person wants to go on with it.
-    bool isReadyToClose(CVXSSequenceDataset *sequence);
-    void remove(CVXSSequenceDataset *sequence);
+    bool isReadyToClose(CVXSSequenceDataset *sequence) override;
+    void takeLeave(CVXSSequenceDataset *sequence) override;
+    CVXSSequenceDataset *itemOf(const CVXSChildWindow *window) const override;
 
     CVXSWorkspace *m_workspace;
-    PluginManager *m_plugins;
-    QList<CVXSSequenceDataset *> m_sequences;
 };

@@ -13,10 +13,10 @@
 
 namespace {
 
-QString translated(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("ImageImporter", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(ImageImporter)
+};
 
 bool areInitials(const QString &text)
 {
@@ -88,7 +88,7 @@ QString sequenceIdOf(const QString &clickNumber)
 
 } // namespace
 
-std::unique_ptr<CVXSSequenceDataset> importSequence(const SImportRequest &request, const QDateTime &now,
+std::unique_ptr<CVXSSequenceDataset> importSequence(const ImportRequest &request, const QDateTime &now,
                                                     ESTATUS *status, QString *error)
 {
     const auto failed = [status, error](ESTATUS code, const QString &reason) {
@@ -97,18 +97,18 @@ std::unique_ptr<CVXSSequenceDataset> importSequence(const SImportRequest &reques
         return nullptr;
     };
     if (request.images.isEmpty())
-        return failed(ESTATUS_NO_IMAGE, translated("Luminescent images: none was added"));
+        return failed(ESTATUS_NO_IMAGE, Text::tr("Luminescent images: none was added"));
     if (!areInitials(request.initials))
         return failed(ESTATUS_BAD_VALUE,
-                      translated("User initials: letters from A to Z are needed, such as ZB, "
-                                 "because every dataset is named by them"));
+                      Text::tr("User initials: letters from A to Z are needed, such as ZB, "
+                               "because every dataset is named by them"));
     FreeNames names(request.initials, now);
     std::unique_ptr<CVXSSequenceDataset> sequence;
-    for (const SImportImage &image : request.images) {
+    for (const ImportImage &image : request.images) {
         QString clickNumber = names.nextClickNumber();
         while (!sequence && FreeNames::isSequenceTaken(sequenceIdOf(clickNumber)))
             clickNumber = names.nextClickNumber();
-        SImportSettings settings = request.settings;
+        ImportSettings settings = request.settings;
         if (image.exposure != 0.0)
             settings.exposure = image.exposure;
         std::unique_ptr<CVXSDataset> dataset =

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "host/vxapi/model/ImageImport.h"
+#include "host/vxapi/model/import/ImageImport.h"
 
 #include <memory>
 #include <QDateTime>
@@ -10,23 +10,30 @@
 class CVXSSequenceDataset;
 
 /// What becomes one dataset.
-struct SImportImage
+struct ImportImage
 {
     QString luminescent;
     QString photograph;    ///< empty: none
     double exposure = 0.0; ///< [s]; 0: that of the settings
 };
 
-struct SImportRequest
+/// What is to be imported, and what has to be known about it.
+struct ImportRequest
 {
-    QVector<SImportImage> images;
+    QVector<ImportImage> images;
     QString initials; ///< of the user; ASCII letters
-    SImportSettings settings;
+    ImportSettings settings;
 };
 
 /// Makes a sequence in memory of image files, in their order. Click numbers are initials and a date-time
 /// stamp, from `now` on a second each, such as "ZB20261121153000"; the sequence has the first of them and
 /// "_SEQ". Names that an open or stored dataset has, or one in a saved sequence, are left out. All or
 /// nothing: null on failure, with status and "file: reason" or "setting: reason".
-std::unique_ptr<CVXSSequenceDataset> importSequence(const SImportRequest &request, const QDateTime &now,
+///
+///     ImportRequest request;
+///     request.images = {{"one.tif", "photograph.tif"}, {"two.tif"}};
+///     request.initials = "ZB";
+///     request.settings.fieldOfView = 12.5; // [cm]
+///     auto sequence = importSequence(request, QDateTime::currentDateTime(), &status, &error);
+std::unique_ptr<CVXSSequenceDataset> importSequence(const ImportRequest &request, const QDateTime &now,
                                                     ESTATUS *status, QString *error);

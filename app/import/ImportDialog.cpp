@@ -98,7 +98,7 @@ std::unique_ptr<CVXSSequenceDataset> ImportDialog::takeSequence()
 
 void ImportDialog::accept()
 {
-    SImportRequest request;
+    ImportRequest request;
     QString error;
     ESTATUS status = ESTATUS_BAD_VALUE;
     request.initials = m_form->initials();

@@ -10,7 +10,7 @@ class ImportTable;
 class QPushButton;
 
 /// Makes a sequence of TIFF files that come without an instrument's record: which files, and what has to be
-/// known about them. It stays open, with a message, until everything could be imported or the person cancels.
+/// known about them. It stays open, with a message, until everything could be imported or the user cancels.
 class ImportDialog : public QDialog
 {
     Q_OBJECT

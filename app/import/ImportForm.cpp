@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/import/ImportForm.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ConstantRanges.h"
 #include "host/vxutils/CVXPreference.h"
 
 #include <QComboBox>
@@ -21,6 +22,11 @@ QString keyOf(const char *name)
     return QLatin1String(GROUP) + QLatin1Char('/') + QLatin1String(name);
 }
 
+QString rangeOf(QLatin1String key)
+{
+    return clickinfo::constantRange(key).text();
+}
+
 QFormLayout *newGroup(QHBoxLayout *row, const QString &title)
 {
     auto *box = new QGroupBox(title);
@@ -32,7 +38,7 @@ QFormLayout *newGroup(QHBoxLayout *row, const QString &title)
 
 ImportForm::ImportForm(QWidget *parent) : QWidget(parent)
 {
-    using S = SImportSettings;
+    using S = ImportSettings;
     auto *row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
 
@@ -63,9 +69,10 @@ ImportForm::ImportForm(QWidget *parent) : QWidget(parent)
     addNumber(camera, "electronsPerCount", tr("Electrons per &count"), QString(), QStringLiteral("1"),
               &S::electronsPerCount, tr("The camera's gain"));
     addNumber(camera, "quantumEfficiency", tr("&Quantum efficiency"), QString(), QStringLiteral("1"),
-              &S::quantumEfficiency, tr("Electrons a photon: above 0, at most 1"));
+              &S::quantumEfficiency,
+              tr("Electrons a photon: %1").arg(rangeOf(clickinfo::KEY_QUANTUM_EFFICIENCY)));
     addNumber(camera, "transmission", tr("&Transmission"), QString(), QStringLiteral("1"), &S::transmission,
-              tr("Of lens and filter: above 0, at most 1"));
+              tr("Of lens and filter: %1").arg(rangeOf(clickinfo::KEY_TRANSMISSION)));
     addNumber(camera, "excitationIrradiance", tr("E&xcitation"), tr("\xc2\xb5W/cm\xc2\xb2"),
               QStringLiteral("0"), &S::excitationIrradiance,
               tr("Irradiance of the excitation light; 0 when it is not known or there is none"));
@@ -76,7 +83,7 @@ ImportForm::ImportForm(QWidget *parent) : QWidget(parent)
 }
 
 void ImportForm::addNumber(QFormLayout *form, const char *name, const QString &label, const QString &unit,
-                           const QString &start, double SImportSettings::*number, const QString &toolTip)
+                           const QString &start, double ImportSettings::*number, const QString &toolTip)
 {
     auto *edit = new QLineEdit(start);
     edit->setObjectName(QLatin1String(name));
@@ -93,11 +100,11 @@ QLineEdit *ImportForm::addText(QFormLayout *form, const char *name, const QStrin
     return m_fields.last().edit;
 }
 
-bool ImportForm::settings(SImportSettings *settings, QString *error)
+bool ImportForm::settings(ImportSettings *settings, QString *error)
 {
     settings->kind = m_kind->currentData().toString();
     settings->imagingAngle = m_angle->text().trimmed();
-    for (const SField &field : qAsConst(m_fields)) {
+    for (const Field &field : qAsConst(m_fields)) {
         if (!field.number)
             continue;
         const QString text = field.edit->text().trimmed();
@@ -123,7 +130,7 @@ QString ImportForm::initials() const
 void ImportForm::recall()
 {
     const auto stored = CVXPreference::settings();
-    for (const SField &field : qAsConst(m_fields)) {
+    for (const Field &field : qAsConst(m_fields)) {
         const QVariant text = stored->value(keyOf(field.name));
         if (text.isValid())
             field.edit->setText(text.toString());
@@ -135,7 +142,7 @@ void ImportForm::recall()
 void ImportForm::remember() const
 {
     const auto stored = CVXPreference::settings();
-    for (const SField &field : m_fields)
+    for (const Field &field : m_fields)
         stored->setValue(keyOf(field.name), field.edit->text());
     stored->setValue(keyOf("kind"), m_kind->currentData());
 }

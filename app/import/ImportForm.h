@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "host/vxapi/model/ImageImport.h"
+#include "host/vxapi/model/import/ImageImport.h"
 
 #include <QVector>
 #include <QWidget>
@@ -20,24 +20,24 @@ public:
     explicit ImportForm(QWidget *parent = nullptr);
 
     /// False when a field holds no number; `error` receives "field: reason", and the field the focus.
-    bool settings(SImportSettings *settings, QString *error);
+    bool settings(ImportSettings *settings, QString *error);
     QString initials() const;
     void remember() const;
 
 private:
-    struct SField
+    struct Field
     {
         const char *name; ///< in the settings and as object name
         QString label;
         QLineEdit *edit;
-        double SImportSettings::*number; ///< null: a text
+        double ImportSettings::*number; ///< null: a text
     };
     void addNumber(QFormLayout *form, const char *name, const QString &label, const QString &unit,
-                   const QString &start, double SImportSettings::*number, const QString &toolTip);
+                   const QString &start, double ImportSettings::*number, const QString &toolTip);
     QLineEdit *addText(QFormLayout *form, const char *name, const QString &label, const QString &toolTip);
     void recall();
 
-    QVector<SField> m_fields;
+    QVector<Field> m_fields;
     QComboBox *m_kind = nullptr;
     QLineEdit *m_initials = nullptr;
     QLineEdit *m_angle = nullptr;

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "app/import/ImportTable.h"
 
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ConstantRanges.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QHeaderView>
@@ -63,19 +66,20 @@ QList<int> ImportTable::selectedRows() const
     return rows;
 }
 
-bool ImportTable::images(QVector<SImportImage> *images, QString *error) const
+bool ImportTable::images(QVector<ImportImage> *images, QString *error) const
 {
+    const clickinfo::ConstantRange range = clickinfo::constantRange(clickinfo::KEY_EXPOSURE);
     for (int row = 0; row < rowCount(); ++row) {
-        SImportImage image;
+        ImportImage image;
         image.luminescent = pathAt(row, LUMINESCENT);
         image.photograph = pathAt(row, PHOTOGRAPH);
         const QString exposure = item(row, EXPOSURE)->text().trimmed();
         bool isNumber = true;
         if (!exposure.isEmpty())
             image.exposure = exposure.toDouble(&isNumber);
-        if (!isNumber || (!exposure.isEmpty() && !(image.exposure > 0.0))) {
-            *error = tr("%1: the exposure time \"%2\" is no number above 0; write it like 0.5")
-                         .arg(QDir::toNativeSeparators(image.luminescent), exposure);
+        if (!isNumber || (!exposure.isEmpty() && !range.holds(image.exposure))) {
+            *error = tr("%1: the exposure time \"%2\" is no number %3; write it like 0.5")
+                         .arg(QDir::toNativeSeparators(image.luminescent), exposure, range.text());
             return false;
         }
         images->append(image);

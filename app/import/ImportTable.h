@@ -24,7 +24,7 @@ public:
     QList<int> selectedRows() const;
 
     /// False when an exposure time is no number; `error` receives "file: reason".
-    bool images(QVector<SImportImage> *images, QString *error) const;
+    bool images(QVector<ImportImage> *images, QString *error) const;
 
 private:
     QString pathAt(int row, EColumn column) const;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/menus/FileMenu.h"
 
+#include "app/datasets/DatasetLoader.h"
 #include "app/datasets/DatasetSaving.h"
 #include "app/datasets/EarlierResults.h"
 #include "app/datasets/FolderChoice.h"
@@ -8,7 +9,6 @@
 #include "app/datasets/RecentSequences.h"
 #include "app/datasets/SequenceManager.h"
 #include "app/import/ImportDialog.h"
-#include "app/MainWindow.h"
 #include "app/menus/newAction.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
@@ -23,7 +23,8 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 
-FileMenu::FileMenu(QMenu *menu, MainWindow *window) : QObject(window), m_window(window)
+FileMenu::FileMenu(QMenu *menu, const DatasetParts &parts, QWidget *window)
+    : QObject(window), m_parts(parts), m_window(window)
 {
     addOpening(menu);
     menu->addSeparator();
@@ -42,14 +43,15 @@ void FileMenu::addOpening(QMenu *menu)
             &QAction::triggered, this, &FileMenu::chooseSequence);
     QMenu *recent = menu->addMenu(tr("Open &Recent"));
     recent->setObjectName(QStringLiteral("menuRecent"));
-    m_window->recentSequences()->attach(recent);
-    connect(m_window->recentSequences(), &RecentSequences::chosen, this, &FileMenu::openRecent);
+    m_parts.recentSequences->attach(recent);
+    connect(m_parts.recentSequences, &RecentSequences::chosen, this, &FileMenu::openRecent);
     connect(newAction(menu, tr("Open &Dataset..."), "actionOpenDataset"), &QAction::triggered, this,
             &FileMenu::chooseDataset);
     QMenu *results = menu->addMenu(tr("Open &Earlier Result"));
     results->setObjectName(QStringLiteral("menuEarlierResults"));
     auto *earlier = new EarlierResults(results, this);
-    connect(earlier, &EarlierResults::chosen, m_window, &MainWindow::openDataset);
+    connect(earlier, &EarlierResults::chosen, this,
+            [this](const QString &folder) { m_parts.datasetLoader->load(folder); });
     connect(earlier, &EarlierResults::othersWanted, this, &FileMenu::chooseDataset);
     connect(newAction(menu, tr("&Import Images..."), "actionImportImages"), &QAction::triggered, this,
             &FileMenu::importImages);
@@ -64,7 +66,7 @@ void FileMenu::addSaving(QMenu *menu)
     connect(m_saveAs, &QAction::triggered, this, &FileMenu::saveDatasetAs);
     m_close = newAction(menu, tr("&Close"), "actionClose", QKeySequence::Close);
     connect(m_close, &QAction::triggered, this, [this] {
-        if (QMdiSubWindow *window = m_window->workspace()->currentSubWindow())
+        if (QMdiSubWindow *window = m_parts.workspace->currentSubWindow())
             window->close();
     });
 }
@@ -72,7 +74,7 @@ void FileMenu::addSaving(QMenu *menu)
 void FileMenu::setActiveChild(CVXSChildWindow *window)
 {
     m_active = window;
-    m_save->setEnabled(SequenceManager::sequenceOf(window) || m_window->looseDatasets()->datasetOf(window));
+    m_save->setEnabled(SequenceManager::sequenceOf(window) || m_parts.looseDatasets->datasetOf(window));
     m_saveAs->setEnabled(window && window->getDataset());
     m_close->setEnabled(window);
 }
@@ -82,7 +84,7 @@ void FileMenu::chooseSequence()
     const QString folder =
         chooseFolder(m_window, tr("Open Sequence"), "MainWindow/sequenceFolder", QString(), REMEMBER_PARENT);
     if (!folder.isEmpty())
-        m_window->openSequence(folder);
+        m_parts.sequences->open(folder);
 }
 
 void FileMenu::chooseDataset()
@@ -90,29 +92,29 @@ void FileMenu::chooseDataset()
     const QString folder = chooseFolder(m_window, tr("Open Dataset"), "MainWindow/datasetFolder",
                                         CVXPreference::getProgramDataPath(), REMEMBER_PARENT);
     if (!folder.isEmpty())
-        m_window->openDataset(folder);
+        m_parts.datasetLoader->load(folder);
 }
 
 void FileMenu::openRecent(const QString &folder)
 {
     // One that is gone is told and not offered again; one that is only damaged may be repaired.
-    if (!m_window->openSequence(folder) && !QFileInfo::exists(folder))
-        m_window->recentSequences()->remove(folder);
+    if (!m_parts.sequences->open(folder) && !QFileInfo::exists(folder))
+        m_parts.recentSequences->remove(folder);
 }
 
 void FileMenu::importImages()
 {
     ImportDialog dialog(m_window);
     if (dialog.exec() == QDialog::Accepted)
-        m_window->sequences()->add(dialog.takeSequence().release());
+        m_parts.sequences->add(dialog.takeSequence().release());
 }
 
 void FileMenu::save()
 {
-    if (CVXSDataset *dataset = m_window->looseDatasets()->datasetOf(m_active))
+    if (CVXSDataset *dataset = m_parts.looseDatasets->datasetOf(m_active))
         saving::saveDataset(m_window, dataset);
     else if (CVXSSequenceDataset *sequence = SequenceManager::sequenceOf(m_active))
-        m_window->sequences()->save(sequence);
+        m_parts.sequences->save(sequence);
 }
 
 void FileMenu::saveDatasetAs()

@@ -1,22 +1,31 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/datasets/DatasetParts.h"
+
 #include <QObject>
 #include <QPointer>
 
 class CVXSChildWindow;
-class MainWindow;
 class QAction;
 class QMenu;
+class QWidget;
 
 /// The File menu: opens, saves and closes sequences and datasets.
+///
+///     auto *fileMenu = new FileMenu(menuBar()->addMenu(tr("&File")), parts, mainWindow);
+///     connect(workspace, &CVXSWorkspace::activeChildChanged, fileMenu, &FileMenu::setActiveChild);
+///
+/// Each menu is a class that fills a menu it is given, and is told which window is active. What fails is in
+/// the log (and so in the banner) or shown in a box.
 class FileMenu : public QObject
 {
     Q_OBJECT
 
 public:
-    /// Adds its actions to the menu.
-    FileMenu(QMenu *menu, MainWindow *window);
+    /// Adds its actions to the menu. `window` is the one that dialogs stand above and that "Quit" closes; it
+    /// owns the parts and outlives this.
+    FileMenu(QMenu *menu, const DatasetParts &parts, QWidget *window);
 
     /// The window that "Save" and the like are about; null: none.
     void setActiveChild(CVXSChildWindow *window);
@@ -32,7 +41,8 @@ private:
     void saveDatasetAs();
     void chooseResultFolder();
 
-    MainWindow *m_window;
+    DatasetParts m_parts;
+    QWidget *m_window;
     QPointer<CVXSChildWindow> m_active;
     QAction *m_save = nullptr;
     QAction *m_saveAs = nullptr;

@@ -23,7 +23,7 @@ void WindowMenu::fill()
     connect(tile, &QAction::triggered, m_area, &QMdiArea::tileSubWindows);
     m_menu->addSeparator();
 
-    // A tool's hidden window is not for the person to choose.
+    // A tool's hidden window is not for the user to choose.
     auto *group = new QActionGroup(m_menu);
     int number = 0;
     const QList<QMdiSubWindow *> windows = m_area->subWindowList(QMdiArea::CreationOrder);

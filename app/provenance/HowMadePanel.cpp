@@ -7,6 +7,7 @@
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/view/windows/CVXSChildWindow.h"
 #include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
+#include "host/vxapi/view/windows/KeepInSight.h"
 #include "host/vxutils/CVXPreference.h"
 #include "host/vxutils/CVXSLog.h"
 
@@ -62,9 +63,9 @@ void moveIntoSight(CVXSChildWindow *window)
         CVXSMdiSubWindow *frame = guarded ? guarded->subWindow() : nullptr;
         if (!frame || frame->isMaximized())
             return;
-        const int most = frame->parentWidget()->width() - frame->width();
-        if (frame->x() > most)
-            frame->move(qMax(0, most), frame->y());
+        const QRect area = frame->parentWidget()->rect();
+        if (frame->geometry().right() > area.right())
+            frame->move(placeInSight(frame->pos(), frame->size(), area).x(), frame->y());
     };
     QTimer::singleShot(0, window, move); // when the areas have their new sizes
 }
@@ -101,11 +102,11 @@ void HowMadePanel::makeWidgets()
     m_title->setFont(bold(font()));
     // Both scroll: a check may have much to say, and must not push the window larger than the screen.
     auto *told = new QWidget;
-    m_outcome = new VerdictStrip(told);
+    m_verdict = new VerdictStrip(told);
     m_rowsPlace = new QVBoxLayout;
     auto *column = new QVBoxLayout(told);
     column->setContentsMargins(0, 0, 4, 0);
-    column->addWidget(m_outcome);
+    column->addWidget(m_verdict);
     column->addLayout(m_rowsPlace);
     column->addStretch(1);
     m_area = new QScrollArea(content);
@@ -176,8 +177,8 @@ void HowMadePanel::setActiveChild(CVXSChildWindow *window)
 void HowMadePanel::showResult()
 {
     m_isStale = false;
-    m_outcomeText.clear();
-    m_outcome->hide();
+    m_verdictText.clear();
+    m_verdict->hide();
     m_rows = m_result ? howmade::rowsOf(*m_result, StoredRecord::of(*m_result)) : QVector<HowMadeRow>();
     showRows();
 }
@@ -236,14 +237,14 @@ void HowMadePanel::check()
     m_checkButton->setEnabled(false);
     m_checkButton->repaint();
     QApplication::setOverrideCursor(Qt::WaitCursor);
-    const ResultCheck outcome = ResultCheck::of(*m_result, m_recent->folders());
+    const ResultCheck verdict = ResultCheck::of(*m_result, m_recent->folders());
     QApplication::restoreOverrideCursor();
-    m_outcome->tell(outcome);
+    m_verdict->tell(verdict);
     m_area->verticalScrollBar()->setValue(0);
-    m_outcomeText = outcome.headline + QLatin1Char('\n') + outcome.lines.join(QLatin1Char('\n'));
+    m_verdictText = verdict.headline + QLatin1Char('\n') + verdict.lines.join(QLatin1Char('\n'));
     m_checkButton->setEnabled(true);
-    vxLog(outcome.level(), tr("%1 checked. %2").arg(name, outcome.headline),
-          outcome.lines.join(QLatin1Char(' ')));
+    vxLog(verdict.level(), tr("%1 checked. %2").arg(name, verdict.headline),
+          verdict.lines.join(QLatin1Char(' ')));
 }
 
 QString HowMadePanel::text() const
@@ -251,8 +252,8 @@ QString HowMadePanel::text() const
     if (!m_result)
         return QString();
     QString text = m_result->getClickNumber() + QLatin1Char('\n') + howmade::plainText(m_rows);
-    if (!m_outcomeText.isEmpty())
-        text += QLatin1Char('\n') + m_outcomeText + QLatin1Char('\n');
+    if (!m_verdictText.isEmpty())
+        text += QLatin1Char('\n') + m_verdictText + QLatin1Char('\n');
     return text;
 }
 

@@ -18,7 +18,15 @@ class QVBoxLayout;
 class RecentSequences;
 
 /// The panel that tells how the result in the active window was made, and computes it again on request. It
-/// comes by itself with a result, until the person closes it; from then on only the View menu brings it back.
+/// comes by itself with a result, until the user closes it; from then on only the View menu brings it back.
+///
+///     auto *panel = new HowMadePanel(recentSequences, mainWindow);
+///     mainWindow->addDockWidget(Qt::RightDockWidgetArea, panel);
+///     connect(workspace, &CVXSWorkspace::activeChildChanged, panel, &HowMadePanel::setActiveChild);
+///     viewMenu->addAction(panel->toggleViewAction());
+///
+/// What it tells comes from check/StoredRecord as rows (HowMadeText); what a check found stands above them
+/// (VerdictStrip). The record is read when the panel is seen, the pixels when the user asks for a check.
 class HowMadePanel : public QDockWidget
 {
     Q_OBJECT
@@ -48,12 +56,12 @@ private:
     const RecentSequences *m_recent;
     QPointer<CVXSDataset> m_result; ///< null: the active window shows none
     QVector<HowMadeRow> m_rows;
-    QString m_outcomeText; ///< of the last check of this result; empty before
+    QString m_verdictText; ///< of the last check of this result; empty before
     bool m_isWanted = true;
     bool m_isStale = true; ///< the active result changed while the panel was hidden
 
     QLabel *m_title = nullptr;
-    VerdictStrip *m_outcome = nullptr;
+    VerdictStrip *m_verdict = nullptr;
     QWidget *m_grid = nullptr;
     QVBoxLayout *m_rowsPlace = nullptr;
     QScrollArea *m_area = nullptr;

@@ -2,8 +2,8 @@
 #include "app/provenance/HowMadeText.h"
 
 #include "check/StoredRecord.h"
-#include "host/vxapi/model/ClickInfoKeys.h"
-#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxparser/CPLClickInfo.h"
 
@@ -24,10 +24,10 @@ constexpr int MAX_FILES = 12;  // of an operand; it has six images
 
 using Rows = QVector<HowMadeRow>;
 
-QString translated(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("HowMade", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(HowMade)
+};
 
 void heading(Rows *rows, const QString &name)
 {
@@ -43,7 +43,7 @@ void pair(Rows *rows, const QString &name, const QString &value, const QString &
 {
     HowMadeRow row{HowMadeRow::Kind::Pair, name, value, full};
     if (value.isEmpty())
-        row.value = translated("not recorded");
+        row.value = Text::tr("not recorded");
     if (row.value.size() > MAX_SHOWN) {
         if (full.isEmpty())
             row.full = value;
@@ -59,9 +59,9 @@ QString unitText(const QString &key)
         return key;
     switch (unit) {
     case EUNIT_RADIANCE:
-        return key + translated(" [photons/s/cm\u00b2/sr]");
+        return key + Text::tr(" [photons/s/cm\u00b2/sr]");
     case EUNIT_RADIANT_EFFICIENCY:
-        return key + translated(" [(photons/s/cm\u00b2/sr) / (\u00b5W/cm\u00b2)]");
+        return key + Text::tr(" [(photons/s/cm\u00b2/sr) / (\u00b5W/cm\u00b2)]");
     default:
         return key;
     }
@@ -79,12 +79,12 @@ QString correctionsText(bool flatField, bool background, bool fluorescenceBackgr
 {
     QStringList all;
     if (background)
-        all += translated("background");
+        all += Text::tr("background");
     if (flatField)
-        all += translated("flat field");
+        all += Text::tr("flat field");
     if (fluorescenceBackground)
-        all += translated("fluorescence background");
-    return all.isEmpty() ? translated("none") : all.join(QStringLiteral(", "));
+        all += Text::tr("fluorescence background");
+    return all.isEmpty() ? Text::tr("none") : all.join(QStringLiteral(", "));
 }
 
 void addFile(Rows *rows, const FileRecord &file)
@@ -102,35 +102,34 @@ void addConstants(Rows *rows, const QMap<QString, QString> &constants)
     QStringList lines;
     for (auto it = constants.begin(); it != constants.end(); ++it)
         lines += it.key() + QStringLiteral(" = ") + it.value();
-    pair(rows, translated("Calibration"),
-         lines.isEmpty() ? QString() : translated("%1 values of ClickInfo").arg(lines.size()),
+    pair(rows, Text::tr("Calibration"),
+         lines.isEmpty() ? QString() : Text::tr("%1 values of ClickInfo").arg(lines.size()),
          lines.join(QStringLiteral("; ")));
 }
 
 void addOperand(Rows *rows, const QString &role, const OperandRecord &operand)
 {
     heading(rows, role);
-    pair(rows, translated("Click number"), operand.clickNumber);
-    pair(rows, translated("Sequence"),
-         operand.sequenceId.isEmpty() ? translated("none") : operand.sequenceId);
-    pair(rows, translated("Corrected for"),
+    pair(rows, Text::tr("Click number"), operand.clickNumber);
+    pair(rows, Text::tr("Sequence"), operand.sequenceId.isEmpty() ? Text::tr("none") : operand.sequenceId);
+    pair(rows, Text::tr("Corrected for"),
          correctionsText(operand.flatFieldCorrected, operand.backgroundSubtracted,
                          operand.fluorescenceBackgroundSubtracted));
     addConstants(rows, operand.constants);
     for (int i = 0; i < operand.files.size() && i < MAX_FILES; ++i)
         addFile(rows, operand.files.at(i));
     if (operand.files.isEmpty())
-        pair(rows, translated("Files"), QString());
+        pair(rows, Text::tr("Files"), QString());
 }
 
 void addPhotograph(Rows *rows, const QString &role, const imagemath::PhotographRecord &photograph)
 {
     heading(rows, role);
     if (photograph.clickNumber.isEmpty()) {
-        pair(rows, translated("From"), translated("none"));
+        pair(rows, Text::tr("From"), Text::tr("none"));
         return;
     }
-    pair(rows, translated("From"), photograph.clickNumber);
+    pair(rows, Text::tr("From"), photograph.clickNumber);
     addFile(rows, photograph.file);
 }
 
@@ -146,20 +145,20 @@ bool showsOtherNumber(const QString &text, float k)
 Rows rowsOfRecord(const ResultRecord &record, const CPLClickInfo &info)
 {
     Rows rows;
-    pair(&rows, translated("Operation"), record.operation);
-    pair(&rows, translated("k, exactly"),
+    pair(&rows, Text::tr("Operation"), record.operation);
+    pair(&rows, Text::tr("k, exactly"),
          QStringLiteral("%1  =  %2").arg(imagemath::decimalOf(record.k), imagemath::hexadecimalOf(record.k)));
     const QString shown = textOf(info, SECTION_LUMINESCENT, KEY_MATH_K);
     if (showsOtherNumber(shown, record.k))
-        pair(&rows, translated("k in ClickInfo"), shown);
-    pair(&rows, translated("Unit"), unitText(record.unit));
-    pair(&rows, translated("Computed"), dateText(record.computed));
-    pair(&rows, translated("Version"), record.version);
+        pair(&rows, Text::tr("k in ClickInfo"), shown);
+    pair(&rows, Text::tr("Unit"), unitText(record.unit));
+    pair(&rows, Text::tr("Computed"), dateText(record.computed));
+    pair(&rows, Text::tr("Version"), record.version);
     addOperand(&rows, QStringLiteral("A"), record.a);
     addOperand(&rows, QStringLiteral("B"), record.b);
-    addPhotograph(&rows, translated("Photograph under the result"), record.photograph);
+    addPhotograph(&rows, Text::tr("Photograph under the result"), record.photograph);
     if (!record.maskPhotograph.clickNumber.isEmpty())
-        addPhotograph(&rows, translated("Photograph of the tissue mask"), record.maskPhotograph);
+        addPhotograph(&rows, Text::tr("Photograph of the tissue mask"), record.maskPhotograph);
     return rows;
 }
 
@@ -168,29 +167,28 @@ Rows rowsOfClickInfo(const CPLClickInfo &info, const QString &problem)
     const auto told = [&info](QLatin1String key) { return textOf(info, SECTION_LUMINESCENT, key); };
     Rows rows;
     remark(&rows, problem);
-    remark(&rows, translated("This is what its ClickInfo.txt tells; it cannot be checked:"));
-    pair(&rows, translated("Operation"), told(KEY_MATH_OPERATION));
-    pair(&rows, translated("k, as typed"), told(KEY_MATH_K));
+    remark(&rows, Text::tr("This is what its ClickInfo.txt tells; it cannot be checked:"));
+    pair(&rows, Text::tr("Operation"), told(KEY_MATH_OPERATION));
+    pair(&rows, Text::tr("k, as typed"), told(KEY_MATH_K));
     pair(&rows, QStringLiteral("A"), told(KEY_MATH_A));
     pair(&rows, QStringLiteral("B"), told(KEY_MATH_B));
     const QString photograph = told(KEY_MATH_PHOTOGRAPH);
-    pair(&rows, translated("Photograph"), photograph.isEmpty() ? translated("none") : photograph);
-    pair(&rows, translated("Unit"),
-         unitText(textOf(info, SECTION_GRAPH_CONTROLS, KEY_INTENSITY_CALIBRATION)));
+    pair(&rows, Text::tr("Photograph"), photograph.isEmpty() ? Text::tr("none") : photograph);
+    pair(&rows, Text::tr("Unit"), unitText(textOf(info, SECTION_GRAPH_CONTROLS, KEY_INTENSITY_CALIBRATION)));
     const auto isSet = [&info](QLatin1String key) { return flagOf(info, SECTION_LUMINESCENT, key); };
-    pair(&rows, translated("A corrected for"),
+    pair(&rows, Text::tr("A corrected for"),
          correctionsText(isSet(KEY_FLATFIELD_CORRECTED), isSet(KEY_BACKGROUND_CORRECTED),
                          isSet(KEY_FL_BACKGROUND_CORRECTED)));
-    pair(&rows, translated("Version"), textOf(info, SECTION_CLICK_NUMBER, KEY_VERSION));
+    pair(&rows, Text::tr("Version"), textOf(info, SECTION_CLICK_NUMBER, KEY_VERSION));
     return rows;
 }
 
 } // namespace
 
-QVector<HowMadeRow> howmade::rowsOf(const CVXSDataset &result, const StoredRecord &made)
+QVector<HowMadeRow> howmade::rowsOf(const CVXSDataset &result, const StoredRecord &stored)
 {
     const CPLClickInfo &info = *result.getClickInfo();
-    return made.isThere() ? rowsOfRecord(made.record, info) : rowsOfClickInfo(info, made.problem);
+    return stored.isThere() ? rowsOfRecord(stored.record, info) : rowsOfClickInfo(info, stored.problem);
 }
 
 QString howmade::plainText(const QVector<HowMadeRow> &rows)

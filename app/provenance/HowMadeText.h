@@ -23,7 +23,7 @@ struct HowMadeRow
 namespace howmade {
 
 /// From the record when there is one, else what ClickInfo tells, after a remark that says so.
-QVector<HowMadeRow> rowsOf(const CVXSDataset &result, const StoredRecord &made);
+QVector<HowMadeRow> rowsOf(const CVXSDataset &result, const StoredRecord &stored);
 /// The rows with nothing shortened, a line each.
 QString plainText(const QVector<HowMadeRow> &rows);
 

@@ -7,7 +7,7 @@
 namespace {
 
 /// How a verdict looks. The mark tells it without the colours, too.
-struct SLook
+struct Look
 {
     QChar mark;
     const char *background;
@@ -15,7 +15,7 @@ struct SLook
     const char *text;
 };
 
-SLook lookOf(ResultCheck::Verdict verdict)
+Look lookOf(ResultCheck::Verdict verdict)
 {
     switch (verdict) {
     case ResultCheck::Verdict::Same:
@@ -69,7 +69,7 @@ VerdictStrip::VerdictStrip(QWidget *parent)
 
 void VerdictStrip::tell(const ResultCheck &check)
 {
-    const SLook look = lookOf(check.verdict);
+    const Look look = lookOf(check.verdict);
     m_mark->setText(look.mark);
     m_headline->setText(check.headline);
     m_lines->setText(check.lines.join(QLatin1Char('\n')));

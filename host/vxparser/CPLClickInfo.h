@@ -14,7 +14,7 @@
 /// What holds for the whole room:
 /// - Every QString comes back as it was, a null one as null; the file is UTF-8, and the same record
 ///   always gives the same bytes. The syntax is described in docs/clickinfo-format.md, what the keys mean
-///   in host/vxapi/model/ClickInfoKeys.h: this room knows no key.
+///   in host/vxapi/model/clickinfo/ClickInfoKeys.h: this room knows no key.
 /// - Keys and sections are compared exactly, case included, and may occur more than once. The first
 ///   section of a key is found, but the last pair of one: what is put at the end of a section is what
 ///   counts.

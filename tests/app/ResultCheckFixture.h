@@ -54,7 +54,7 @@ public:
     }
     bool openAgain()
     {
-        if (workspace.window->plugins()->menuActions().isEmpty())
+        if (workspace.window->parts().plugins->menuActions().isEmpty())
             workspace.window->loadPlugins(QStringLiteral(VEXA_BINARY_DIR "/lib/vexa/plugins"));
         sequence = workspace.window->openSequence(folder);
         return sequence;
@@ -66,8 +66,8 @@ public:
                             bool withPhotograph = false, int rowA = 0, int rowB = 1)
     {
         sequence->setActiveUnit(unit);
-        workspace.window->workspace()->showSequence(sequence);
-        for (QAction *action : workspace.window->plugins()->menuActions()) {
+        workspace.window->parts().workspace->showSequence(sequence);
+        for (QAction *action : workspace.window->parts().plugins->menuActions()) {
             if (action && action->text() == QLatin1String("Image Math"))
                 action->trigger();
         }
@@ -97,7 +97,7 @@ public:
     template <typename T>
     T *control(const char *name) const
     {
-        return workspace.window->workspace()->findChild<T *>(QString::fromLatin1(name));
+        return workspace.window->parts().workspace->findChild<T *>(QString::fromLatin1(name));
     }
 
     /// A - B * k of the two plain clicks.
@@ -107,7 +107,7 @@ public:
     }
     ResultCheck check(const CVXSDataset *result) const
     {
-        return ResultCheck::of(*result, workspace.window->recentSequences()->folders());
+        return ResultCheck::of(*result, workspace.window->parts().recentSequences->folders());
     }
 
     /// A file of a dataset of the sequence.

@@ -2,7 +2,7 @@
 #include "app/datasets/DatasetLoader.h"
 #include "app/datasets/LooseDatasets.h"
 #include "app/datasets/SequenceManager.h"
-#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/view/windows/CVXSImageWindow.h"
 #include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
@@ -42,7 +42,7 @@ QString writeResult(const QString &clickNumber = CLICK)
 CVXSDataset *loadResult(MainWindow *window, const QString &folder)
 {
     ESTATUS status = ESTATUS_FAILURE;
-    window->datasetLoader()->onLoadFile(folder + "/ClickInfo.txt", true, &status, nullptr);
+    window->parts().datasetLoader->onLoadFile(folder + "/ClickInfo.txt", true, &status, nullptr);
     CVXSDataset *dataset = CVXSDataset::getOpenDataset(QDir(folder).dirName());
     if (status != ESTATUS_SUCCESS || !dataset)
         qFatal("the result cannot be loaded");
@@ -117,7 +117,7 @@ void tst_ClosingResults::closingAnUnsavedResultAsks()
              qPrintable(person.seen().text));
     QCOMPARE(dataset.isNull(), closed);
     QCOMPARE(window.isNull(), closed);
-    QCOMPARE(fixture.window->workspace()->subWindowList().isEmpty(), closed);
+    QCOMPARE(fixture.window->parts().workspace->subWindowList().isEmpty(), closed);
     QVERIFY(QFileInfo::exists(folder + "AnalyzedClickInfo.txt"));
     QVERIFY2(CVXSDataset::getDataset(CLICK), "its click number stays taken");
 }
@@ -297,7 +297,7 @@ void tst_ClosingResults::aDatasetOfASequenceIsSavedAsACopy()
     CVXSDataset *dataset = sequence->getDataset(click);
     const QString folder = dataset->getFolderPath();
     dataset->setColorTable(VXS_CT_RED);
-    fixture.window->workspace()->showDataset(dataset);
+    fixture.window->parts().workspace->showDataset(dataset);
     const CFolderAnswer where(place.path());
     fixture.window->findChild<QAction *>("actionSaveDatasetAs")->trigger();
     QVERIFY(where.seen());
@@ -305,7 +305,7 @@ void tst_ClosingResults::aDatasetOfASequenceIsSavedAsACopy()
     QCOMPARE(dataset->getFolderPath(), folder);
     QVERIFY2(dataset->isModified(), "its own files still have the old colours");
     const CAnswer person("&Discard");
-    QVERIFY(fixture.window->sequences()->close(sequence));
+    QVERIFY(fixture.window->parts().sequences->close(sequence));
     QVERIFY(person.seen().closed);
 }
 
@@ -313,7 +313,7 @@ void tst_ClosingResults::closedResultsAreToldToNobodyTwice()
 {
     WorkspaceFixture fixture;
     QStringList removed;
-    connect(fixture.window->looseDatasets(), &LooseDatasets::aboutToBeRemoved,
+    connect(fixture.window->parts().looseDatasets, &LooseDatasets::aboutToBeRemoved,
             [&removed](const CVXSDataset *dataset) { removed += dataset->getClickNumber(); });
     CVXSDataset *dataset = fixture.window->openDataset(writeResult());
     CVXSImageWindow::getImageWindow(dataset)->subWindow()->close();

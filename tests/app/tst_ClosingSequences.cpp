@@ -65,20 +65,20 @@ void tst_ClosingSequences::savedOneClosesWithoutAsking()
     QPointer<CVXSSequenceDataset> sequence = fixture.window->openSequence(folder);
     QVERIFY(sequence);
     QPointer<CVXSDataset> dataset = sequence->getDatasets().first();
-    QPointer<CVXSImageWindow> image = fixture.window->workspace()->showDataset(dataset);
-    QPointer<CVXSSequenceWindow> window = fixture.window->workspace()->showSequence(sequence);
+    QPointer<CVXSImageWindow> image = fixture.window->parts().workspace->showDataset(dataset);
+    QPointer<CVXSSequenceWindow> window = fixture.window->parts().workspace->showSequence(sequence);
     if (way == "sub-window")
         window->subWindow()->close();
     else if (way == "action")
         fixture.window->findChild<QAction *>("actionClose")->trigger();
     else
-        QVERIFY(fixture.window->sequences()->close(sequence));
+        QVERIFY(fixture.window->parts().sequences->close(sequence));
     QTRY_VERIFY(sequence.isNull());
     QVERIFY(dataset.isNull());
     QVERIFY(image.isNull());
     QVERIFY(window.isNull());
-    QVERIFY(fixture.window->workspace()->subWindowList().isEmpty());
-    QVERIFY(fixture.window->sequences()->sequences().isEmpty());
+    QVERIFY(fixture.window->parts().workspace->subWindowList().isEmpty());
+    QVERIFY(fixture.window->parts().sequences->sequences().isEmpty());
     QVERIFY(!CVXSSequenceDataset::getSequenceDataset(ID));
     QVERIFY(!CVXSChildWindow::getActiveChildWnd());
     // It opens again like new.
@@ -92,10 +92,10 @@ void tst_ClosingSequences::closingAnImageWindowKeepsTheSequence()
     CVXSSequenceDataset *sequence = fixture.window->openSequence(writeSequence(dir.path(), ID, "AB"));
     QVERIFY(sequence);
     QPointer<CVXSImageWindow> image =
-        fixture.window->workspace()->showDataset(sequence->getDatasets().first());
+        fixture.window->parts().workspace->showDataset(sequence->getDatasets().first());
     image->subWindow()->close();
     QTRY_VERIFY(image.isNull());
-    QCOMPARE(fixture.window->sequences()->sequences().size(), 1);
+    QCOMPARE(fixture.window->parts().sequences->sequences().size(), 1);
     QCOMPARE(CVXSChildWindow::getActiveChildWnd(), CVXSSequenceWindow::getSequenceWindow(sequence));
 }
 
@@ -123,11 +123,11 @@ void tst_ClosingSequences::neverSavedOneAsks()
     QTemporaryDir place;
     WorkspaceFixture fixture;
     QPointer<CVXSSequenceDataset> sequence = newSequence();
-    fixture.window->sequences()->add(sequence);
+    fixture.window->parts().sequences->add(sequence);
     {
         const CAnswer person(answer, key);
         const CFolderAnswer folder(placed ? place.path() : QString());
-        QCOMPARE(fixture.window->sequences()->close(sequence), closed);
+        QCOMPARE(fixture.window->parts().sequences->close(sequence), closed);
         QCOMPARE(folder.seen(), answer == "&Save");
         if (folder.seen())
             QCOMPARE(folder.startFolder(), CVXPreference::getProgramDataPath() + "/sequences");
@@ -163,7 +163,7 @@ void tst_ClosingSequences::changedOneAsks()
         picked->trigger();
     }
     const CAnswer person("&Discard");
-    QVERIFY(fixture.window->sequences()->close(sequence));
+    QVERIFY(fixture.window->parts().sequences->close(sequence));
     QVERIFY(person.seen().closed);
 }
 
@@ -172,8 +172,8 @@ void tst_ClosingSequences::closingTheMainWindowAsksForAllFirst()
     WorkspaceFixture fixture;
     QPointer<CVXSSequenceDataset> one = newSequence();
     QPointer<CVXSSequenceDataset> other = newSequence("CD20260102030405_SEQ");
-    fixture.window->sequences()->add(one);
-    fixture.window->sequences()->add(other);
+    fixture.window->parts().sequences->add(one);
+    fixture.window->parts().sequences->add(other);
     int asked = 0;
     QTimer person;
     connect(&person, &QTimer::timeout, [&asked] {
@@ -192,7 +192,7 @@ void tst_ClosingSequences::closingTheMainWindowAsksForAllFirst()
 void tst_ClosingSequences::quittingDiscardsNothingUnasked()
 {
     WorkspaceFixture fixture;
-    fixture.window->sequences()->add(newSequence());
+    fixture.window->parts().sequences->add(newSequence());
     const CAnswer person("&Save");
     const CFolderAnswer folder(fixture.profile());
     fixture.window->findChild<QAction *>("actionQuit")->trigger();
@@ -200,7 +200,7 @@ void tst_ClosingSequences::quittingDiscardsNothingUnasked()
     QVERIFY(!fixture.window->isVisible());
     QVERIFY(QFile::exists(fixture.profile() + "/" + ID + "/SequenceInfo.txt"));
     // It can be opened again without looking for it.
-    QCOMPARE(fixture.window->recentSequences()->folders(), QStringList{fixture.profile() + "/" + ID});
+    QCOMPARE(fixture.window->parts().recentSequences->folders(), QStringList{fixture.profile() + "/" + ID});
 }
 
 QTEST_MAIN(tst_ClosingSequences)

@@ -44,8 +44,8 @@ void tst_CommandLine::reads_data()
 void tst_CommandLine::reads()
 {
     QFETCH(QStringList, arguments);
-    const SCommandLine line = readCommandLine(QStringList{"vexa"} + arguments);
-    QCOMPARE(line.outcome, SCommandLine::RUN);
+    const CommandLine line = readCommandLine(QStringList{"vexa"} + arguments);
+    QCOMPARE(line.outcome, CommandLine::RUN);
     QTEST(line.pluginFolder, "plugins");
     QTEST(line.logFile, "log");
     QTEST(line.sequences, "sequences");
@@ -54,8 +54,8 @@ void tst_CommandLine::reads()
 void tst_CommandLine::helpNamesEveryOption()
 {
     for (const char *option : {"--help", "-h"}) {
-        const SCommandLine line = readCommandLine({"vexa", option});
-        QCOMPARE(line.outcome, SCommandLine::TELL);
+        const CommandLine line = readCommandLine({"vexa", option});
+        QCOMPARE(line.outcome, CommandLine::TELL);
         for (const char *word : {"--plugins <DIR>", "--log <FILE>", "--help", "--version", "[FOLDER...]"})
             QVERIFY2(line.text.contains(word), qPrintable(line.text));
     }
@@ -63,18 +63,18 @@ void tst_CommandLine::helpNamesEveryOption()
 
 void tst_CommandLine::versionIsTheProgramsOwn()
 {
-    const SCommandLine line = readCommandLine({"vexa", "--version"});
-    QCOMPARE(line.outcome, SCommandLine::TELL);
+    const CommandLine line = readCommandLine({"vexa", "--version"});
+    QCOMPARE(line.outcome, CommandLine::TELL);
     QCOMPARE(line.text, QString("Vexa 1.0.0\n"));
 }
 
 void tst_CommandLine::mistakesAreNamed()
 {
-    const SCommandLine unknown = readCommandLine({"vexa", "--frobnicate"});
-    QCOMPARE(unknown.outcome, SCommandLine::MISTAKE);
+    const CommandLine unknown = readCommandLine({"vexa", "--frobnicate"});
+    QCOMPARE(unknown.outcome, CommandLine::MISTAKE);
     QVERIFY2(unknown.text.contains("frobnicate"), qPrintable(unknown.text));
-    const SCommandLine missing = readCommandLine({"vexa", "--log"});
-    QCOMPARE(missing.outcome, SCommandLine::MISTAKE);
+    const CommandLine missing = readCommandLine({"vexa", "--log"});
+    QCOMPARE(missing.outcome, CommandLine::MISTAKE);
     QVERIFY2(missing.text.contains("log"), qPrintable(missing.text));
 }
 

@@ -29,7 +29,7 @@ QString writeDataset(const QString &parentFolder, const QString &clickNumber)
 ESTATUS load(MainWindow *window, const QString &path)
 {
     ESTATUS status = ESTATUS(40); // neither success nor a failure that anyone writes
-    window->datasetLoader()->onLoadFile(path, true, &status, nullptr);
+    window->parts().datasetLoader->onLoadFile(path, true, &status, nullptr);
     return status;
 }
 
@@ -87,12 +87,12 @@ void tst_DatasetLoader::loadingTwiceAddsNothing()
     for (int i = 0; i < 3; ++i)
         QCOMPARE(load(fixture.window.get(), path), ESTATUS_SUCCESS);
     QCOMPARE(CVXSDataset::getDataset(CLICK), dataset);
-    QCOMPARE(fixture.window->workspace()->subWindowList().size(), 1);
-    QCOMPARE(fixture.window->looseDatasets()->datasets().size(), 1);
+    QCOMPARE(fixture.window->parts().workspace->subWindowList().size(), 1);
+    QCOMPARE(fixture.window->parts().looseDatasets->datasets().size(), 1);
     // The same folder by another name.
     QVERIFY(QFile::link(dir.filePath(CLICK), dir.filePath("link")));
     QCOMPARE(load(fixture.window.get(), dir.filePath("link/ClickInfo.txt")), ESTATUS_SUCCESS);
-    QCOMPARE(fixture.window->workspace()->subWindowList().size(), 1);
+    QCOMPARE(fixture.window->parts().workspace->subWindowList().size(), 1);
 }
 
 void tst_DatasetLoader::aClosedOneIsLoadedAgain()
@@ -137,11 +137,11 @@ void tst_DatasetLoader::whatIsOnlyRegisteredIsOpened()
     QPointer<CVXSDataset> stored = CVXSDataset::getDataset(CLICK);
     QVERIFY(stored);
     QVERIFY(!CVXSDataset::getOpenDataset(CLICK));
-    QVERIFY(fixture.window->workspace()->subWindowList().isEmpty());
+    QVERIFY(fixture.window->parts().workspace->subWindowList().isEmpty());
     QCOMPARE(load(fixture.window.get(), folder + "ClickInfo.txt"), ESTATUS_SUCCESS);
     CVXSDataset *opened = CVXSDataset::getOpenDataset(CLICK);
     QVERIFY(opened);
-    QCOMPARE(fixture.window->looseDatasets()->datasets(), QList<CVXSDataset *>{opened});
+    QCOMPARE(fixture.window->parts().looseDatasets->datasets(), QList<CVXSDataset *>{opened});
     QVERIFY(CVXSImageWindow::getImageWindow(opened)->isVisible());
     QTRY_VERIFY(stored.isNull());
 }
@@ -156,7 +156,7 @@ void tst_DatasetLoader::aDatasetOfAnOpenSequenceIsShown()
     QCOMPARE(load(fixture.window.get(), sequence->getDatasetFolderPath(CLICK) + "ClickInfo.txt"),
              ESTATUS_SUCCESS);
     QVERIFY(CVXSImageWindow::getImageWindow(sequence->getDataset(CLICK)));
-    QVERIFY(fixture.window->looseDatasets()->datasets().isEmpty());
+    QVERIFY(fixture.window->parts().looseDatasets->datasets().isEmpty());
 }
 
 void tst_DatasetLoader::sameClickNumberElsewhereIsRefused()
@@ -169,7 +169,7 @@ void tst_DatasetLoader::sameClickNumberElsewhereIsRefused()
     QCOMPARE(load(fixture.window.get(), path), ESTATUS_SUCCESS);
     QCOMPARE(load(fixture.window.get(), other), ESTATUS_FAILURE);
     QVERIFY(isFailureLogged({QDir(other).canonicalPath(), CLICK, "open already"}));
-    QCOMPARE(fixture.window->workspace()->subWindowList().size(), 1);
+    QCOMPARE(fixture.window->parts().workspace->subWindowList().size(), 1);
 }
 
 void tst_DatasetLoader::folderThatIsNotComplete_data()
@@ -208,8 +208,8 @@ void tst_DatasetLoader::folderThatIsNotComplete()
     QVERIFY(status != ESTATUS_SUCCESS && int(status) != 40);
     QVERIFY(isFailureLogged({file}));
     QVERIFY(!CVXSDataset::getDataset(CLICK));
-    QVERIFY(fixture.window->workspace()->subWindowList().isEmpty());
-    QVERIFY(fixture.window->looseDatasets()->datasets().isEmpty());
+    QVERIFY(fixture.window->parts().workspace->subWindowList().isEmpty());
+    QVERIFY(fixture.window->parts().looseDatasets->datasets().isEmpty());
 }
 
 QTEST_MAIN(tst_DatasetLoader)

@@ -67,7 +67,7 @@ void tst_DisplayMenu::unitOfTheSequence()
         QCOMPARE(dataset->getUnit(), EUNIT_RADIANCE);
     QVERIFY(radiance->isChecked());
     // From an image's window too it is the sequence's.
-    fixture.window->workspace()->showDataset(sequence->getDatasets().first());
+    fixture.window->parts().workspace->showDataset(sequence->getDatasets().first());
     entry(fixture.window.get(), "menuUnit", "Counts")->trigger();
     QCOMPARE(sequence->getActiveUnit(), EUNIT_COUNTS);
     QVERIFY(!radiance->isChecked());
@@ -119,7 +119,7 @@ void tst_DisplayMenu::datasetOfItsOwn()
     written.setCoreImage(EIMAGE_LUMINESCENT, TestStudy::image(8, 8, [](int x, int) { return float(x); }));
     QCOMPARE(written.saveDatasetAs(dir.filePath("AB20260102030406")), ESTATUS_SUCCESS);
     WorkspaceFixture fixture;
-    QCOMPARE(fixture.window->datasetLoader()->load(dir.filePath("AB20260102030406")), ESTATUS_SUCCESS);
+    QCOMPARE(fixture.window->parts().datasetLoader->load(dir.filePath("AB20260102030406")), ESTATUS_SUCCESS);
     CVXSDataset *dataset = CVXSDataset::getDataset("AB20260102030406");
     QVERIFY(dataset);
     entry(fixture.window.get(), "menuUnit", "Radiant Efficiency")->trigger();

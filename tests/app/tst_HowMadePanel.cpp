@@ -66,8 +66,8 @@ private:
     /// Leaves the result's window and comes back, so that the panel reads again.
     void visitAgain(CVXSDataset *result) const
     {
-        m_fixture->workspace.window->workspace()->showSequence(m_fixture->sequence);
-        m_fixture->workspace.window->workspace()->showDataset(result);
+        m_fixture->workspace.window->parts().workspace->showSequence(m_fixture->sequence);
+        m_fixture->workspace.window->parts().workspace->showDataset(result);
     }
 
     std::unique_ptr<ResultCheckFixture> m_fixture;
@@ -113,7 +113,7 @@ void tst_HowMadePanel::withoutAResultItSaysSo()
     QVERIFY(panel()->text().isEmpty());
     // A dataset that is none changes nothing.
     QVERIFY(m_fixture->open({clickA(), clickB()}));
-    m_fixture->workspace.window->workspace()->showDataset(m_fixture->sequence->getDataset(A));
+    m_fixture->workspace.window->parts().workspace->showDataset(m_fixture->sequence->getDataset(A));
     QVERIFY(isShown("The active window shows no result of image math."));
     QVERIFY(!button("howMadeCheck")->isEnabled());
 }
@@ -121,7 +121,7 @@ void tst_HowMadePanel::withoutAResultItSaysSo()
 void tst_HowMadePanel::itComesWithAResult()
 {
     QVERIFY(m_fixture->open({clickA(), clickB()}));
-    m_fixture->workspace.window->workspace()->showDataset(m_fixture->sequence->getDataset(A));
+    m_fixture->workspace.window->parts().workspace->showDataset(m_fixture->sequence->getDataset(A));
     QVERIFY(!panel()->isVisible());
     const CVXSDataset *result = m_fixture->makeResult(1, "2");
     QVERIFY(result);
@@ -133,7 +133,7 @@ void tst_HowMadePanel::itComesWithAResult()
 void tst_HowMadePanel::itDoesNotHideTheResult()
 {
     QVERIFY(m_fixture->makePlainResult());
-    const QMdiSubWindow *frame = m_fixture->workspace.window->workspace()->currentSubWindow();
+    const QMdiSubWindow *frame = m_fixture->workspace.window->parts().workspace->currentSubWindow();
     const QWidget *area = frame->parentWidget();
     QTRY_VERIFY(area->width() <= m_fixture->workspace.window->width() - panel()->width());
     QTRY_VERIFY2(frame->geometry().right() < area->width(),
@@ -158,7 +158,7 @@ void tst_HowMadePanel::onceClosedItStaysAway()
     MainWindow next;
     next.show();
     CVXSDataset *result = ResultCheckFixture::activeDataset();
-    next.workspace()->showDataset(result);
+    next.parts().workspace->showDataset(result);
     QVERIFY(!next.findChild<HowMadePanel *>()->isVisible());
 }
 
@@ -352,7 +352,7 @@ void tst_HowMadePanel::checkShowsItsOutcome()
     if (harm == "operand")
         QVERIFY(ResultCheckFixture::setPixel(m_fixture->fileOf(A, "luminescent.tif"), 7, -1.0f));
     if (harm == "missing")
-        QVERIFY(m_fixture->workspace.window->sequences()->closeAll() &&
+        QVERIFY(m_fixture->workspace.window->parts().sequences->closeAll() &&
                 QDir(m_fixture->folder).removeRecursively());
     if (harm == "gone")
         QVERIFY(QFile::remove(folder + "ClickInfo.txt"));
@@ -370,7 +370,7 @@ void tst_HowMadePanel::checkShowsItsOutcome()
     QCOMPARE(int(told.level), level);
     QVERIFY(told.message.contains(result->getClickNumber()) && told.message.contains(headline));
     QVERIFY(told.detail.contains(line));
-    QCOMPARE(m_fixture->workspace.window->banner()->isVisible(), level == 3);
+    QCOMPARE(m_fixture->workspace.window->parts().banner->isVisible(), level == 3);
 }
 
 void tst_HowMadePanel::aLongOutcomeScrolls()
@@ -399,7 +399,7 @@ void tst_HowMadePanel::anOutcomeGoesWithItsResult()
     QVERIFY(m_fixture->makeResult(2, "3"));
     QVERIFY(!outcome("outcomeMark")->isVisible());
     QVERIFY(!panel()->text().contains("Computed again"));
-    m_fixture->workspace.window->workspace()->showDataset(first);
+    m_fixture->workspace.window->parts().workspace->showDataset(first);
     QCOMPARE(textOf("Operation"), QString("A - B * k"));
     QVERIFY(!outcome("outcomeMark")->isVisible());
 }
@@ -408,7 +408,7 @@ void tst_HowMadePanel::aClosedResultLeavesThePanelEmpty()
 {
     QVERIFY(m_fixture->makePlainResult());
     QTest::mouseClick(button("howMadeCheck"), Qt::LeftButton);
-    m_fixture->workspace.window->workspace()->showSequence(m_fixture->sequence);
+    m_fixture->workspace.window->parts().workspace->showSequence(m_fixture->sequence);
     QVERIFY(isShown("The active window shows no result of image math."));
     QVERIFY(!outcome("outcomeMark")->isVisible());
     QVERIFY(!panel()->findChild<QLabel *>("howMadeTitle")->isVisible());

@@ -42,7 +42,7 @@ private Q_SLOTS:
 
 private:
     QAction *action() const;
-    QWidget *toolWindow() const { return m_fixture->window->workspace()->findChild<QWidget *>(WINDOW); }
+    QWidget *toolWindow() const { return m_fixture->window->parts().workspace->findChild<QWidget *>(WINDOW); }
 
     QTemporaryDir m_data;
     std::unique_ptr<WorkspaceFixture> m_fixture;
@@ -58,7 +58,7 @@ void tst_ImageMathTool::init()
     }
     m_fixture = std::make_unique<WorkspaceFixture>();
     m_fixture->window->loadPlugins(TOOLS);
-    QVERIFY(!m_fixture->window->banner()->isVisible());
+    QVERIFY(!m_fixture->window->parts().banner->isVisible());
     QVERIFY(action());
 }
 
@@ -82,9 +82,9 @@ void tst_ImageMathTool::isReachableInTheToolsMenu()
     CVXSSequenceDataset *sequence = m_fixture->window->openSequence(m_folder);
     QVERIFY(sequence);
     QVERIFY(action()->isEnabled() && action()->isVisible());
-    m_fixture->window->workspace()->showDataset((*sequence)[0]);
+    m_fixture->window->parts().workspace->showDataset((*sequence)[0]);
     QVERIFY(action()->isEnabled());
-    QVERIFY(m_fixture->window->sequences()->closeAll());
+    QVERIFY(m_fixture->window->parts().sequences->closeAll());
     QVERIFY(!action()->isEnabled());
 }
 
@@ -103,7 +103,7 @@ void tst_ImageMathTool::opensOnTheActiveSequence()
     QCOMPARE(clicks, 2);
     // A second time there is still one window.
     action()->trigger();
-    QCOMPARE(m_fixture->window->workspace()->findChildren<QWidget *>(WINDOW).size(), 1);
+    QCOMPARE(m_fixture->window->parts().workspace->findChildren<QWidget *>(WINDOW).size(), 1);
 }
 
 void tst_ImageMathTool::itsControlsExplainThemselves_data()
@@ -174,7 +174,7 @@ void tst_ImageMathTool::closingTheSequenceTakesTheWindowAlong()
         qobject_cast<QMdiSubWindow *>(first->parentWidget())->close();
         QTRY_VERIFY(!first || !first->isVisible());
     }
-    QVERIFY(m_fixture->window->sequences()->close(sequence));
+    QVERIFY(m_fixture->window->parts().sequences->close(sequence));
     QVERIFY(first.isNull());
     // And it starts on the same sequence opened anew, and on another one.
     for (const QString &folder : {m_folder, m_other}) {
@@ -192,7 +192,7 @@ void tst_ImageMathTool::closingAnotherSequenceLeavesItAlone()
     QVERIFY(m_fixture->window->openSequence(m_folder));
     action()->trigger();
     QPointer<QWidget> shown = toolWindow();
-    QVERIFY(m_fixture->window->sequences()->close(other));
+    QVERIFY(m_fixture->window->parts().sequences->close(other));
     QVERIFY(shown);
     QVERIFY(shown->isVisible());
 }

@@ -164,8 +164,8 @@ void tst_ImportDialog::theMenuShowsTheNewSequence()
     });
     person.start(10);
     fixture.window->findChild<QAction *>("actionImportImages")->trigger();
-    QCOMPARE(fixture.window->sequences()->sequences().size(), 1);
-    CVXSSequenceDataset *sequence = fixture.window->sequences()->sequences().first();
+    QCOMPARE(fixture.window->parts().sequences->sequences().size(), 1);
+    CVXSSequenceDataset *sequence = fixture.window->parts().sequences->sequences().first();
     QVERIFY(CVXSSequenceWindow::getSequenceWindow(sequence)->isVisible());
     QVERIFY(fixture.window->windowTitle().startsWith(sequence->getSequenceID()));
     QVERIFY(sequence->getSequenceID().startsWith("ZB") && sequence->getSequenceID().endsWith("_SEQ"));
@@ -179,7 +179,7 @@ void tst_ImportDialog::theSequenceIsNotSavedUntilThePersonSaysWhere()
     QTemporaryDir place;
     QTemporaryDir files;
     WorkspaceFixture fixture;
-    SImportRequest request;
+    ImportRequest request;
     request.images = {{writeImage(files.filePath("one.tif"), 1), QString(), 0.0}};
     request.initials = "ZB";
     request.settings.fieldOfView = 10.0;
@@ -187,14 +187,14 @@ void tst_ImportDialog::theSequenceIsNotSavedUntilThePersonSaysWhere()
     QString error;
     CVXSSequenceDataset *sequence = importSequence(request, NOW, &status, &error).release();
     QVERIFY2(sequence, qPrintable(error));
-    fixture.window->sequences()->add(sequence);
+    fixture.window->parts().sequences->add(sequence);
     const CFolderAnswer person(place.path());
     fixture.window->findChild<QAction *>("actionSaveSequence")->trigger();
     QVERIFY(person.seen());
     QCOMPARE(sequence->getSequenceInfoPath(), place.filePath("ZB20261121153000_SEQ") + "/");
     QVERIFY(QFile::exists(place.filePath("ZB20261121153000_SEQ/ZB20261121153000/luminescent.tif")));
     QVERIFY(!sequence->isModified());
-    QVERIFY(fixture.window->sequences()->close(sequence)); // without a question
+    QVERIFY(fixture.window->parts().sequences->close(sequence)); // without a question
 }
 
 void tst_ImportDialog::cancelImportsNothing()
@@ -399,7 +399,7 @@ void tst_ImportDialog::namesAreUnique()
     QTemporaryDir files;
     WorkspaceFixture fixture; // for its profile
     const QString file = writeImage(files.filePath("one.tif"), 1);
-    SImportRequest request;
+    ImportRequest request;
     request.images = {{file, QString(), 0.0}, {file, QString(), 0.0}};
     request.initials = "ZB";
     request.settings.fieldOfView = 10.0;
@@ -426,7 +426,7 @@ void tst_ImportDialog::namesOfEarlierSequencesAreLeftAlone()
     QVERIFY(QDir().mkpath(sequences + "ZB20261121153000_SEQ"));
     // The later ones of a batch reach into the time of the next.
     QVERIFY(QDir().mkpath(sequences + "ZB20261121152959_SEQ/ZB20261121153001"));
-    SImportRequest request;
+    ImportRequest request;
     request.images = {{writeImage(files.filePath("one.tif"), 1), QString(), 0.0}};
     request.initials = "ZB";
     request.settings.fieldOfView = 10.0;

@@ -103,7 +103,7 @@ void tst_MainWindow::startsWithNothingToActOn()
     QVERIFY(!fixture.window->windowIcon().isNull());
     QVERIFY(!action(fixture.window.get(), "actionSaveSequence")->isEnabled());
     QVERIFY(!action(fixture.window.get(), "actionClose")->isEnabled());
-    QVERIFY(!fixture.window->banner()->isVisible());
+    QVERIFY(!fixture.window->parts().banner->isVisible());
 }
 
 void tst_MainWindow::opensAFolder_data()
@@ -121,12 +121,12 @@ void tst_MainWindow::opensAFolder()
     CVXSSequenceDataset *sequence = fixture.window->openSequence(m_data.filePath(ID) + ending);
     QVERIFY(sequence);
     QCOMPARE(sequence->getSequenceID(), ID);
-    QCOMPARE(fixture.window->sequences()->sequences(), QList<CVXSSequenceDataset *>{sequence});
+    QCOMPARE(fixture.window->parts().sequences->sequences(), QList<CVXSSequenceDataset *>{sequence});
     CVXSSequenceWindow *shown = CVXSSequenceWindow::getSequenceWindow(sequence);
     QVERIFY(shown);
     QVERIFY(shown->isVisible());
     QCOMPARE(CVXSChildWindow::getActiveChildWnd(), shown);
-    QVERIFY(!fixture.window->banner()->isVisible());
+    QVERIFY(!fixture.window->parts().banner->isVisible());
 }
 
 void tst_MainWindow::openingTwiceShowsOneWindow()
@@ -135,8 +135,8 @@ void tst_MainWindow::openingTwiceShowsOneWindow()
     CVXSSequenceDataset *sequence = fixture.window->openSequence(m_folder);
     QVERIFY(sequence);
     QCOMPARE(fixture.window->openSequence(m_folder), sequence);
-    QCOMPARE(fixture.window->workspace()->subWindowList().size(), 1);
-    QCOMPARE(fixture.window->sequences()->sequences().size(), 1);
+    QCOMPARE(fixture.window->parts().workspace->subWindowList().size(), 1);
+    QCOMPARE(fixture.window->parts().sequences->sequences().size(), 1);
 }
 
 void tst_MainWindow::opensThroughTheMenu()
@@ -156,8 +156,8 @@ void tst_MainWindow::opensThroughTheMenu()
     person.start(20);
     action(fixture.window.get(), "actionOpenSequence")->trigger();
     QVERIFY(dialogSeen);
-    QCOMPARE(fixture.window->sequences()->sequences().size(), 1);
-    QCOMPARE(fixture.window->sequences()->sequences().first()->getSequenceID(), ID);
+    QCOMPARE(fixture.window->parts().sequences->sequences().size(), 1);
+    QCOMPARE(fixture.window->parts().sequences->sequences().first()->getSequenceID(), ID);
 }
 
 void tst_MainWindow::opensWhatIsDropped()
@@ -166,8 +166,8 @@ void tst_MainWindow::opensWhatIsDropped()
     QVERIFY(!other.isEmpty());
     WorkspaceFixture fixture;
     QVERIFY(drop(fixture.window.get(), {m_folder, other + "SequenceInfo.txt"}));
-    QCOMPARE(fixture.window->sequences()->sequences().size(), 2);
-    QCOMPARE(fixture.window->sequences()->sequences().last()->getSequenceID(),
+    QCOMPARE(fixture.window->parts().sequences->sequences().size(), 2);
+    QCOMPARE(fixture.window->parts().sequences->sequences().last()->getSequenceID(),
              QString("CD20260102030405_SEQ"));
 }
 
@@ -209,7 +209,7 @@ void tst_MainWindow::foldersThatAreNoSequence()
     }
     WorkspaceFixture fixture;
     QVERIFY(!fixture.window->openSequence(folder));
-    BannerWidget *banner = fixture.window->banner();
+    BannerWidget *banner = fixture.window->parts().banner;
     QVERIFY(banner->isVisible());
     QVERIFY2(banner->text().contains(folder), qPrintable(banner->text()));
     // More than the name: what stands behind the colon is the reason.
@@ -229,9 +229,9 @@ void tst_MainWindow::aMissingDatasetLeavesTheOthers()
     QVERIFY(sequence);
     QCOMPARE(sequence->getClickNumbers().size(), 2);
     QCOMPARE(sequence->getDatasets().size(), 1);
-    QVERIFY(fixture.window->banner()->isVisible());
-    QVERIFY2(fixture.window->banner()->text().contains("EF20260102030406"),
-             qPrintable(fixture.window->banner()->text()));
+    QVERIFY(fixture.window->parts().banner->isVisible());
+    QVERIFY2(fixture.window->parts().banner->text().contains("EF20260102030406"),
+             qPrintable(fixture.window->parts().banner->text()));
 }
 
 void tst_MainWindow::activatingAClickShowsItsImage()
@@ -258,9 +258,9 @@ void tst_MainWindow::titleTellsTheActiveSequence()
     CVXSSequenceDataset *second = fixture.window->openSequence(other);
     QVERIFY(first && second);
     QCOMPARE(fixture.window->windowTitle(), QString("GH20260102030405_SEQ - Vexa"));
-    fixture.window->workspace()->showSequence(first);
+    fixture.window->parts().workspace->showSequence(first);
     QCOMPARE(fixture.window->windowTitle(), ID + " - Vexa");
-    QVERIFY(fixture.window->sequences()->closeAll());
+    QVERIFY(fixture.window->parts().sequences->closeAll());
     QCOMPARE(fixture.window->windowTitle(), QString("Vexa"));
 }
 
@@ -271,23 +271,23 @@ void tst_MainWindow::recentSequencesAreRemembered()
     QVERIFY(!fixture.window->openSequence(m_data.path()));
     fixture.window = std::make_unique<MainWindow>(); // the next start, with the same profile
     fixture.window->show();
-    QCOMPARE(fixture.window->recentSequences()->folders(), QStringList{m_data.filePath(ID)});
+    QCOMPARE(fixture.window->parts().recentSequences->folders(), QStringList{m_data.filePath(ID)});
     auto *menu = fixture.window->findChild<QMenu *>("menuRecent");
     Q_EMIT menu->aboutToShow();
     QCOMPARE(menu->actions().first()->text(), m_data.filePath(ID));
     menu->actions().first()->trigger();
-    QCOMPARE(fixture.window->sequences()->sequences().size(), 1);
+    QCOMPARE(fixture.window->parts().sequences->sequences().size(), 1);
 }
 
 void tst_MainWindow::aRecentSequenceThatIsGoneIsForgotten()
 {
     WorkspaceFixture fixture;
-    fixture.window->recentSequences()->add(m_data.filePath("gone"));
-    fixture.window->recentSequences()->add(m_data.path()); // is there, but no sequence
-    for (const QString &folder : fixture.window->recentSequences()->folders())
-        Q_EMIT fixture.window->recentSequences()->chosen(folder);
-    QVERIFY(fixture.window->banner()->isVisible());
-    QCOMPARE(fixture.window->recentSequences()->folders(), QStringList{QDir::cleanPath(m_data.path())});
+    fixture.window->parts().recentSequences->add(m_data.filePath("gone"));
+    fixture.window->parts().recentSequences->add(m_data.path()); // is there, but no sequence
+    for (const QString &folder : fixture.window->parts().recentSequences->folders())
+        Q_EMIT fixture.window->parts().recentSequences->chosen(folder);
+    QVERIFY(fixture.window->parts().banner->isVisible());
+    QCOMPARE(fixture.window->parts().recentSequences->folders(), QStringList{QDir::cleanPath(m_data.path())});
 }
 
 void tst_MainWindow::bannerShowsFailuresOnly()
@@ -295,24 +295,24 @@ void tst_MainWindow::bannerShowsFailuresOnly()
     WorkspaceFixture fixture;
     for (long level : {0L, 1L, 2L})
         vxLog(ELOGLEVEL(level), "not for the banner");
-    QVERIFY(!fixture.window->banner()->isVisible());
+    QVERIFY(!fixture.window->parts().banner->isVisible());
     vxLog(ELOG_FAILURE, "A tool failed", "file.tif");
-    QVERIFY(fixture.window->banner()->isVisible());
-    QCOMPARE(fixture.window->banner()->text(), QString("A tool failed: file.tif"));
+    QVERIFY(fixture.window->parts().banner->isVisible());
+    QCOMPARE(fixture.window->parts().banner->text(), QString("A tool failed: file.tif"));
     QTest::mouseClick(fixture.window->findChild<QPushButton *>("bannerDismiss"), Qt::LeftButton);
-    QVERIFY(!fixture.window->banner()->isVisible());
-    QVERIFY(fixture.window->logPane()->text().contains("A tool failed"));
+    QVERIFY(!fixture.window->parts().banner->isVisible());
+    QVERIFY(fixture.window->parts().logPane->text().contains("A tool failed"));
 }
 
 void tst_MainWindow::bannerOpensTheLog()
 {
     WorkspaceFixture fixture;
-    QVERIFY(!fixture.window->logPane()->isVisible());
+    QVERIFY(!fixture.window->parts().logPane->isVisible());
     vxLog(ELOG_FAILURE, "A tool failed");
     QTest::mouseClick(fixture.window->findChild<QPushButton *>("bannerShowLog"), Qt::LeftButton);
-    QVERIFY(fixture.window->logPane()->isVisible());
+    QVERIFY(fixture.window->parts().logPane->isVisible());
     action(fixture.window.get(), "actionLogPane")->trigger();
-    QVERIFY(!fixture.window->logPane()->isVisible());
+    QVERIFY(!fixture.window->parts().logPane->isVisible());
 }
 
 void tst_MainWindow::windowMenuListsAndArranges()
@@ -324,8 +324,8 @@ void tst_MainWindow::windowMenuListsAndArranges()
     CVXSSequenceDataset *sequence = fixture.window->openSequence(m_folder);
     QVERIFY(sequence);
     CVXSImageWindow *image =
-        fixture.window->workspace()->showDataset(sequence->getDataset("AB20260102030406"));
-    fixture.window->workspace()->addToolWidget(new QWidget); // hidden: not listed
+        fixture.window->parts().workspace->showDataset(sequence->getDataset("AB20260102030406"));
+    fixture.window->parts().workspace->addToolWidget(new QWidget); // hidden: not listed
     Q_EMIT menu->aboutToShow();
     QStringList texts;
     for (QAction *entry : menu->actions())
@@ -350,7 +350,7 @@ void tst_MainWindow::theKeyOfCloseClosesTheActiveWindow()
     CVXSSequenceDataset *sequence = fixture.window->openSequence(m_folder);
     QVERIFY(sequence);
     QPointer<CVXSImageWindow> image =
-        fixture.window->workspace()->showDataset(sequence->getDataset("AB20260102030406"));
+        fixture.window->parts().workspace->showDataset(sequence->getDataset("AB20260102030406"));
     QVERIFY(QTest::qWaitForWindowExposed(fixture.window.get()));
     fixture.window->activateWindow(); // there is no window manager that would do it
     QVERIFY(QTest::qWaitForWindowActive(fixture.window.get()));
@@ -368,7 +368,7 @@ void tst_MainWindow::closingAWindowActivatesTheOneBefore()
     WorkspaceFixture fixture;
     CVXSSequenceDataset *sequence = fixture.window->openSequence(m_folder);
     QVERIFY(sequence);
-    CVXSWorkspace *workspace = fixture.window->workspace();
+    CVXSWorkspace *workspace = fixture.window->parts().workspace;
     CVXSImageWindow *first = workspace->showDataset(sequence->getDataset("AB20260102030406"));
     CVXSImageWindow *second = workspace->showDataset(sequence->getDataset("AB20260102030507"));
     QVERIFY(QTest::qWaitForWindowExposed(fixture.window.get()));
@@ -382,11 +382,11 @@ void tst_MainWindow::geometryIsRemembered()
     WorkspaceFixture fixture;
     fixture.window->resize(901, 702);
     QCoreApplication::processEvents();
-    fixture.window->logPane()->show();
+    fixture.window->parts().logPane->show();
     QVERIFY(fixture.window->close());
     fixture.window = std::make_unique<MainWindow>();
     QCOMPARE(fixture.window->size(), QSize(901, 702));
-    QVERIFY(!fixture.window->logPane()->isHidden());
+    QVERIFY(!fixture.window->parts().logPane->isHidden());
 }
 
 void tst_MainWindow::aWindowFromALargerScreenFitsThisOne()

@@ -3,7 +3,7 @@
 #include "app/datasets/EarlierResults.h"
 #include "app/datasets/LooseDatasets.h"
 #include "app/datasets/SequenceManager.h"
-#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/view/windows/CVXSImageWindow.h"
 #include "host/vxapi/view/windows/CVXSWorkspace.h"
@@ -107,12 +107,12 @@ void tst_OpenDataset::paths()
     QVERIFY(!writeSequence(dir.path(), "AB20260102030405_SEQ", "AB").isEmpty());
     WorkspaceFixture fixture;
     fixture.window->openPath(dir.path() + path);
-    QCOMPARE(fixture.window->looseDatasets()->datasets().size(), datasets);
-    QCOMPARE(fixture.window->sequences()->sequences().size(), sequences);
-    QCOMPARE(fixture.window->banner()->isVisible(), datasets + sequences == 0);
+    QCOMPARE(fixture.window->parts().looseDatasets->datasets().size(), datasets);
+    QCOMPARE(fixture.window->parts().sequences->sequences().size(), sequences);
+    QCOMPARE(fixture.window->parts().banner->isVisible(), datasets + sequences == 0);
     if (datasets + sequences == 0)
-        QVERIFY2(fixture.window->banner()->text().contains(dir.path()),
-                 qPrintable(fixture.window->banner()->text()));
+        QVERIFY2(fixture.window->parts().banner->text().contains(dir.path()),
+                 qPrintable(fixture.window->parts().banner->text()));
 }
 
 void tst_OpenDataset::aDroppedDatasetIsOpened()
@@ -144,7 +144,7 @@ void tst_OpenDataset::theMenuAsksForAFolder()
     const CFolderAnswer other((QString()));
     fixture.window->findChild<QAction *>("actionOpenDataset")->trigger();
     QVERIFY(other.seen());
-    QCOMPARE(fixture.window->looseDatasets()->datasets().size(), 1);
+    QCOMPARE(fixture.window->parts().looseDatasets->datasets().size(), 1);
 }
 
 void tst_OpenDataset::theMenuTellsWhatIsNoDataset()
@@ -154,8 +154,8 @@ void tst_OpenDataset::theMenuTellsWhatIsNoDataset()
     QVERIFY(QDir().mkpath(folder));
     const CFolderAnswer person(folder);
     fixture.window->findChild<QAction *>("actionOpenDataset")->trigger();
-    QVERIFY(fixture.window->banner()->isVisible());
-    QVERIFY2(fixture.window->banner()->text().contains(folder), qPrintable(fixture.window->banner()->text()));
+    QVERIFY(fixture.window->parts().banner->isVisible());
+    QVERIFY2(fixture.window->parts().banner->text().contains(folder), qPrintable(fixture.window->parts().banner->text()));
 }
 
 void tst_OpenDataset::withoutResultsTheMenuSaysSo()
@@ -232,7 +232,7 @@ void tst_OpenDataset::anOpenResultComesToTheFront()
     QVERIFY(CVXSChildWindow::getActiveChildWnd() != CVXSImageWindow::getImageWindow(dataset));
     QCOMPARE(fixture.window->openDataset(dataset->getFolderPath()), dataset);
     QCOMPARE(CVXSChildWindow::getActiveChildWnd(), CVXSImageWindow::getImageWindow(dataset));
-    QCOMPARE(fixture.window->workspace()->subWindowList().size(), 2);
+    QCOMPARE(fixture.window->parts().workspace->subWindowList().size(), 2);
 }
 
 void tst_OpenDataset::aResultOfASequenceThatIsOpenElsewhereIsRefused()

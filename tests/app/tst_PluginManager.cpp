@@ -95,8 +95,8 @@ void tst_PluginManager::cleanup()
 void tst_PluginManager::loadTool()
 {
     m_window->loadPlugins(PLUGINS + "recording");
-    QCOMPARE(m_window->plugins()->plugins().size(), 1);
-    m_tool = m_window->plugins()->plugins().first();
+    QCOMPARE(m_window->parts().plugins->plugins().size(), 1);
+    m_tool = m_window->parts().plugins->plugins().first();
 }
 
 void tst_PluginManager::garbageIsToldAndLeftOut_data()
@@ -119,9 +119,9 @@ void tst_PluginManager::garbageIsToldAndLeftOut()
     QCOMPARE(file.write(content), qint64(content.size()));
     file.close();
     m_window->loadPlugins(dir.path());
-    QVERIFY(m_window->plugins()->plugins().isEmpty());
-    const QString told = m_window->banner()->text();
-    QVERIFY(m_window->banner()->isVisible());
+    QVERIFY(m_window->parts().plugins->plugins().isEmpty());
+    const QString told = m_window->parts().banner->text();
+    QVERIFY(m_window->parts().banner->isVisible());
     const QString before = dir.filePath("libgarbage.so") + ": ";
     QVERIFY2(told.contains(before), qPrintable(told));
     QVERIFY2(told.section(before, 1).size() > 10, qPrintable(told)); // the reason
@@ -133,17 +133,17 @@ void tst_PluginManager::garbageIsToldAndLeftOut()
 void tst_PluginManager::aPluginThatIsNoToolIsTold()
 {
     m_window->loadPlugins(PLUGINS + "none");
-    QVERIFY(m_window->plugins()->plugins().isEmpty());
-    QVERIFY2(m_window->banner()->text().contains("no_tool") &&
-                 m_window->banner()->text().contains("not a tool"),
-             qPrintable(m_window->banner()->text()));
+    QVERIFY(m_window->parts().plugins->plugins().isEmpty());
+    QVERIFY2(m_window->parts().banner->text().contains("no_tool") &&
+                 m_window->parts().banner->text().contains("not a tool"),
+             qPrintable(m_window->parts().banner->text()));
 }
 
 void tst_PluginManager::aMissingFolderIsTold()
 {
     m_window->loadPlugins(m_data.filePath("missing"));
-    QVERIFY2(m_window->banner()->text().contains(m_data.filePath("missing")),
-             qPrintable(m_window->banner()->text()));
+    QVERIFY2(m_window->parts().banner->text().contains(m_data.filePath("missing")),
+             qPrintable(m_window->parts().banner->text()));
 }
 
 void tst_PluginManager::otherFilesAreNotLookedAt()
@@ -153,7 +153,7 @@ void tst_PluginManager::otherFilesAreNotLookedAt()
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.close();
     m_window->loadPlugins(dir.path());
-    QVERIFY(!m_window->banner()->isVisible());
+    QVERIFY(!m_window->parts().banner->isVisible());
 }
 
 void tst_PluginManager::theActionIsInTheToolsMenu()
@@ -176,9 +176,9 @@ void tst_PluginManager::toldOfWhatIsActive()
     CVXSSequenceDataset *sequence = m_window->openSequence(m_folder);
     // Added first: what the tool makes of the active window has the last word on its action.
     QCOMPARE(takeCalls(m_tool), (QStringList{"added " + ID, "sequence " + ID}));
-    m_window->workspace()->showDataset(sequence->getDatasets().first());
+    m_window->parts().workspace->showDataset(sequence->getDatasets().first());
     QCOMPARE(takeCalls(m_tool), QStringList{"dataset AB20260102030406"});
-    m_window->workspace()->showSequence(sequence);
+    m_window->parts().workspace->showSequence(sequence);
     QCOMPARE(takeCalls(m_tool), QStringList{"sequence " + ID});
     m_window->openSequence(m_folder); // open already
     QCOMPARE(takeCalls(m_tool), QStringList());
@@ -189,7 +189,7 @@ void tst_PluginManager::toldOfWhatOpensAndCloses()
     loadTool();
     CVXSSequenceDataset *sequence = m_window->openSequence(m_folder);
     takeCalls(m_tool);
-    QVERIFY(m_window->sequences()->close(sequence));
+    QVERIFY(m_window->parts().sequences->close(sequence));
     QCOMPARE(takeCalls(m_tool),
              (QStringList{"dataset removed AB20260102030406", "dataset removed AB20260102030507",
                           "removed " + ID, "dataset none"}));
@@ -203,7 +203,7 @@ void tst_PluginManager::launchShowsTheWindow()
     takeCalls(m_tool);
     m_tool->getAction()->trigger();
     QCOMPARE(takeCalls(m_tool), (QStringList{"launch", "show window"}));
-    QCOMPARE(m_window->workspace()->subWindowList().size(), 2);
+    QCOMPARE(m_window->parts().workspace->subWindowList().size(), 2);
     // The tool's window does not become the active child window.
     QVERIFY(CVXSChildWindow::getActiveChildWnd()->isSequenceWindow());
 }
@@ -223,9 +223,9 @@ void tst_PluginManager::copyReachesTheToolsWindow()
     loadTool();
     QVERIFY(m_window->openSequence(m_folder));
     m_tool->getAction()->trigger();
-    for (QMdiSubWindow *window : m_window->workspace()->subWindowList()) {
+    for (QMdiSubWindow *window : m_window->parts().workspace->subWindowList()) {
         if (window->widget()->objectName() == "Recorder Window")
-            m_window->workspace()->setActiveSubWindow(window);
+            m_window->parts().workspace->setActiveSubWindow(window);
     }
     takeCalls(m_tool);
     m_window->findChild<QAction *>("actionCopy")->trigger();
@@ -238,20 +238,20 @@ void tst_PluginManager::hiddenWindowGoesWithTheSequence()
     m_tool->setProperty("hidesOnRemoval", true);
     CVXSSequenceDataset *sequence = m_window->openSequence(m_folder);
     m_tool->getAction()->trigger();
-    QPointer<QWidget> toolWindow = m_window->workspace()->findChild<QWidget *>("Recorder Window");
+    QPointer<QWidget> toolWindow = m_window->parts().workspace->findChild<QWidget *>("Recorder Window");
     QVERIFY(toolWindow);
     QVERIFY(toolWindow->isVisible());
     takeCalls(m_tool);
-    QVERIFY(m_window->sequences()->close(sequence));
+    QVERIFY(m_window->parts().sequences->close(sequence));
     QVERIFY(toolWindow.isNull());
-    QVERIFY(m_window->workspace()->subWindowList().isEmpty());
+    QVERIFY(m_window->parts().workspace->subWindowList().isEmpty());
     const QStringList calls = takeCalls(m_tool);
     QVERIFY2(calls.indexOf("removed " + ID) >= 0 && calls.indexOf("removed " + ID) < calls.indexOf("reset"),
              qPrintable(calls.join(", ")));
     // It starts again on the sequence opened anew.
     QVERIFY(m_window->openSequence(m_folder));
     m_tool->getAction()->trigger();
-    QVERIFY(m_window->workspace()->findChild<QWidget *>("Recorder Window")->isVisible());
+    QVERIFY(m_window->parts().workspace->findChild<QWidget *>("Recorder Window")->isVisible());
 }
 
 void tst_PluginManager::visibleWindowStays()
@@ -259,9 +259,9 @@ void tst_PluginManager::visibleWindowStays()
     loadTool();
     CVXSSequenceDataset *sequence = m_window->openSequence(m_folder);
     m_tool->getAction()->trigger();
-    QPointer<QWidget> toolWindow = m_window->workspace()->findChild<QWidget *>("Recorder Window");
+    QPointer<QWidget> toolWindow = m_window->parts().workspace->findChild<QWidget *>("Recorder Window");
     takeCalls(m_tool);
-    QVERIFY(m_window->sequences()->close(sequence));
+    QVERIFY(m_window->parts().sequences->close(sequence));
     QVERIFY(toolWindow);
     QVERIFY(!takeCalls(m_tool).contains("reset"));
 }
@@ -280,7 +280,7 @@ void tst_PluginManager::loadRequestsAreAnswered()
     QVERIFY(CVXSImageWindow::getImageWindow(CVXSDataset::getDataset("XY20260102030406")));
     m_tool->setProperty("load", dir.filePath("missing/ClickInfo.txt"));
     QCOMPARE(m_tool->property("loadStatus").toInt(), int(ESTATUS_FILE_NOT_FOUND));
-    QVERIFY(m_window->banner()->isVisible());
+    QVERIFY(m_window->parts().banner->isVisible());
 }
 
 void tst_PluginManager::theToolGoesWithTheMainWindow()

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/datasets/RecentSequences.h"
 #include "app/datasets/SequenceManager.h"
-#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 #include "host/vxparser/CPLClickInfo.h"
 #include "host/vxutils/CVXPreference.h"
 #include "tests/app/ResultCheckFixture.h"
@@ -33,7 +33,7 @@ private Q_SLOTS:
 private:
     ResultCheck check(const CVXSDataset *result) const { return m_fixture->check(result); }
     CVXSDataset *plainResult() const { return m_fixture->makePlainResult(); }
-    bool closeSequence() const { return m_fixture->workspace.window->sequences()->closeAll(); }
+    bool closeSequence() const { return m_fixture->workspace.window->parts().sequences->closeAll(); }
 
     std::unique_ptr<ResultCheckFixture> m_fixture;
 };
@@ -51,7 +51,7 @@ void tst_ResultCheckOperand::aMissingOperandIsNamedWithItsSequence()
                                  "open the sequence %2 and check again.")
                              .arg(A, ResultCheckFixture::SEQUENCE)});
     QCOMPARE(outcome.level(), 2L);
-    m_fixture->workspace.window->recentSequences()->clear();
+    m_fixture->workspace.window->parts().recentSequences->clear();
     QCOMPARE(check(result).lines.size(), 2);
 }
 
@@ -73,7 +73,7 @@ void tst_ResultCheckOperand::anOperandIsFoundWhereItLies()
     QVERIFY(closeSequence());
     QVERIFY(!CVXSDataset::getDataset(A));
     if (!isRecent)
-        m_fixture->workspace.window->recentSequences()->clear();
+        m_fixture->workspace.window->parts().recentSequences->clear();
     if (!moveTo.isEmpty()) {
         QVERIFY(check(result).verdict == Verdict::NotFound);
         const QString parent = CVXPreference::getProgramDataPath() + moveTo;
@@ -219,13 +219,13 @@ void tst_ResultCheckOperand::openDatasetsStayAsTheyAre()
     QVERIFY(result);
     CVXSDataset *a = m_fixture->sequence->getDataset(A);
     a->doFlatFieldCorrection(false);
-    const int windows = m_fixture->workspace.window->workspace()->subWindowList().size();
+    const int windows = m_fixture->workspace.window->parts().workspace->subWindowList().size();
     const ResultCheck outcome = check(result);
     QVERIFY2(outcome.verdict == Verdict::Same, told(outcome).constData());
     QVERIFY(!a->isLuminFlatFieldCorrected());
     QVERIFY(!a->isModified());
     QCOMPARE(CVXSDataset::getDataset(A), a);
-    QCOMPARE(m_fixture->workspace.window->workspace()->subWindowList().size(), windows);
+    QCOMPARE(m_fixture->workspace.window->parts().workspace->subWindowList().size(), windows);
 }
 
 QTEST_MAIN(tst_ResultCheckOperand)

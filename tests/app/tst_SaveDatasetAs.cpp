@@ -152,7 +152,7 @@ void tst_SaveDatasetAs::aFailureLeavesNothingBehind()
     CVXSDataset *dataset = CVXSDataset::open(folder, nullptr, nullptr);
     QVERIFY(dataset && dataset->registerDataset());
     QVERIFY(QFile::remove(folder + "/photograph.tif")); // before anybody read it
-    fixture.window->looseDatasets()->add(dataset);
+    fixture.window->parts().looseDatasets->add(dataset);
     dataset->setColorTable(VXS_CT_RED);
     if (exists)
         QVERIFY(QDir().mkpath(place.filePath(CLICK)));
@@ -166,7 +166,7 @@ void tst_SaveDatasetAs::aFailureLeavesNothingBehind()
     QVERIFY(QDir(place.filePath(CLICK)).isEmpty() || !exists);
     QVERIFY(dataset->isModified());
     QCOMPARE(dataset->getFolderPath(), folder + "/");
-    QCOMPARE(fixture.window->looseDatasets()->datasets(), QList<CVXSDataset *>{dataset});
+    QCOMPARE(fixture.window->parts().looseDatasets->datasets(), QList<CVXSDataset *>{dataset});
 }
 
 void tst_SaveDatasetAs::aPlaceThatMayNotBeWritten()

@@ -113,7 +113,7 @@ void tst_ResultInWorkspace::restart()
 
 QWidget *tst_ResultInWorkspace::tool() const
 {
-    return m_fixture->window->workspace()->findChild<QWidget *>(QStringLiteral("Image Math Window"));
+    return m_fixture->window->parts().workspace->findChild<QWidget *>(QStringLiteral("Image Math Window"));
 }
 
 void tst_ResultInWorkspace::typeK(const QString &text)
@@ -130,7 +130,7 @@ void tst_ResultInWorkspace::press()
     auto *button = widget<QPushButton>("m_pDisplayBtn");
     QVERIFY(button->isEnabled());
     QTest::mouseClick(button, Qt::LeftButton);
-    QVERIFY2(m_fixture->window->banner()->isHidden(), "the banner tells of a failure");
+    QVERIFY2(m_fixture->window->parts().banner->isHidden(), "the banner tells of a failure");
 }
 
 void tst_ResultInWorkspace::aResultIsShownAndCanBeMeasured()
@@ -286,7 +286,7 @@ void tst_ResultInWorkspace::launchedAgainTheToolStillMakesOneResult()
     press();
     QCOMPARE(results(), QStringList{"AB_M20260102030406"});
     int windows = 0;
-    for (const QMdiSubWindow *sub : m_fixture->window->workspace()->subWindowList())
+    for (const QMdiSubWindow *sub : m_fixture->window->parts().workspace->subWindowList())
         windows += qobject_cast<CVXSImageWindow *>(sub->widget()) != nullptr;
     QCOMPARE(windows, 1);
 }

@@ -10,7 +10,7 @@
 #include "app/ApplicationSetup.h"
 #include "app/datasets/DatasetLoader.h"
 #include "app/MainWindow.h"
-#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/model/StoredDatasets.h"
 #include "host/vxutils/CVXPreference.h"
@@ -73,10 +73,10 @@ int look(ShownTool &tool)
         return wrong(QStringLiteral("the sequence has lost a click"));
 
     QStringList listed;
-    for (const SStoredDataset &known : StoredDatasets::instance().list()) {
+    for (const StoredDataset &known : StoredDatasets::instance().list()) {
         listed += QDir(known.folder).dirName();
         const QString file = known.folder + clickinfo::FILE_CLICK_INFO;
-        if (tool.window().datasetLoader()->load(file) != ESTATUS_SUCCESS)
+        if (tool.window().parts().datasetLoader->load(file) != ESTATUS_SUCCESS)
             return wrong(known.clickNumber + QStringLiteral(" is known and does not load"));
         const CVXSDataset *dataset = CVXSDataset::getDataset(known.clickNumber);
         if (!dataset)

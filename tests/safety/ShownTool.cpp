@@ -158,8 +158,8 @@ QLineEdit *ShownTool::k() const
 QStringList knownResults()
 {
     QStringList clicks;
-    const QList<SStoredDataset> known = StoredDatasets::instance().list();
-    for (const SStoredDataset &dataset : known)
+    const QList<StoredDataset> known = StoredDatasets::instance().list();
+    for (const StoredDataset &dataset : known)
         clicks += dataset.clickNumber;
     return clicks;
 }

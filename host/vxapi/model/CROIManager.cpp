@@ -125,11 +125,11 @@ bool CROIManager::renameROI(CROIBase *roi, const QString &name)
     CROIBase renamed(*roi);
     renamed.setName(name);
     d->release(*roi); // its own name is free for it in other letters
-    const bool isFree = d->isFree(renamed);
-    if (isFree)
+    const bool isNameFree = d->isNameFree(renamed);
+    if (isNameFree)
         roi->setName(name);
     d->claim(*roi);
-    if (!isFree)
+    if (!isNameFree)
         return false;
     if (CRoiMeasurementManager *records = d->records())
         records->rename(d->clickNumber(), before, Private::namesOf(*roi));

@@ -2,7 +2,7 @@
 #include "host/vxapi/model/CROIManager.h"
 #include "host/vxapi/model/CROIManager_p.h"
 #include "host/vxapi/model/CRoiMeasurementManager.h"
-#include "host/vxapi/model/RoiText.h"
+#include "host/vxapi/model/roi/RoiText.h"
 #include "host/vxparser/CPLSection.h"
 #include "host/vxutils/CVXSLog.h"
 
@@ -41,7 +41,7 @@ bool CROIManager::Private::read(const QString &name, const QString &text, QStrin
         *reason = tr("it has no name");
         return false;
     }
-    if (!isFree(*roi)) {
+    if (!isNameFree(*roi)) {
         *reason = tr("another ROI has that name, or a cell of it");
         return false;
     }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/CROIManager_p.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 #include "host/vxapi/model/CRoiMeasurementManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
 
@@ -65,7 +65,7 @@ bool CROIManager::Private::owns(const CROIBase *roi) const
     return roi && std::any_of(rois.cbegin(), rois.cend(), [&](const auto &own) { return own.get() == roi; });
 }
 
-bool CROIManager::Private::isFree(const CROIBase &roi) const
+bool CROIManager::Private::isNameFree(const CROIBase &roi) const
 {
     const QStringList names = namesOf(roi);
     return std::none_of(names.cbegin(), names.cend(),
@@ -94,7 +94,7 @@ void CROIManager::Private::giveFreeName(CROIBase *roi) const
                                                 : QStringLiteral("ROI");
         number = 0;
     }
-    while (number == 0 || !isFree(*roi))
+    while (number == 0 || !isNameFree(*roi))
         roi->setName(QStringLiteral("%1 %2").arg(base, QString::number(++number)));
 }
 

@@ -32,7 +32,7 @@ public:
     CRoiMeasurementManager *records() const;
 
     bool owns(const CROIBase *roi) const;
-    bool isFree(const CROIBase &roi) const;
+    bool isNameFree(const CROIBase &roi) const;
     void claim(const CROIBase &roi);
     void release(const CROIBase &roi);
     void giveFreeName(CROIBase *roi) const;

@@ -14,8 +14,8 @@ CRoiMeasurementManager *CRoiMeasurementManager::getRoiMeasurementManager()
     return manager;
 }
 
-const SRoiMeasDisplayEntry *CRoiMeasurementManager::findMeasInfoForId(const QString &datasetText,
-                                                                      const QString &roiName) const
+const RoiMeasDisplayEntry *CRoiMeasurementManager::findMeasInfoForId(const QString &datasetText,
+                                                                     const QString &roiName) const
 {
     const auto found = m_entries.find({datasetText, roiName});
     return found == m_entries.end() ? nullptr : &found->second;
@@ -32,13 +32,13 @@ QList<const CRoiMeasInfo *> CRoiMeasurementManager::getRoiMeasInfoList() const
 
 CRoiMeasInfo *CRoiMeasurementManager::recordOf(const QString &clickNumber, const QString &roiName)
 {
-    const SRoiMeasDisplayEntry *entry = findMeasInfoForId(clickNumber, roiName);
+    const RoiMeasDisplayEntry *entry = findMeasInfoForId(clickNumber, roiName);
     return entry ? m_records[std::size_t(entry->index)].get() : nullptr;
 }
 
 bool CRoiMeasurementManager::isUpToDate(const QString &clickNumber, const QString &roiName) const
 {
-    const SRoiMeasDisplayEntry *entry = findMeasInfoForId(clickNumber, roiName);
+    const RoiMeasDisplayEntry *entry = findMeasInfoForId(clickNumber, roiName);
     return entry && m_records[std::size_t(entry->index)]->isValid;
 }
 

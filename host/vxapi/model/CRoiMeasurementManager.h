@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "host/vxapi/model/RoiStatistics.h"
+#include "host/vxapi/model/roi/RoiStatistics.h"
 #include "host/vxapi/model/VXTypes.h"
 
 #include <functional>
@@ -31,15 +31,15 @@ public:
     EROISHAPE shape = EROI_RECTANGLE;
     EROIKIND kind = EROI_MEASUREMENT;
     tag_edisplayunit unit = EUNIT_COUNTS; ///< the dataset's unit when it was measured
-    SRoiStatistics counts;                ///< of the image in camera counts
-    SRoiStatistics calibrated;            ///< of the image in `unit`
+    RoiStatistics counts;                 ///< of the image in camera counts
+    RoiStatistics calibrated;             ///< of the image in `unit`
     double calibratedTotal = 0.0;
     double area = 0.0;    ///< pixels of the ROI, finite or not, times a pixel's area [cm^2]
     bool isValid = false; ///< false: out of date (the ROI, the unit or the pixels changed since)
 };
 
 /// Where a dataset's ROI stands in the record list.
-struct SRoiMeasDisplayEntry
+struct RoiMeasDisplayEntry
 {
     QString clickNumber;
     QString roiName;
@@ -56,7 +56,7 @@ public:
     static CRoiMeasurementManager *getRoiMeasurementManager();
 
     /// The display entry of that dataset and ROI (both exact), or null. It stays valid until records change.
-    const SRoiMeasDisplayEntry *findMeasInfoForId(const QString &datasetText, const QString &roiName) const;
+    const RoiMeasDisplayEntry *findMeasInfoForId(const QString &datasetText, const QString &roiName) const;
     QList<const CRoiMeasInfo *> getRoiMeasInfoList() const;
 
     // For the host: datasets and their ROI managers. Those with lists do it at once and announce it once.
@@ -90,5 +90,5 @@ private:
 
     // Both stay where they are while others come: callers hold several of them at a time.
     std::vector<std::unique_ptr<CRoiMeasInfo>> m_records;
-    std::map<std::pair<QString, QString>, SRoiMeasDisplayEntry> m_entries; ///< by click number and ROI
+    std::map<std::pair<QString, QString>, RoiMeasDisplayEntry> m_entries; ///< by click number and ROI
 };

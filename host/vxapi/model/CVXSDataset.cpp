@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/CVXSDataset.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
-#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 #include "host/vxapi/model/CRoiMeasurementManager.h"
 #include "host/vxapi/model/CVXSDataset_p.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"

@@ -15,6 +15,15 @@ class CVXSSequenceDataset;
 /// One acquisition ("click"): a folder with ClickInfo.txt, AnalyzedClickInfo.txt and its images, or the same
 /// in memory. Pixels are read when first asked for, calibrated images are remembered until something that
 /// they depend on (unit, flat field, background, the pixels) changes. User-interface thread only.
+///
+///     std::unique_ptr<CVXSDataset> dataset(CVXSDataset::open(folder, &status, &error));
+///     dataset->registerDataset();             // from here on CVXSDataset::getDataset() answers with it
+///     CILImage image;                         // 32-bit float [photons/s/cm^2/sr]
+///     status = dataset->getCalibratedLuminImage(EUNIT_RADIANCE, &image, caller);
+///     status = dataset->MeasureROIAndMakeMeasRecords(true); // into CRoiMeasurementManager
+///
+/// The model works without a screen. What can fail answers with an ESTATUS (0: success) or null, tells
+/// "file: reason", and leaves everything as it was; nothing here asks the user anything.
 class VXAPI_EXPORT CVXSDataset : public QObject
 {
     Q_OBJECT
@@ -40,10 +49,10 @@ public:
     static void registerStoredDatasets(const QString &folder);
     /// Whether the dataset lies complete in its folder: ClickInfo.txt, AnalyzedClickInfo.txt (written last),
     /// and every image that the sections of ClickInfo call for is there and readable, to its last pixel.
-    /// ESTATUS_NOT_COMPLETE with "file: reason" (also lastError()) otherwise; the caller tells the person.
+    /// ESTATUS_NOT_COMPLETE with "file: reason" (also lastError()) otherwise; the caller tells the user.
     ESTATUS checkComplete(QString *error) const;
     /// Reads the ClickInfo of a dataset folder; pixels come later. Null on failure, with status and "file:
-    /// reason" (either may be null); the caller tells the person. The dataset is not registered yet.
+    /// reason" (either may be null); the caller tells the user. The dataset is not registered yet.
     static CVXSDataset *open(const QString &folder, ESTATUS *status, QString *error,
                              QObject *parent = nullptr);
     /// Makes getDataset() answer with this dataset, and so no stored one. False when another one of that
@@ -59,12 +68,16 @@ public:
     void setFolderPath(const QString &path);
     /// One of EDATASETTYPE.
     int getDatasetType() const;
+    /// Whether a sequence owns it; getSequenceDataset() is that sequence, else null.
     bool isPartOfSequence() const;
     CVXSSequenceDataset *getSequenceDataset() const;
+    /// The record, the dataset's own; never null. Who changes it calls setModified().
     CPLClickInfo *getClickInfo() const;
+    /// Whether something was changed since it was opened or saved. Pixels that somebody wrote in place count
+    /// only after setModified().
     bool isModified() const;
     void setModified(bool modified);
-    /// Marks a result of image math that has not been saved by the person yet.
+    /// Marks a result of image math that has not been saved by the user yet.
     void setImageMathToBeSaved(bool toBeSaved);
     bool isImageMathToBeSaved() const;
     /// Writes the images, ClickInfo.txt and last AnalyzedClickInfo.txt into that folder (created when
@@ -89,6 +102,7 @@ public:
 
     // --- images ---
 
+    /// Which images there are, read or not; never null.
     const CVXSImageList *getImageList() const;
     /// The stored image of that type, read from its file on first use; null when there is none or it cannot
     /// be read (then a log line of level 3 names file and reason, once; the file is not read again, and
@@ -124,6 +138,7 @@ public:
 
     // --- corrections ---
 
+    /// Whether calibrated images are corrected for the flat field, now or in the stored pixels.
     bool isLuminFlatFieldCorrected() const;
     /// Switches the flat-field correction of calibrated images on or off; it is off at first. Without a
     /// flat-field image that can be read, or for a result of image math, it cannot be switched on; pixels
@@ -133,6 +148,7 @@ public:
     /// stay so.
     bool isLuminBackgroundSubtracted() const;
     void doBackgroundSubtraction(bool on);
+    /// Whether the stored pixels had a fluorescence background subtracted.
     bool isLuminFLBkgSubtracted() const;
 
     // --- ROIs ---
@@ -162,8 +178,10 @@ public:
     void setColorTable(tag_ecolortable table);
 
 Q_SIGNALS:
+    /// Calibrated images are others now: a correction was switched, or an image replaced.
     void calibrationChanged();
     void unitChanged();
+    /// Colour table, direction, log scale, brightness or gamma changed; no pixel did.
     void displayChanged();
 
 private:

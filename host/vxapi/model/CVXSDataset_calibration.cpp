@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/CalibrationFactors.h"
-#include "host/vxapi/model/ClickInfoKeys.h"
-#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSDataset_p.h"
 #include "host/vxapi/model/DatasetFiles.h"
@@ -57,11 +57,11 @@ ESTATUS CVXSDataset::getCalibratedLuminImage(tag_edisplayunit unit, CILImage *ta
 
 ESTATUS CVXSDataset::Private::calibrated(tag_edisplayunit unit, CILImage *target, QString *reason)
 {
-    SIngredients ingredients;
+    Ingredients ingredients;
     ESTATUS status = prepare(unit, &ingredients, reason);
     if (status != ESTATUS_SUCCESS)
         return status;
-    const SCalibration calibration = ingredients.calibration(unit);
+    const CalibrationKey calibration = ingredients.calibration(unit);
     const bool mayRemember = ingredients.areNamed();
     if (const CILImage *known = mayRemember ? remembered.find(calibration) : nullptr) {
         *target = *known;
@@ -80,7 +80,7 @@ ESTATUS CVXSDataset::Private::calibrated(tag_edisplayunit unit, CILImage *target
 }
 
 // Finds everything that the calibrated image is made of, without touching a pixel that is loaded already.
-ESTATUS CVXSDataset::Private::prepare(tag_edisplayunit unit, SIngredients *ingredients, QString *reason)
+ESTATUS CVXSDataset::Private::prepare(tag_edisplayunit unit, Ingredients *ingredients, QString *reason)
 {
     if (unitKey(unit).isEmpty()) {
         *reason = tr("there is no unit of number %1").arg(int(unit));
@@ -118,7 +118,7 @@ ESTATUS CVXSDataset::Private::unitOfResult(tag_edisplayunit wanted, tag_edisplay
     return ESTATUS_SUCCESS;
 }
 
-ESTATUS CVXSDataset::Private::addCompanions(tag_edisplayunit unit, SIngredients *ingredients, QString *reason)
+ESTATUS CVXSDataset::Private::addCompanions(tag_edisplayunit unit, Ingredients *ingredients, QString *reason)
 {
     const bool isRatio = unit == EUNIT_EFFICIENCY;
     const bool hasOffset =
@@ -157,7 +157,7 @@ ESTATUS CVXSDataset::Private::companion(tag_eimagetype type, const CILImage &sto
 }
 
 // Image arithmetic waits until a pixel is asked for, so all of this is one pass over the pixels.
-void CVXSDataset::Private::compute(const SIngredients &ingredients, CILImage *target)
+void CVXSDataset::Private::compute(const Ingredients &ingredients, CILImage *target)
 {
     CILImage image(*ingredients.luminescent);
     image.setDescription(std::string()); // it told of the stored pixels

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "host/vxapi/model/ClickInfoKeys.h"
-#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ConstantRanges.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSDataset_p.h"
 #include "host/vxutils/CVXSLog.h"
@@ -16,7 +17,7 @@ const CVXSImageList *CVXSDataset::getImageList() const
 
 CILImage *CVXSDataset::getCoreImage(tag_eimagetype type) const
 {
-    if (!DatasetImages::isKind(type))
+    if (!DatasetImages::isImageType(type))
         return nullptr;
     const bool wasLoaded = d->images.isLoaded(type);
     CILImage *image = d->coreImage(type);
@@ -41,17 +42,17 @@ CILImage *CVXSDataset::Private::coreImage(tag_eimagetype type)
 
 QString CVXSDataset::getImageFileName(tag_eimagetype type) const
 {
-    return DatasetImages::isKind(type) ? d->images.fileName(type) : QString();
+    return DatasetImages::isImageType(type) ? d->images.fileName(type) : QString();
 }
 
 bool CVXSDataset::isImageFileAsRead(tag_eimagetype type) const
 {
-    return !DatasetImages::isKind(type) || d->images.isFileAsRead(type, d->folder);
+    return !DatasetImages::isImageType(type) || d->images.isFileAsRead(type, d->folder);
 }
 
 void CVXSDataset::setCoreImage(tag_eimagetype type, const CILImage &image)
 {
-    if (!DatasetImages::isKind(type) || image.isEmpty()) {
+    if (!DatasetImages::isImageType(type) || image.isEmpty()) {
         d->lastError = tr("%1: an empty image cannot be set").arg(d->clickNumber);
         vxLog(ELOG_FAILURE, d->lastError);
         return;
@@ -68,13 +69,13 @@ void CVXSDataset::setCoreImage(tag_eimagetype type, const CILImage &image)
 double CVXSDataset::Private::binningFactor() const
 {
     const double binning = numberOf(clickInfo, SECTION_LUMINESCENT, KEY_BINNING);
-    return binning >= 1.0 ? binning : 1.0;
+    return constantRange(KEY_BINNING).holds(binning) ? binning : 1.0;
 }
 
 double CVXSDataset::getFOVForImage(tag_eimagetype type) const
 {
-    const double width = DatasetImages::isKind(type)
+    const double width = DatasetImages::isImageType(type)
                              ? numberOf(d->clickInfo, DatasetImages::kind(type).section, KEY_FOV)
                              : 0.0;
-    return width > 0.0 ? width : std::numeric_limits<double>::quiet_NaN();
+    return constantRange(KEY_FOV).holds(width) ? width : std::numeric_limits<double>::quiet_NaN();
 }

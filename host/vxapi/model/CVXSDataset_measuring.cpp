@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "host/vxapi/model/ClickInfoKeys.h"
-#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 #include "host/vxapi/model/CROIManager.h"
 #include "host/vxapi/model/CRoiMeasurementManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
@@ -51,7 +51,7 @@ ESTATUS CVXSDataset::MeasureROIAndMakeMeasRecords(bool all)
     if (rois.isEmpty())
         return ESTATUS_SUCCESS;
     auto *manager = CRoiMeasurementManager::getRoiMeasurementManager();
-    Private::SMeasuredImages images;
+    Private::MeasuredImages images;
     QString error;
     const ESTATUS status = d->imagesToMeasure(*this, &images, &error);
     if (status != ESTATUS_SUCCESS) {
@@ -63,11 +63,11 @@ ESTATUS CVXSDataset::MeasureROIAndMakeMeasRecords(bool all)
             manager->removeDataset(d->clickNumber);
         return status;
     }
-    const bool areOld = all || !d->measured.isOf(images.content());
+    const bool areOutdated = all || !d->measured.matches(images.content());
     QVector<CRoiMeasInfo> records;
     for (const CROIBase *roi : rois) {
         for (const CROIBase &part : partsOf(*roi)) {
-            if (areOld || !manager->isUpToDate(d->clickNumber, part.name()))
+            if (areOutdated || !manager->isUpToDate(d->clickNumber, part.name()))
                 records += d->measure(images, part);
         }
     }
@@ -78,7 +78,7 @@ ESTATUS CVXSDataset::MeasureROIAndMakeMeasRecords(bool all)
 }
 
 // An error that getCalibratedLuminImage() has told leaves the text empty.
-ESTATUS CVXSDataset::Private::imagesToMeasure(const CVXSDataset &dataset, SMeasuredImages *measured,
+ESTATUS CVXSDataset::Private::imagesToMeasure(const CVXSDataset &dataset, MeasuredImages *measured,
                                               QString *error)
 {
     const QString name = datasetfiles::nameFor(clickNumber, folder);
@@ -114,7 +114,7 @@ ESTATUS CVXSDataset::Private::imagesToMeasure(const CVXSDataset &dataset, SMeasu
     return ESTATUS_SUCCESS;
 }
 
-CRoiMeasInfo CVXSDataset::Private::measure(const SMeasuredImages &measured, const CROIBase &roi) const
+CRoiMeasInfo CVXSDataset::Private::measure(const MeasuredImages &measured, const CROIBase &roi) const
 {
     CRoiMeasInfo record;
     record.clickNumber = clickNumber;
@@ -136,7 +136,7 @@ CRoiMeasInfo CVXSDataset::Private::measure(const SMeasuredImages &measured, cons
     return record;
 }
 
-bool SMeasuredContent::isOf(const SMeasuredContent &now) const
+bool MeasuredContent::matches(const MeasuredContent &now) const
 {
     // 0 names pixels that someone may be writing.
     return calibrated != 0 && calibrated == now.calibrated && counts == now.counts &&

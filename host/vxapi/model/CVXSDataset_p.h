@@ -13,14 +13,14 @@ class CRoiMeasInfo;
 class CVXSSequenceDataset;
 
 /// Names what was measured last, so that pixels changed in place are noticed.
-struct SMeasuredContent
+struct MeasuredContent
 {
     std::uint64_t calibrated = 0; ///< CILImage::contentId()
     std::uint64_t counts = 0;
     double pixelSize = 0.0;
 
     /// False when someone may be writing the pixels.
-    bool isOf(const SMeasuredContent &now) const;
+    bool matches(const MeasuredContent &now) const;
 };
 
 /// The inside of a dataset. ClickInfo is read whenever a key is needed, so nothing here repeats what it says.
@@ -41,12 +41,12 @@ public:
 
     CILImage *coreImage(tag_eimagetype type);
     ESTATUS calibrated(tag_edisplayunit unit, CILImage *target, QString *reason);
-    ESTATUS prepare(tag_edisplayunit unit, SIngredients *ingredients, QString *reason);
+    ESTATUS prepare(tag_edisplayunit unit, Ingredients *ingredients, QString *reason);
     ESTATUS unitOfResult(tag_edisplayunit wanted, tag_edisplayunit *stored, QString *reason) const;
-    ESTATUS addCompanions(tag_edisplayunit unit, SIngredients *ingredients, QString *reason);
+    ESTATUS addCompanions(tag_edisplayunit unit, Ingredients *ingredients, QString *reason);
     /// A further image of the luminescent grid.
     ESTATUS companion(tag_eimagetype type, const CILImage &stored, const CILImage **image, QString *reason);
-    static void compute(const SIngredients &ingredients, CILImage *target);
+    static void compute(const Ingredients &ingredients, CILImage *target);
 
     ESTATUS load(const QString &path, QString *error);
     ESTATUS saveTo(const QString &target, QString *error);
@@ -62,16 +62,16 @@ public:
     ESTATUS analyzedWithRois(const QString &file, CPLClickInfo *analyzed, QString *error) const;
     void markRoisSaved();
     /// What ROIs are measured in.
-    struct SMeasuredImages
+    struct MeasuredImages
     {
         CILImage calibrated;    ///< in the dataset's unit
         CILImage counts;        ///< empty when it cannot be had
         double pixelSize = 0.0; ///< [cm]
 
-        SMeasuredContent content() const { return {calibrated.contentId(), counts.contentId(), pixelSize}; }
+        MeasuredContent content() const { return {calibrated.contentId(), counts.contentId(), pixelSize}; }
     };
-    ESTATUS imagesToMeasure(const CVXSDataset &dataset, SMeasuredImages *measured, QString *error);
-    CRoiMeasInfo measure(const SMeasuredImages &measured, const CROIBase &roi) const;
+    ESTATUS imagesToMeasure(const CVXSDataset &dataset, MeasuredImages *measured, QString *error);
+    CRoiMeasInfo measure(const MeasuredImages &measured, const CROIBase &roi) const;
 
     QString clickNumber;
     QString folder; ///< ends in "/", or empty
@@ -94,5 +94,5 @@ public:
     std::unique_ptr<CROIManager> rois; ///< from its first use on
     QString roisOf;                    ///< the file that they were read from or saved to
     bool hasRecords = false;
-    SMeasuredContent measured;
+    MeasuredContent measured;
 };

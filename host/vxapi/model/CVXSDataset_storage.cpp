@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "host/vxapi/model/ClickInfoKeys.h"
-#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ConstantRanges.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSDataset_p.h"
 #include "host/vxapi/model/DatasetFiles.h"
@@ -55,20 +56,19 @@ ESTATUS CVXSDataset::Private::load(const QString &path, QString *error)
     for (const QString &reason : qAsConst(refused))
         vxLog(ELOG_FAILURE, file + QStringLiteral(": ") + reason);
     if (images.isPresent(EIMAGE_LUMINESCENT) &&
-        !(numberOf(clickInfo, SECTION_LUMINESCENT, KEY_BINNING) >= 1.0)) {
+        !constantRange(KEY_BINNING).holds(numberOf(clickInfo, SECTION_LUMINESCENT, KEY_BINNING))) {
         vxLog(ELOG_FAILURE,
               file + QStringLiteral(": ") +
-                  tr("\"%1\" of the luminescent image is missing or not a number of 1 or more; it is "
-                     "taken as 1")
-                      .arg(KEY_BINNING));
+                  tr("\"%1\" of the luminescent image is missing or not a number %2; it is taken as 1")
+                      .arg(KEY_BINNING, constantRange(KEY_BINNING).text()));
     }
-    if (images.isPresent(EIMAGE_LUMINESCENT) && !(numberOf(clickInfo, SECTION_LUMINESCENT, KEY_FOV) > 0.0)) {
-        vxLog(
-            ELOG_WARNING,
-            file + QStringLiteral(": ") +
-                tr("\"%1\" of the luminescent image is missing or not a number above 0; the image cannot be "
-                   "combined with others")
-                    .arg(KEY_FOV));
+    if (images.isPresent(EIMAGE_LUMINESCENT) &&
+        !constantRange(KEY_FOV).holds(numberOf(clickInfo, SECTION_LUMINESCENT, KEY_FOV))) {
+        vxLog(ELOG_WARNING,
+              file + QStringLiteral(": ") +
+                  tr("\"%1\" of the luminescent image is missing or not a number %2; the image cannot be "
+                     "combined with others")
+                      .arg(KEY_FOV, constantRange(KEY_FOV).text()));
     }
     readDisplay();
     return ESTATUS_SUCCESS;
@@ -133,7 +133,7 @@ ESTATUS CVXSDataset::Private::copyOtherFiles(const QString &target, QString *err
     if (folder.isEmpty() || datasetfiles::isSame(folder, target))
         return ESTATUS_SUCCESS;
     QStringList own = {FILE_CLICK_INFO, FILE_ANALYZED_CLICK_INFO};
-    for (const SImageKind &kind : DatasetImages::kinds()) {
+    for (const ImageKind &kind : DatasetImages::kinds()) {
         if (images.isPresent(kind.type))
             own += images.fileName(kind.type);
     }

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
-#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 #include "host/vxapi/model/CVXSDataset_p.h"
 #include "host/vxapi/model/CVXSSequenceDataset_p.h"
 #include "host/vxutils/CVXSLog.h"
@@ -129,14 +129,14 @@ void CVXSSequenceDataset::setActiveUnit(tag_edisplayunit unit)
 {
     if (unit < EUNIT_COUNTS || unit >= EUNIT_COUNT)
         return;
-    const bool isNew = unit != d->activeUnit;
-    d->isModified = d->isModified || isNew;
+    const bool hasChanged = unit != d->activeUnit;
+    d->isModified = d->isModified || hasChanged;
     d->activeUnit = unit;
     d->hasActiveUnit = true;
     const QList<CVXSDataset *> datasets = getDatasets();
     for (CVXSDataset *dataset : datasets)
         dataset->setUnit(unit);
-    d->announceDisplay(isNew);
+    d->announceDisplay(hasChanged);
 }
 
 const tag_simageadjust &CVXSSequenceDataset::getImageAdjust() const
@@ -147,13 +147,13 @@ const tag_simageadjust &CVXSSequenceDataset::getImageAdjust() const
 // Reversed and log scale stand in both records; they are one setting.
 void CVXSSequenceDataset::setImageAdjust(const tag_simageadjust &adjust)
 {
-    const bool isNew = adjust.colorTable != d->adjust.colorTable || adjust.reverse != d->adjust.reverse ||
-                       adjust.logScale != d->adjust.logScale;
-    d->isModified = d->isModified || isNew;
+    const bool hasChanged = adjust.colorTable != d->adjust.colorTable ||
+                            adjust.reverse != d->adjust.reverse || adjust.logScale != d->adjust.logScale;
+    d->isModified = d->isModified || hasChanged;
     d->adjust = adjust;
     d->toolInfo.reversed = adjust.reverse;
     d->toolInfo.logarithmic = adjust.logScale;
-    d->announceDisplay(isNew);
+    d->announceDisplay(hasChanged);
 }
 
 const CVXSToolInfo &CVXSSequenceDataset::getToolInfo() const
@@ -163,13 +163,14 @@ const CVXSToolInfo &CVXSSequenceDataset::getToolInfo() const
 
 void CVXSSequenceDataset::setToolInfo(const CVXSToolInfo &info)
 {
-    const bool isNew = info.reversed != d->toolInfo.reversed || info.logarithmic != d->toolInfo.logarithmic;
-    d->isModified = d->isModified || isNew || info.brightness != d->toolInfo.brightness ||
+    const bool hasChanged =
+        info.reversed != d->toolInfo.reversed || info.logarithmic != d->toolInfo.logarithmic;
+    d->isModified = d->isModified || hasChanged || info.brightness != d->toolInfo.brightness ||
                     info.gamma != d->toolInfo.gamma;
     d->toolInfo = info;
     d->adjust.reverse = info.reversed;
     d->adjust.logScale = info.logarithmic;
-    d->announceDisplay(isNew);
+    d->announceDisplay(hasChanged);
 }
 
 bool CVXSSequenceDataset::isTransIllumOverviewResultSequence() const
@@ -267,9 +268,9 @@ void CVXSSequenceDataset::Private::adopt(CVXSDataset *dataset)
 
 // A tool computes in the sequence's unit and paints with its colours, so a change of either is one of the
 // sequence.
-void CVXSSequenceDataset::Private::announceDisplay(bool isNew)
+void CVXSSequenceDataset::Private::announceDisplay(bool hasChanged)
 {
     Q_EMIT q->displayChanged();
-    if (isNew)
+    if (hasChanged)
         Q_EMIT q->updateOnChangeSequence();
 }

@@ -27,7 +27,7 @@ public:
     static QList<CVXSSequenceDataset *> openSequences();
     /// Opens a sequence folder (or its SequenceInfo.txt). A dataset that cannot be opened leaves its click
     /// number in the list with a null dataset, a log line of level 3, and a line in `warnings`. Null on
-    /// failure, with status and "file: reason" (the caller tells the person). A sequence that is open already
+    /// failure, with status and "file: reason" (the caller tells the user). A sequence that is open already
     /// is answered as it is; another one of the same ID is a failure. A click number listed twice is there
     /// once. Opening counts as loading (CVXPreference::isSequenceLoading()) until it returns.
     static CVXSSequenceDataset *open(const QString &folder, ESTATUS *status, QString *error,

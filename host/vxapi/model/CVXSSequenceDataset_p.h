@@ -26,7 +26,7 @@ public:
     int indexOf(const QString &clickNumber) const;
     QString plannedFolder(const QString &clickNumber) const;
     void adopt(CVXSDataset *dataset);
-    void announceDisplay(bool isNew);
+    void announceDisplay(bool hasChanged);
 
     void readInfo(const CPLClickInfo &info);
     void writeInfo(CPLClickInfo *info) const;

@@ -3,16 +3,16 @@
 
 #include <algorithm>
 
-bool SCalibration::operator==(const SCalibration &other) const
+bool CalibrationKey::operator==(const CalibrationKey &other) const
 {
     return unit == other.unit && factor == other.factor && luminescent == other.luminescent &&
            background == other.background && flatField == other.flatField && excitation == other.excitation;
 }
 
-SCalibration SIngredients::calibration(tag_edisplayunit unit) const
+CalibrationKey Ingredients::calibration(tag_edisplayunit unit) const
 {
     const auto id = [](const CILImage *image) { return image ? image->contentId() : 0; };
-    SCalibration result;
+    CalibrationKey result;
     result.unit = unit;
     result.factor = factor;
     result.luminescent = id(luminescent);
@@ -22,7 +22,7 @@ SCalibration SIngredients::calibration(tag_edisplayunit unit) const
     return result;
 }
 
-bool SIngredients::areNamed() const
+bool Ingredients::areNamed() const
 {
     for (const CILImage *image : {luminescent, background, flatField, excitation}) {
         if (image && image->contentId() == 0)
@@ -31,7 +31,7 @@ bool SIngredients::areNamed() const
     return true;
 }
 
-const CILImage *CalibratedImages::find(const SCalibration &calibration)
+const CILImage *CalibratedImages::find(const CalibrationKey &calibration)
 {
     const auto found = std::find_if(m_entries.begin(), m_entries.end(),
                                     [&](const Entry &entry) { return entry.calibration == calibration; });
@@ -41,12 +41,12 @@ const CILImage *CalibratedImages::find(const SCalibration &calibration)
     return &m_entries.back().image;
 }
 
-void CalibratedImages::remember(const SCalibration &calibration, const CILImage &image)
+void CalibratedImages::remember(const CalibrationKey &calibration, const CILImage &image)
 {
     // Nobody can ask again for an image of pixels that are gone; of other constants only by editing them
     // back.
     const auto isStale = [&](const Entry &entry) {
-        const SCalibration &old = entry.calibration;
+        const CalibrationKey &old = entry.calibration;
         return old.luminescent != calibration.luminescent ||
                (old.unit == calibration.unit && old.factor != calibration.factor);
     };

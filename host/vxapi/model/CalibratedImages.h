@@ -9,7 +9,7 @@
 
 /// Everything that a calibrated image depends on. Pixels are named by CILImage::contentId(), 0 where an image
 /// is not used; a change of ClickInfo shows in the factor.
-struct SCalibration
+struct CalibrationKey
 {
     tag_edisplayunit unit = EUNIT_COUNTS;
     double factor = 1.0;
@@ -18,12 +18,12 @@ struct SCalibration
     std::uint64_t flatField = 0;
     std::uint64_t excitation = 0;
 
-    bool operator==(const SCalibration &other) const;
+    bool operator==(const CalibrationKey &other) const;
 };
 
 /// What a calibrated image is made of: (luminescent - background) / excitation / flat field * factor, where
 /// null images are left out and the background is taken from the excitation too.
-struct SIngredients
+struct Ingredients
 {
     const CILImage *luminescent = nullptr;
     const CILImage *background = nullptr;
@@ -31,7 +31,7 @@ struct SIngredients
     const CILImage *excitation = nullptr;
     double factor = 1.0;
 
-    SCalibration calibration(tag_edisplayunit unit) const;
+    CalibrationKey calibration(tag_edisplayunit unit) const;
     /// False when one of the images has no content ID, because someone may be writing its pixels: then
     /// nothing may be remembered that was made of it.
     bool areNamed() const;
@@ -45,15 +45,15 @@ public:
     static constexpr std::size_t CAPACITY = 6;
 
     /// The image of that calibration, or null.
-    const CILImage *find(const SCalibration &calibration);
+    const CILImage *find(const CalibrationKey &calibration);
     /// Keeps the image, as the last of CAPACITY; what was made of other luminescent pixels is dropped.
-    void remember(const SCalibration &calibration, const CILImage &image);
+    void remember(const CalibrationKey &calibration, const CILImage &image);
     void clear() { m_entries.clear(); }
 
 private:
     struct Entry
     {
-        SCalibration calibration;
+        CalibrationKey calibration;
         CILImage image;
     };
     std::vector<Entry> m_entries; // the one asked for last is at the end

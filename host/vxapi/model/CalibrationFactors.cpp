@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/CalibrationFactors.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
-#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ConstantRanges.h"
 
 #include <cmath>
 #include <limits>
@@ -14,12 +15,11 @@ using namespace clickinfo;
 
 constexpr double PI = 3.14159265358979323846;
 constexpr double CM_PER_UM = 1e-4;
-constexpr double NO_LIMIT = std::numeric_limits<double>::infinity();
 
-QString translated(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("Calibration", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(Calibration)
+};
 
 /// The constants of one factor; the first that is not usable is told.
 class Constants
@@ -27,32 +27,21 @@ class Constants
 public:
     Constants(const CPLClickInfo &info, QString *reason) : m_info(info), m_reason(reason) {}
 
-    /// A constant above 0 and at most `most`.
-    double fraction(QLatin1String section, QLatin1String key, double most = NO_LIMIT)
+    /// The number of a key; NaN when it is missing or out of its range.
+    double number(QLatin1String section, QLatin1String key)
     {
         const double value = numberOf(m_info, section, key);
-        if (value > 0.0 && value <= most)
-            return value;
-        const QString needs = std::isinf(most)
-                                  ? translated("it has to be a number above 0")
-                                  : translated("it has to be a number above 0, at most %1").arg(most);
-        return refused(section, key, needs);
-    }
-
-    /// A constant of at least 1.
-    double atLeastOne(QLatin1String section, QLatin1String key)
-    {
-        const double value = numberOf(m_info, section, key);
-        return value >= 1.0 ? value : refused(section, key, translated("it has to be a number of 1 or more"));
+        return constantRange(key).holds(value) ? value : refused(section, key);
     }
 
 private:
-    double refused(QLatin1String section, QLatin1String key, const QString &needs)
+    double refused(QLatin1String section, QLatin1String key)
     {
         if (m_reason && m_reason->isEmpty()) {
             const QString value = textOf(m_info, section, key);
-            const QString is = value.isNull() ? translated("is missing") : translated("is \"%1\"").arg(value);
-            *m_reason = translated("\"%1\" in section \"%2\" %3; %4").arg(key, section, is, needs);
+            const QString is = value.isNull() ? Text::tr("is missing") : Text::tr("is \"%1\"").arg(value);
+            *m_reason = Text::tr("\"%1\" in section \"%2\" %3; %4")
+                            .arg(key, section, is, constantRange(key).requirement());
         }
         return std::numeric_limits<double>::quiet_NaN();
     }
@@ -64,14 +53,14 @@ private:
 /// Radiance of one count: a sensor behind a lens sees the irradiance E = pi L T / (4 N^2 (1 + m)^2).
 double radiancePerCount(Constants &constants)
 {
-    const double gain = constants.fraction(SECTION_CAMERA, KEY_GAIN);
-    const double quantumEfficiency = constants.fraction(SECTION_CAMERA, KEY_QUANTUM_EFFICIENCY, 1.0);
-    const double pitch = constants.fraction(SECTION_CAMERA, KEY_PIXEL_PITCH);
-    const double magnification = constants.fraction(SECTION_CAMERA, KEY_MAGNIFICATION);
-    const double transmission = constants.fraction(SECTION_LUMINESCENT, KEY_TRANSMISSION, 1.0);
-    const double fNumber = constants.fraction(SECTION_LUMINESCENT, KEY_FNUMBER);
-    const double exposure = constants.fraction(SECTION_LUMINESCENT, KEY_EXPOSURE);
-    const double binning = constants.atLeastOne(SECTION_LUMINESCENT, KEY_BINNING);
+    const double gain = constants.number(SECTION_CAMERA, KEY_GAIN);
+    const double quantumEfficiency = constants.number(SECTION_CAMERA, KEY_QUANTUM_EFFICIENCY);
+    const double pitch = constants.number(SECTION_CAMERA, KEY_PIXEL_PITCH);
+    const double magnification = constants.number(SECTION_CAMERA, KEY_MAGNIFICATION);
+    const double transmission = constants.number(SECTION_LUMINESCENT, KEY_TRANSMISSION);
+    const double fNumber = constants.number(SECTION_LUMINESCENT, KEY_FNUMBER);
+    const double exposure = constants.number(SECTION_LUMINESCENT, KEY_EXPOSURE);
+    const double binning = constants.number(SECTION_LUMINESCENT, KEY_BINNING);
 
     const double side = pitch * CM_PER_UM * binning;
     const double photons = gain / (quantumEfficiency * transmission);
@@ -85,8 +74,7 @@ double perCount(Constants &constants, tag_edisplayunit unit)
     case EUNIT_RADIANCE:
         return radiancePerCount(constants);
     case EUNIT_RADIANT_EFFICIENCY:
-        return radiancePerCount(constants) /
-               constants.fraction(SECTION_LUMINESCENT, KEY_EXCITATION_IRRADIANCE);
+        return radiancePerCount(constants) / constants.number(SECTION_LUMINESCENT, KEY_EXCITATION_IRRADIANCE);
     default:
         return 1.0;
     }
@@ -102,14 +90,14 @@ double calibration::factor(const CPLClickInfo &info, tag_edisplayunit from, tag_
     Constants constants(info, reason);
     // Between the two calibrated units only the irradiance counts.
     if (from == EUNIT_RADIANCE && to == EUNIT_RADIANT_EFFICIENCY)
-        return 1.0 / constants.fraction(SECTION_LUMINESCENT, KEY_EXCITATION_IRRADIANCE);
+        return 1.0 / constants.number(SECTION_LUMINESCENT, KEY_EXCITATION_IRRADIANCE);
     if (from == EUNIT_RADIANT_EFFICIENCY && to == EUNIT_RADIANCE)
-        return constants.fraction(SECTION_LUMINESCENT, KEY_EXCITATION_IRRADIANCE);
+        return constants.number(SECTION_LUMINESCENT, KEY_EXCITATION_IRRADIANCE);
     const double value = perCount(constants, to) / perCount(constants, from);
     // Constants that are numbers may still be so far out that their product is none.
     if (std::isnan(value) || (std::isfinite(value) && value > 0.0))
         return value;
     if (reason && reason->isEmpty())
-        *reason = translated("the calibration constants give the factor %1").arg(value);
+        *reason = Text::tr("the calibration constants give the factor %1").arg(value);
     return std::numeric_limits<double>::quiet_NaN();
 }

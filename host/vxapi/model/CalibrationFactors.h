@@ -5,8 +5,19 @@
 
 class CPLClickInfo;
 
-/// Factors between display units, from the constants of a ClickInfo record; see VXCalibration.h for the
-/// formula.
+/// Factors between display units, from the constants of a ClickInfo record.
+///
+///     QString reason;
+///     const double perCount = calibration::factor(info, EUNIT_COUNTS, EUNIT_RADIANCE, &reason);
+///     if (std::isnan(perCount))
+///         vxLog(ELOG_FAILURE, reason); // names key, section, value and what it has to be
+///
+/// From first principles: in the time t [s] a sensor pixel of area A [cm^2] that is lit by E [photons/s/cm^2]
+/// gives counts = E A t QE / g. From the sensor the lens is seen under the half-angle theta with
+/// sin(theta) = 1 / (2 N (1 + m)), and a cone of that half-angle filled with the radiance L, of which lens
+/// and filters let pass T, lights it with E = pi L T sin(theta)^2. Hence
+///     L = counts * g / (QE T) * 4 N^2 (1 + m)^2 / (pi A t)   [photons/s/cm^2/sr],
+/// N being the f-number, m the magnification, QE the quantum efficiency, g the electrons a count.
 namespace calibration {
 
 /// What pixels in the unit `from` are multiplied with to be in the unit `to`. 1 when the units are equal, or

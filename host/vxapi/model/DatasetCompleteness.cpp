@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/DatasetCompleteness.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
-#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSDataset_p.h"
 #include "host/vxapi/model/DatasetFiles.h"
@@ -18,10 +18,10 @@ using namespace clickinfo;
 
 namespace {
 
-QString translated(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("Dataset", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(Dataset)
+};
 
 ESTATUS incomplete(const QString &file, const QString &reason, QString *error)
 {
@@ -34,12 +34,12 @@ ESTATUS readRecord(const QString &path, CPLClickInfo *info, QString *error)
 {
     // A pipe of that name would keep the reader waiting for ever.
     if (!QFileInfo(path).isFile())
-        return incomplete(path, translated("the file is missing, the dataset is not complete"), error);
+        return incomplete(path, Text::tr("the file is missing, the dataset is not complete"), error);
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return incomplete(path, file.errorString(), error);
     if (file.size() > CPLClickInfo::MAX_FILE_BYTES)
-        return incomplete(path, translated("the file is too large to be a record of a dataset"), error);
+        return incomplete(path, Text::tr("the file is too large to be a record of a dataset"), error);
     QString reason;
     if (info->fromText(file.readAll(), &reason) != ESTATUS_SUCCESS)
         return incomplete(path, reason, error);
@@ -48,7 +48,7 @@ ESTATUS readRecord(const QString &path, CPLClickInfo *info, QString *error)
 
 } // namespace
 
-ESTATUS datasetfiles::checkFiles(const QString &folder, SFolderContent *content, QString *error)
+ESTATUS datasetfiles::checkFiles(const QString &folder, FolderContent *content, QString *error)
 {
     CPLClickInfo info;
     CPLClickInfo analyzed;
@@ -63,8 +63,8 @@ ESTATUS datasetfiles::checkFiles(const QString &folder, SFolderContent *content,
     images.scan(info, folder, &refused);
     if (!refused.isEmpty())
         return incomplete(folder + FILE_CLICK_INFO,
-                          refused.first() + translated("; the dataset is not complete"), error);
-    for (const SImageKind &kind : DatasetImages::kinds()) {
+                          refused.first() + Text::tr("; the dataset is not complete"), error);
+    for (const ImageKind &kind : DatasetImages::kinds()) {
         if (images.isPresent(kind.type) &&
             CILImage::checkTIFF(QFile::encodeName(folder + images.fileName(kind.type)).constData()) !=
                 EIL_SUCCESS) {
@@ -90,7 +90,7 @@ ESTATUS CVXSDataset::checkComplete(QString *error) const
         reason = tr("%1: the dataset lies in no folder").arg(d->clickNumber);
     else
         status = datasetfiles::checkFiles(d->folder, nullptr, &reason);
-    for (const SImageKind &kind : DatasetImages::kinds()) {
+    for (const ImageKind &kind : DatasetImages::kinds()) {
         if (status == ESTATUS_SUCCESS && d->images.isPresent(kind.type) && !d->coreImage(kind.type)) {
             status = ESTATUS_NOT_COMPLETE;
             reason = d->images.error(kind.type);

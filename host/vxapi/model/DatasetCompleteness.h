@@ -8,7 +8,7 @@
 namespace datasetfiles {
 
 /// What the files of a dataset's folder tell without its pixels.
-struct SFolderContent
+struct FolderContent
 {
     QString clickNumber; ///< that of the folder when ClickInfo.txt names none
     bool isResult = false;
@@ -18,6 +18,6 @@ struct SFolderContent
 /// AnalyzedClickInfo.txt can be read, and every image that the sections of ClickInfo call for is there with a
 /// header that can be read; no pixel is. ESTATUS_NOT_COMPLETE with "file: reason" otherwise. Says nothing to
 /// the log: what is incomplete need not be anybody's concern. `content` may be null.
-ESTATUS checkFiles(const QString &folder, SFolderContent *content, QString *error);
+ESTATUS checkFiles(const QString &folder, FolderContent *content, QString *error);
 
 } // namespace datasetfiles

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/DatasetFiles.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 #include "host/vxutils/writeWhole.h"
 
 #include <QCoreApplication>
@@ -11,6 +11,11 @@
 #include <QSaveFile>
 
 namespace {
+
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(Dataset)
+};
 
 constexpr qint64 CHUNK = 1 << 20;
 
@@ -52,8 +57,7 @@ ESTATUS datasetfiles::makeFolder(const QString &folder, QString *error)
 {
     if (QDir().mkpath(folder))
         return ESTATUS_SUCCESS;
-    return failed(ESTATUS_FILE_NOT_WRITABLE, folder,
-                  QCoreApplication::translate("Dataset", "the folder cannot be made"), error);
+    return failed(ESTATUS_FILE_NOT_WRITABLE, folder, Text::tr("the folder cannot be made"), error);
 }
 
 ESTATUS datasetfiles::copyFile(const QString &from, const QString &to, QString *error)

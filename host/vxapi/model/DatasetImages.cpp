@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/DatasetImages.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
-#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 #include "host/vxapi/model/DatasetFiles.h"
 #include "host/vxparser/CPLClickInfo.h"
 #include "host/vxutils/CVXUtilityFns.h"
@@ -15,13 +15,13 @@ using namespace clickinfo;
 
 namespace {
 
-QString translated(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("Dataset", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(Dataset)
+};
 
 /// The file name that a section gives its image; the type's own when it gives none.
-QString nameOf(const CPLSection &section, const SImageKind &kind)
+QString nameOf(const CPLSection &section, const ImageKind &kind)
 {
     QString name;
     section.getSectionName(&name, false);
@@ -30,10 +30,10 @@ QString nameOf(const CPLSection &section, const SImageKind &kind)
 
 } // namespace
 
-const std::array<SImageKind, DatasetImages::COUNT> &DatasetImages::kinds()
+const std::array<ImageKind, DatasetImages::COUNT> &DatasetImages::kinds()
 {
     // In the order of tag_eimagetype.
-    static const std::array<SImageKind, COUNT> all = {{
+    static const std::array<ImageKind, COUNT> all = {{
         {EIMAGE_PHOTOGRAPH, SECTION_PHOTOGRAPH, FILE_PHOTOGRAPH, "photograph"},
         {EIMAGE_LUMINESCENT, SECTION_LUMINESCENT, FILE_LUMINESCENT, "luminescent image"},
         {EIMAGE_XRAY, SECTION_XRAY, FILE_XRAY, "X-ray image"},
@@ -44,7 +44,7 @@ const std::array<SImageKind, DatasetImages::COUNT> &DatasetImages::kinds()
     return all;
 }
 
-const SImageKind &DatasetImages::kind(tag_eimagetype type)
+const ImageKind &DatasetImages::kind(tag_eimagetype type)
 {
     return kinds()[std::size_t(type)];
 }
@@ -53,7 +53,7 @@ void DatasetImages::scan(const CPLClickInfo &info, const QString &folder, QStrin
 {
     // The tool writes a result's images under these names, whatever the operand's were called.
     const bool isResult = isMathResult(info);
-    for (const SImageKind &kind : kinds()) {
+    for (const ImageKind &kind : kinds()) {
         Slot &found = slot(kind.type);
         found = Slot();
         found.fileName = kind.fileName;
@@ -63,8 +63,8 @@ void DatasetImages::scan(const CPLClickInfo &info, const QString &folder, QStrin
             continue;
         const QString name = isResult ? QString(kind.fileName) : nameOf(*section, kind);
         if (!CVXUtilityFns::isSafeFileName(name)) {
-            *refused += translated("\"%1\" is refused as the file of the %2: it is not a plain file name")
-                            .arg(name, translated(kind.name));
+            *refused += Text::tr("\"%1\" is refused as the file of the %2: it is not a plain file name")
+                            .arg(name, Text::tr(kind.name));
             continue;
         }
         found.fileName = name;
@@ -72,7 +72,7 @@ void DatasetImages::scan(const CPLClickInfo &info, const QString &folder, QStrin
         const bool isFile = QFileInfo(folder + name).isFile();
         m_list.setPresent(kind.type, isFile);
         if (!isFile)
-            *refused += translated("the file \"%1\" of the %2 is not there").arg(name, translated(kind.name));
+            *refused += Text::tr("the file \"%1\" of the %2 is not there").arg(name, Text::tr(kind.name));
     }
 }
 
@@ -123,7 +123,7 @@ QString DatasetImages::fileName(tag_eimagetype type) const
 
 ESTATUS DatasetImages::save(const QString &folder, const QString &target, QString *error) const
 {
-    for (const SImageKind &kind : kinds()) {
+    for (const ImageKind &kind : kinds()) {
         if (!isPresent(kind.type))
             continue;
         const ESTATUS status = saveOne(slot(kind.type), folder, target, error);
@@ -144,7 +144,7 @@ ESTATUS DatasetImages::saveOne(const Slot &slot, const QString &folder, const QS
     if (!isChanged && !folder.isEmpty() && QFileInfo(from).isFile())
         return datasetfiles::isSame(from, to) ? ESTATUS_SUCCESS : datasetfiles::copyFile(from, to, error);
     if (!slot.image) {
-        *error = from + QStringLiteral(": ") + translated("there is no such file any more");
+        *error = from + QStringLiteral(": ") + Text::tr("there is no such file any more");
         return ESTATUS_FILE_NOT_FOUND;
     }
     if (slot.image->saveTIFF(QFile::encodeName(to).constData()) != EIL_SUCCESS) {

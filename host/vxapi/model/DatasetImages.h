@@ -14,7 +14,7 @@
 class CPLClickInfo;
 
 /// What is fixed for an image by its type.
-struct SImageKind
+struct ImageKind
 {
     tag_eimagetype type;
     QLatin1String section;  ///< of ClickInfo
@@ -28,9 +28,9 @@ class DatasetImages
 {
 public:
     static constexpr std::size_t COUNT = 6;
-    static const std::array<SImageKind, COUNT> &kinds();
-    static const SImageKind &kind(tag_eimagetype type);
-    static bool isKind(int type) { return type >= 0 && type < int(COUNT); }
+    static const std::array<ImageKind, COUNT> &kinds();
+    static const ImageKind &kind(tag_eimagetype type);
+    static bool isImageType(int type) { return type >= 0 && type < int(COUNT); }
 
     /// Finds out which images are there: those whose section is in the record and whose file is in the
     /// folder. A section's name that is not a safe file name is told in `refused` ("file name ...: reason")

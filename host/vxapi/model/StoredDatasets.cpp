@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/StoredDatasets.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/DatasetCompleteness.h"
 #include "host/vxapi/model/DatasetFiles.h"
@@ -15,7 +15,7 @@ void CVXSDataset::registerStoredDatasets(const QString &folder)
     StoredDatasets::instance().registerFolder(folder);
 }
 
-bool StoredDatasets::SStamp::operator==(const SStamp &other) const
+bool StoredDatasets::Stamp::operator==(const Stamp &other) const
 {
     return folder == other.folder && clickInfo == other.clickInfo && size == other.size;
 }
@@ -27,17 +27,17 @@ StoredDatasets &StoredDatasets::instance()
     return *datasets;
 }
 
-StoredDatasets::SStamp StoredDatasets::stampOf(const QString &folder)
+StoredDatasets::Stamp StoredDatasets::stampOf(const QString &folder)
 {
     const QFileInfo clickInfo(folder + clickinfo::FILE_CLICK_INFO);
     return {QFileInfo(folder).lastModified(), clickInfo.lastModified(), clickInfo.size()};
 }
 
-bool StoredDatasets::read(const QString &folder, SEntry *entry)
+bool StoredDatasets::read(const QString &folder, Entry *entry)
 {
     entry->about.folder = folder;
     entry->stamp = stampOf(folder); // before the reading, so that what changes meanwhile is seen
-    datasetfiles::SFolderContent content;
+    datasetfiles::FolderContent content;
     QString reason;
     if (datasetfiles::checkFiles(folder, &content, &reason) != ESTATUS_SUCCESS ||
         !CVXUtilityFns::isSafeFileName(content.clickNumber))
@@ -49,7 +49,7 @@ bool StoredDatasets::read(const QString &folder, SEntry *entry)
     return true;
 }
 
-void StoredDatasets::drop(SEntry *entry)
+void StoredDatasets::drop(Entry *entry)
 {
     // Later: who asked for it may stand in the middle of using it.
     if (entry->opened)
@@ -60,7 +60,7 @@ void StoredDatasets::drop(SEntry *entry)
 void StoredDatasets::registerFolder(const QString &folder)
 {
     m_root = datasetfiles::folderPath(folder);
-    QMap<QString, SEntry> found;
+    QMap<QString, Entry> found;
     const QStringList names =
         m_root.isEmpty()
             ? QStringList()
@@ -69,7 +69,7 @@ void StoredDatasets::registerFolder(const QString &folder)
         const QString path = m_root + name + QLatin1Char('/');
         const auto known = m_entries.find(name);
         const bool isKnown = known != m_entries.end() && known->about.folder == path;
-        SEntry entry;
+        Entry entry;
         if (isKnown && known->stamp == stampOf(path))
             entry = *known;
         else if (!read(path, &entry))
@@ -78,7 +78,7 @@ void StoredDatasets::registerFolder(const QString &folder)
         if (isKnown && entry.opened)
             known->opened.clear(); // it goes on
     }
-    for (SEntry &entry : m_entries)
+    for (Entry &entry : m_entries)
         drop(&entry);
     m_entries = found;
 }
@@ -87,7 +87,7 @@ void StoredDatasets::noticeFolder(const QString &name)
 {
     if (m_root.isEmpty() || m_entries.contains(name) || !CVXUtilityFns::isSafeFileName(name))
         return;
-    SEntry entry;
+    Entry entry;
     if (read(m_root + name + QLatin1Char('/'), &entry))
         m_entries.insert(name, entry);
 }
@@ -114,8 +114,8 @@ CVXSDataset *StoredDatasets::find(const QString &name)
 
 CVXSDataset *StoredDatasets::open(const QString &folderName)
 {
-    SEntry &entry = m_entries[folderName];
-    SEntry now;
+    Entry &entry = m_entries[folderName];
+    Entry now;
     const bool isComplete = read(entry.about.folder, &now);
     if (isComplete && entry.opened && now.stamp == entry.stamp)
         return entry.opened;
@@ -132,17 +132,17 @@ CVXSDataset *StoredDatasets::open(const QString &folderName)
     return entry.opened;
 }
 
-QList<SStoredDataset> StoredDatasets::list() const
+QList<StoredDataset> StoredDatasets::list() const
 {
-    QList<SStoredDataset> all;
-    for (const SEntry &entry : m_entries)
+    QList<StoredDataset> all;
+    for (const Entry &entry : m_entries)
         all += entry.about;
     return all;
 }
 
 void StoredDatasets::giveWayTo(const CVXSDataset *opened)
 {
-    for (SEntry &entry : m_entries) {
+    for (Entry &entry : m_entries) {
         if (!entry.opened)
             continue;
         if (entry.opened == opened)

@@ -12,7 +12,7 @@
 class CVXSDataset;
 
 /// A dataset that lies complete in its folder.
-struct SStoredDataset
+struct StoredDataset
 {
     QString folder; ///< ends in "/"
     QString clickNumber;
@@ -25,7 +25,7 @@ struct SStoredDataset
 ///
 /// A name is taken by the click number and by the folder: a new result of that name would be written into the
 /// folder. Where both occur, the click number answers first. A dataset that somebody opens otherwise is left
-/// to him: the object that stood for the stored one goes (later, so hold it in a QPointer).
+/// to that caller: the object that stood for the stored one goes (later, so hold it in a QPointer).
 class VXAPI_EXPORT StoredDatasets
 {
 public:
@@ -37,35 +37,35 @@ public:
     /// is none any more. A folder of that name that came since is noticed.
     CVXSDataset *find(const QString &name);
     /// In the order of their folders' names.
-    QList<SStoredDataset> list() const;
+    QList<StoredDataset> list() const;
 
     /// An open dataset answers for its click number from now on.
     void giveWayTo(const CVXSDataset *opened);
 
 private:
     /// When this is unchanged, so is the folder's content, but for a file that was changed in place.
-    struct SStamp
+    struct Stamp
     {
         QDateTime folder;
         QDateTime clickInfo;
         qint64 size = -1;
-        bool operator==(const SStamp &other) const;
+        bool operator==(const Stamp &other) const;
     };
-    struct SEntry
+    struct Entry
     {
-        SStoredDataset about;
-        SStamp stamp;
+        StoredDataset about;
+        Stamp stamp;
         QPointer<CVXSDataset> opened;
     };
     StoredDatasets() = default;
-    static SStamp stampOf(const QString &folder);
+    static Stamp stampOf(const QString &folder);
     /// False when nothing complete is there.
-    static bool read(const QString &folder, SEntry *entry);
-    static void drop(SEntry *entry);
+    static bool read(const QString &folder, Entry *entry);
+    static void drop(Entry *entry);
     /// Another workspace may have written it since the last look.
     void noticeFolder(const QString &name);
     CVXSDataset *open(const QString &folderName);
 
-    QString m_root;                  ///< ends in "/", or empty
-    QMap<QString, SEntry> m_entries; ///< by the folder's name
+    QString m_root;                 ///< ends in "/", or empty
+    QMap<QString, Entry> m_entries; ///< by the folder's name
 };

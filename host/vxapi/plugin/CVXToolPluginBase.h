@@ -19,8 +19,18 @@ struct downloaded_save_data;
 /// The interface by which the host drives a tool plug-in. Everything is called on the user-interface thread.
 ///
 /// The host loads the library, asks for the action and puts it into the Tools menu, calls the onSignal...
-/// operations when the active dataset or sequence changes, launchTool() when the person chooses the action,
+/// operations when the active dataset or sequence changes, launchTool() when the user chooses the action,
 /// and after a successful launch showToolWindow() when the tool has a window to show.
+///
+///     class MyTool : public CVXToolPluginBase
+///     {
+///         Q_OBJECT
+///         Q_PLUGIN_METADATA(IID "com.example.mytool")
+///         Q_INTERFACES(CVXToolPluginBase)
+///     };
+///
+/// The library goes into lib/vexa/plugins. A plug-in object lives until the application quits; no sequence or
+/// dataset may be used after the onSignal...Removed() call that names it.
 class VXAPI_EXPORT CVXToolPluginBase : public QObject
 {
     Q_OBJECT
@@ -33,7 +43,9 @@ public:
     virtual int getToolKind() = 0;
     /// The menu action, created on first call and owned by the plug-in; null for kind 5.
     virtual QAction *getAction() = 0;
+    /// The icon of the action; may be null.
     virtual QIcon getIcon() = 0;
+    /// The tool's name for people, in menus and the log.
     virtual QString getToolName() = 0;
     /// The sub-menu of Tools that the action belongs to.
     virtual QString getToolGroupName() = 0;
@@ -41,31 +53,40 @@ public:
     virtual void resetWindow() = 0;
     /// Show the tool's window. Called only while there is one.
     virtual void showToolWindow() = 0;
-    /// The person chose the action. False when the tool did not start; the tool has told the person why.
+    /// The user chose the action. False when the tool did not start; the tool has told the user why.
     virtual bool launchTool() = 0;
+    /// Whether the tool's window was launched and not reset or hidden since.
     virtual bool isToolWindowShown() = 0;
     /// Hand a window to the host's workspace, which wraps it into a sub-window.
     virtual void signalAddWidgetToWorkspace(QWidget *pWidget) = 0;
     /// Set whether the action is enabled (first flag) and visible (second flag).
     virtual void updateValidity(QAction *action, bool enabled, bool visible) = 0;
 
+    // Defaults of a tool without base module and preferences; the workspace does not ask for them.
     virtual QString getBaseModuleName();
     virtual bool isBaseModuleAvailable();
     virtual bool defaultVisibilityForPluggin();
     virtual bool hasPreferenceWidget();
     virtual QWidget *getPreferenceWidget();
 
+    /// A dataset's window became active; null when no window is.
     virtual void onSignalDatasetChanged(CVXSDataset *dataset) = 0;
+    /// A sequence's window became active.
     virtual void onSignalSequenceChanged(CVXSSequenceDataset *sequence) = 0;
+    /// The dataset is about to go. Those of a sequence are told before the sequence itself.
     virtual void onSignalDatasetRemoved(CVXSDataset *dataset) = 0;
+    /// A sequence was opened; its window is not shown yet.
     virtual void onSignalSequenceAdded(CVXSSequenceDataset *sequence) = 0;
+    /// The sequence is about to go; it and its datasets are still there.
     virtual void onSignalSequenceRemoved(CVXSSequenceDataset *sequence) = 0;
+    // The workspace does not call these: a tool that follows ROIs connects to the dataset's CROIManager.
     virtual void onSignalROIModified(QString name) = 0;
     virtual void onSignalROIDeleted() = 0;
     virtual void onSignalupdateROIList() = 0;
-    virtual void onAdvancedOptionChanged(bool on);
+    virtual void onAdvancedOptionChanged(bool on); ///< not called by the workspace
     /// Copy the window of that object name to the clipboard, if it is the tool's.
     virtual void onSignalCopyToClipboard(QString strObjectName) = 0;
+    // Not called by the workspace; they do nothing unless a tool overrides them.
     virtual void onSignalGetPrintPixmap(bool on);
     virtual void onSignalUpdatePluginMenu(QString name);
 
@@ -74,7 +95,10 @@ Q_SIGNALS:
     void signalLoadFile(QString path, bool flag, ESTATUS *status, downloaded_save_data *downloadData);
 
 protected:
+    /// What signalAddWidgetToWorkspace() does for a tool; without a workspace a log line of level 3 and
+    /// nothing else.
     void addWidgetToWorkspace(QWidget *widget);
+    /// What updateValidity() does for a tool; a null action changes nothing.
     void updateToolPluginValidity(QAction *action, bool enabled, bool visible);
 
     bool m_bToolWindowShown = false; ///< the tool's window was launched and not reset or hidden since

@@ -70,7 +70,7 @@ bool CVXSMultiImageView::setImageAt(CILImage *image, bool, int slot, const QStri
     return true;
 }
 
-bool CVXSMultiImageView::setUnderlay(int slot, const SImageUnderlay &underlay)
+bool CVXSMultiImageView::setUnderlay(int slot, const ImageUnderlay &underlay)
 {
     if (slot < 0 || slot >= slotCount())
         return false;
@@ -79,7 +79,7 @@ bool CVXSMultiImageView::setUnderlay(int slot, const SImageUnderlay &underlay)
     return true;
 }
 
-bool CVXSMultiImageView::setImageTone(int slot, const SPictureTone &tone)
+bool CVXSMultiImageView::setImageTone(int slot, const PictureTone &tone)
 {
     if (slot < 0 || slot >= slotCount())
         return false;
@@ -210,7 +210,7 @@ int CVXSMultiImageView::uploadCount() const
 
 QRectF CVXSMultiImageView::imagePlace(int slot) const
 {
-    const QVector<SSlotPlaces> places = d->places();
+    const QVector<SlotPlaces> places = d->places();
     if (slot < 0 || slot >= places.size() || places[slot].image.isEmpty())
         return QRectF();
     const QRect device = d->geometry.toDevicePixels(places[slot].image, d->deviceSize());

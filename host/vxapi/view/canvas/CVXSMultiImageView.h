@@ -15,6 +15,12 @@ class ViewDecoration;
 
 /// Several images with colour bars and text tags over them.
 ///
+///     CVXSMultiImageView view;
+///     view.setLayout(ELAYOUT_THREE_ROWS);
+///     view.addImage(&image, false, QString(), 0);    // drawn through the image's own palette
+///     bar.rect = view.getColorBarRect();             // holds before the view is shown and after a resize
+///     view.addColorbar(&bar);
+///
 /// Object units belong to the layout, not to the window: image column and colour-bar strip have a fixed size
 /// in object units whatever the widget's pixels, y downwards. The picture is scaled to the widget as a whole
 /// and centred. It is drawn with OpenGL (the pixels go to the card once per change of image; colour table,
@@ -50,9 +56,10 @@ public:
     /// the slot's image, pixels at or below the lower limit of its palette are then not drawn, and the others
     /// with the given opacity; one that is not finite keeps its own colour, opaque. Without image in the
     /// slot nothing is drawn. False when there is no such slot.
-    bool setUnderlay(int slot, const SImageUnderlay &underlay);
+    bool setUnderlay(int slot, const ImageUnderlay &underlay);
     /// Brightness and gamma of a slot's image; meant for photographs, a colour bar knows nothing of it.
-    bool setImageTone(int slot, const SPictureTone &tone);
+    bool setImageTone(int slot, const PictureTone &tone);
+    /// The image of a slot; null when the slot is empty or there is no such slot.
     CILImage *imageAt(int slot) const;
     int slotCount() const;
 
@@ -73,6 +80,7 @@ public:
     /// A null pointer or a tag that is in the view already changes nothing.
     void addTextTag(CVXSTextTag *tag);
     void removeTextTag(CVXSTextTag *tag);
+    /// Shows or hides all tags; each one's own show() counts as well.
     void setShowTextTag(bool on);
 
     /// Something that paints over the images and below bars and tags. It belongs to the caller and must live

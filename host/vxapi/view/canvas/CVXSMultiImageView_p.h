@@ -9,17 +9,17 @@
 #include <deque>
 
 /// A slot of the view.
-struct SViewSlot
+struct ViewSlot
 {
     CILImage *image = nullptr;
     ImagePyramid pyramid;
-    SPictureTone tone;
-    SImageUnderlay underlay;
+    PictureTone tone;
+    ImageUnderlay underlay;
     ImagePyramid underlayPyramid;
 };
 
 /// Where a slot's images lie, object units; empty for what is not there.
-struct SSlotPlaces
+struct SlotPlaces
 {
     QRectF image;
     QRectF underlay;
@@ -32,17 +32,17 @@ public:
 
     QSizeF viewSize() const;
     QSize deviceSize() const { return viewSize().toSize() * q->devicePixelRatioF(); }
-    QVector<SSlotPlaces> places() const;
+    QVector<SlotPlaces> places() const;
     CILPalette barPalette(const SColorbar &bar) const;
     void repaint() const;
 
-    SPictureContent picture() override;
+    PictureContent picture() override;
     QImage overlay() override;
     QImage rasterPicture() override;
 
     CVXSMultiImageView *q;
     LayoutGeometry geometry;
-    std::deque<SViewSlot> cells; // a deque: the pyramids stay where they are
+    std::deque<ViewSlot> cells; // a deque: the pyramids stay where they are
     QVector<SColorbar *> bars;
     QVector<CVXSTextTag *> tags;
     QVector<ViewDecoration *> decorations;

@@ -25,7 +25,7 @@ QSizeF physicalSize(const CILImage *image)
 }
 
 /// The underlay's size in the unit of the image above it; empty without one.
-QSizeF underlaySize(const SViewSlot &slot, const QSizeF &above)
+QSizeF underlaySize(const ViewSlot &slot, const QSizeF &above)
 {
     const CILImage *below = slot.underlay.image;
     if (!below || below->isEmpty() || above.isEmpty() || !(slot.underlay.widthRatio > 0.0))
@@ -49,19 +49,19 @@ QSizeF CVXSMultiImageView::Private::viewSize() const
     return laidOut || q->testAttribute(Qt::WA_Resized) ? q->size() : q->sizeHint();
 }
 
-QVector<SSlotPlaces> CVXSMultiImageView::Private::places() const
+QVector<SlotPlaces> CVXSMultiImageView::Private::places() const
 {
     QVector<QSizeF> above;
     QVector<QSizeF> below;
     QVector<QSizeF> whole;
     for (int i = 0; i < geometry.cellCount(); ++i) {
-        const SViewSlot *slot = i < int(cells.size()) ? &cells[std::size_t(i)] : nullptr;
+        const ViewSlot *slot = i < int(cells.size()) ? &cells[std::size_t(i)] : nullptr;
         above.append(physicalSize(slot ? slot->image : nullptr));
         below.append(slot ? underlaySize(*slot, above.last()) : QSizeF(0.0, 0.0));
         whole.append(above.last().expandedTo(below.last()));
     }
     const QVector<QRectF> rects = geometry.imageRects(whole);
-    QVector<SSlotPlaces> places;
+    QVector<SlotPlaces> places;
     for (int i = 0; i < rects.size(); ++i) {
         if (below[i].isEmpty()) {
             places.append({rects[i], QRectF()});
@@ -77,7 +77,7 @@ QVector<SSlotPlaces> CVXSMultiImageView::Private::places() const
 /// numbers.
 CILPalette CVXSMultiImageView::Private::barPalette(const SColorbar &bar) const
 {
-    const QVector<SSlotPlaces> slotPlaces = places();
+    const QVector<SlotPlaces> slotPlaces = places();
     for (int i = 0; i < slotPlaces.size(); ++i) {
         const QRectF &place = slotPlaces[i].image;
         const double middle = place.center().y();
@@ -94,14 +94,14 @@ void CVXSMultiImageView::Private::repaint() const
         canvas->update();
 }
 
-SPictureContent CVXSMultiImageView::Private::picture()
+PictureContent CVXSMultiImageView::Private::picture()
 {
-    SPictureContent content;
+    PictureContent content;
     content.size = deviceSize();
     content.background = BACKGROUND;
     const int limit = geometry.layout == ELAYOUT_THREE_ROWS ? THUMBNAIL_LIMIT : GlPicture::TEXTURE_LIMIT;
-    const auto add = [&](int number, ImagePyramid &pyramid, const CILImage *image, const SPictureTone &tone,
-                         const QRectF &place) -> SPictureItem * {
+    const auto add = [&](int number, ImagePyramid &pyramid, const CILImage *image, const PictureTone &tone,
+                         const QRectF &place) -> PictureItem * {
         if (pyramid.load(image, limit))
             ++uploads;
         if (pyramid.isEmpty())
@@ -111,15 +111,15 @@ SPictureContent CVXSMultiImageView::Private::picture()
                               geometry.toDevicePixels(place, content.size), 255, false});
         return &content.items.last();
     };
-    const QVector<SSlotPlaces> slotPlaces = places();
+    const QVector<SlotPlaces> slotPlaces = places();
     for (int i = 0; i < std::min(slotPlaces.size(), int(cells.size())); ++i) {
-        SViewSlot &slot = cells[std::size_t(i)];
-        const SSlotPlaces &place = slotPlaces[i];
-        const SImageUnderlay &below = slot.underlay;
+        ViewSlot &slot = cells[std::size_t(i)];
+        const SlotPlaces &place = slotPlaces[i];
+        const ImageUnderlay &below = slot.underlay;
         // An underlay goes by a number that no slot has.
         const bool isCovering = !place.underlay.isEmpty() &&
                                 add(-1 - i, slot.underlayPyramid, below.image, below.tone, place.underlay);
-        SPictureItem *item = add(i, slot.pyramid, slot.image, slot.tone, place.image);
+        PictureItem *item = add(i, slot.pyramid, slot.image, slot.tone, place.image);
         if (item && isCovering) {
             item->alpha = int(std::lround(255.0 * std::clamp(below.opacity, 0.0, 1.0)));
             item->isLowTransparent = true;
@@ -130,12 +130,12 @@ SPictureContent CVXSMultiImageView::Private::picture()
 
 QImage CVXSMultiImageView::Private::overlay()
 {
-    SOverlayContent content;
+    OverlayContent content;
     const QSizeF size = viewSize();
     content.size = deviceSize();
     content.pixelRatio = q->devicePixelRatioF();
     content.scale = geometry.scaleFor(size);
-    const QVector<SSlotPlaces> slotPlaces = places();
+    const QVector<SlotPlaces> slotPlaces = places();
     for (int i = 0; i < slotPlaces.size(); ++i) {
         const QRectF whole = slotPlaces[i].image | slotPlaces[i].underlay;
         if (!whole.isEmpty())

@@ -28,7 +28,7 @@ QImage gradientOf(const CILPalette &palette)
 double widestLabel(const ColorbarScale &scale, const QFontMetricsF &metrics)
 {
     double widest = 0.0;
-    for (const SBarTick &tick : scale.ticks)
+    for (const BarTick &tick : scale.ticks)
         widest = std::max(widest, metrics.size(Qt::TextSingleLine, tick.label).width());
     return widest;
 }
@@ -65,7 +65,7 @@ void ColorbarPainter::paint(const QRectF &rect, const CILPalette &palette)
     m_painter.setPen(QColor(FRAME_COLOR));
     m_painter.setBrush(Qt::NoBrush);
     m_painter.drawRect(bar.adjusted(0, 0, -1, -1));
-    for (const SBarTick &tick : scale.ticks) {
+    for (const BarTick &tick : scale.ticks) {
         const double y = bar.bottom() - 1.0 - tick.position * (bar.height() - 1.0);
         const bool numbered = !tick.label.isEmpty();
         m_painter.setPen(QColor(FRAME_COLOR));

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/view/canvas/ColorbarScale.h"
 
-#include "host/vximage/CILPalette.h"
+#include "host/vxapi/view/canvas/PaletteLimits.h"
 
 #include <algorithm>
 #include <cmath>
@@ -45,10 +45,10 @@ QString logLabel(double value)
 
 /// Keeps of the labels those that stand at least `gap` (in positions) apart; the first of the list wins. The
 /// rest stay as minor ticks.
-void thinOut(QVector<SBarTick> &byImportance, double gap)
+void thinOut(QVector<BarTick> &byImportance, double gap)
 {
     QVector<double> taken;
-    for (SBarTick &tick : byImportance) {
+    for (BarTick &tick : byImportance) {
         if (tick.label.isEmpty())
             continue;
         const bool free = std::none_of(taken.cbegin(), taken.cend(),
@@ -124,14 +124,13 @@ void addLogarithmic(ColorbarScale &scale, double low, double high)
 ColorbarScale ColorbarScale::of(const CILPalette &palette, double length, double lineHeight)
 {
     ColorbarScale scale;
-    double low = std::min(palette.getImageMin(), palette.getImageMax());
-    double high = std::max(palette.getImageMin(), palette.getImageMax());
+    const PaletteLimits limits(palette);
+    const double low = limits.lower;
+    const double high = limits.upper;
     if (!std::isfinite(low) || !std::isfinite(high)) {
         scale.ticks.append({0.0, 0.5, QStringLiteral("n/a")});
         return scale;
     }
-    if (palette.isLogScale() && high > 0.0 && low <= 0.0)
-        low = high / 10000.0; // what the palette does itself
     const double gap = lineHeight / std::max(1.0, length);
     if (!std::isfinite(high - low)) {
         scale.ticks = {{low, 0.0, QString::number(low, 'g', 3)}, {high, 1.0, QString::number(high, 'g', 3)}};
@@ -144,12 +143,12 @@ ColorbarScale ColorbarScale::of(const CILPalette &palette, double length, double
         return scale;
     }
     const int room = std::clamp(int(length / (1.6 * std::max(1.0, lineHeight))), 1, 10);
-    if (palette.isLogScale() && high > 0.0)
+    if (limits.isLogarithmic)
         addLogarithmic(scale, low, high);
     else
         addLinear(scale, low, high, room);
     thinOut(scale.ticks, gap);
     std::stable_sort(scale.ticks.begin(), scale.ticks.end(),
-                     [](const SBarTick &a, const SBarTick &b) { return a.position < b.position; });
+                     [](const BarTick &a, const BarTick &b) { return a.position < b.position; });
     return scale;
 }

@@ -9,7 +9,7 @@
 class CILPalette;
 
 /// A number at a colour bar.
-struct SBarTick
+struct BarTick
 {
     double value = 0.0;
     double position = 0.0; ///< 0 at the lower limit, 1 at the upper
@@ -25,6 +25,6 @@ public:
     /// apart.
     static ColorbarScale of(const CILPalette &palette, double length, double lineHeight);
 
-    QVector<SBarTick> ticks; ///< from the lower limit upwards
-    QString header;          ///< "×10⁸" above the bar, or empty
+    QVector<BarTick> ticks; ///< from the lower limit upwards
+    QString header;         ///< "×10⁸" above the bar, or empty
 };

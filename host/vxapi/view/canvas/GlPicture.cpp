@@ -168,7 +168,7 @@ void GlPicture::upload(Texture &texture, const ImagePyramid &pyramid)
     texture.serial = pyramid.serial();
 }
 
-void GlPicture::paintItem(const SPictureItem &item, int pictureHeight)
+void GlPicture::paintItem(const PictureItem &item, int pictureHeight)
 {
     Texture &texture = m_textures[item.slot];
     glActiveTexture(GL_TEXTURE0);
@@ -244,7 +244,7 @@ void GlPicture::paintOverlay(const QImage &overlay)
     m_overlayProgram->release();
 }
 
-void GlPicture::paint(const SPictureContent &content, const QImage &overlay)
+void GlPicture::paint(const PictureContent &content, const QImage &overlay)
 {
     const QColor background(content.background);
     glViewport(0, 0, content.size.width(), content.size.height());
@@ -255,7 +255,7 @@ void GlPicture::paint(const SPictureContent &content, const QImage &overlay)
     glDisable(GL_CULL_FACE);
     m_program->bind();
     glBindVertexArray(m_vertexArray);
-    for (const SPictureItem &item : content.items)
+    for (const PictureItem &item : content.items)
         paintItem(item, content.size.height());
     m_program->release();
     paintOverlay(overlay);

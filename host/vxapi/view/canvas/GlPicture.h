@@ -31,7 +31,7 @@ public:
     /// The picture, and the overlay (premultiplied, of the same size in device pixels) over it. The overlay
     /// goes through a texture: a QPainter on an OpenGL widget would paint beside it while the widget is being
     /// grabbed.
-    void paint(const SPictureContent &content, const QImage &overlay);
+    void paint(const PictureContent &content, const QImage &overlay);
 
 private:
     struct Texture
@@ -40,7 +40,7 @@ private:
         quint64 serial = 0;
     };
     void upload(Texture &texture, const ImagePyramid &pyramid);
-    void paintItem(const SPictureItem &item, int pictureHeight);
+    void paintItem(const PictureItem &item, int pictureHeight);
     void paintOverlay(const QImage &overlay);
 
     std::unique_ptr<QOpenGLShaderProgram> m_program;

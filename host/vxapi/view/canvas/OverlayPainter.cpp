@@ -19,7 +19,7 @@ QRectF movedInside(QRectF rect, const QSizeF &picture)
     return rect;
 }
 
-void paintFrames(QPainter &painter, const SOverlayContent &content)
+void paintFrames(QPainter &painter, const OverlayContent &content)
 {
     painter.save();
     painter.scale(1.0 / content.pixelRatio, 1.0 / content.pixelRatio);
@@ -37,7 +37,7 @@ void paintFrames(QPainter &painter, const SOverlayContent &content)
     painter.restore();
 }
 
-void paintTag(QPainter &painter, const SOverlayTag &tag, const QSizeF &picture)
+void paintTag(QPainter &painter, const OverlayTag &tag, const QSizeF &picture)
 {
     if (tag.lines.isEmpty() || tag.rect.isEmpty())
         return;
@@ -78,7 +78,7 @@ void paintTag(QPainter &painter, const SOverlayTag &tag, const QSizeF &picture)
 
 } // namespace
 
-QImage paintOverlay(const SOverlayContent &content)
+QImage paintOverlay(const OverlayContent &content)
 {
     if (content.size.isEmpty())
         return QImage();
@@ -93,10 +93,10 @@ QImage paintOverlay(const SOverlayContent &content)
         painter.restore();
     }
     ColorbarPainter bars(painter, content.scale);
-    for (const SOverlayBar &bar : content.bars)
+    for (const OverlayBar &bar : content.bars)
         bars.paint(bar.rect, bar.palette);
     const QSizeF picture = QSizeF(content.size) / content.pixelRatio;
-    for (const SOverlayTag &tag : content.tags)
+    for (const OverlayTag &tag : content.tags)
         paintTag(painter, tag, picture);
     return overlay;
 }

@@ -11,7 +11,7 @@
 class ViewDecoration;
 
 /// A text tag as it is to be painted.
-struct SOverlayTag
+struct OverlayTag
 {
     QRectF rect; ///< device-independent pixels
     QStringList lines;
@@ -20,14 +20,14 @@ struct SOverlayTag
 };
 
 /// A colour bar as it is to be painted.
-struct SOverlayBar
+struct OverlayBar
 {
     QRectF rect; ///< device-independent pixels
     CILPalette palette;
 };
 
 /// What lies over the images.
-struct SOverlayContent
+struct OverlayContent
 {
     QSize size; ///< device pixels
     double pixelRatio = 1.0;
@@ -35,10 +35,10 @@ struct SOverlayContent
     QVector<QRect> emptyPlaces; ///< device pixels
     QVector<QRect> images;      ///< device pixels
     QVector<ViewDecoration *> decorations;
-    QVector<SOverlayBar> bars;
-    QVector<SOverlayTag> tags;
+    QVector<OverlayBar> bars;
+    QVector<OverlayTag> tags;
 };
 
 /// The overlay as a transparent image of that size and pixel ratio: painted once, laid over the picture by
 /// whichever engine paints, so that both show the same.
-QImage paintOverlay(const SOverlayContent &content);
+QImage paintOverlay(const OverlayContent &content);

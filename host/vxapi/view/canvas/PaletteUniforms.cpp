@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/view/canvas/PaletteUniforms.h"
 
+#include "host/vxapi/view/canvas/PaletteLimits.h"
 #include "host/vximage/CILPalette.h"
 
 #include <algorithm>
@@ -8,11 +9,9 @@
 
 PaletteUniforms::PaletteUniforms(const CILPalette &palette)
 {
-    double lower = std::min(palette.getImageMin(), palette.getImageMax());
-    const double upper = std::max(palette.getImageMin(), palette.getImageMax());
-    const bool logarithmic = palette.isLogScale() && upper > 0.0;
-    if (logarithmic && lower <= 0.0)
-        lower = upper / 10000.0;
+    const PaletteLimits limits(palette);
+    const double lower = limits.lower;
+    const double upper = limits.upper;
     if (!std::isfinite(lower) || !std::isfinite(upper) || !(upper > lower)) {
         mode = STEP;
         low = float(lower);
@@ -24,7 +23,7 @@ PaletteUniforms::PaletteUniforms(const CILPalette &palette)
                                                                                 : 0.0));
         return;
     }
-    if (logarithmic) {
+    if (limits.isLogarithmic) {
         mode = LOGARITHMIC;
         low = float(std::log2(lower));
         span = float(std::log2(upper) - std::log2(lower));

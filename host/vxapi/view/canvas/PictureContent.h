@@ -11,7 +11,7 @@
 #include <QVector>
 
 /// One image of the picture, ready to be painted.
-struct SPictureItem
+struct PictureItem
 {
     int slot = 0;
     const ImagePyramid *pyramid = nullptr;
@@ -26,9 +26,9 @@ struct SPictureItem
 /// What both painters paint under the overlay. Every device pixel of a target shows the level's pixel at its
 /// centre: pixel
 /// ((2 x + 1) * level width) / (2 * target width), in whole numbers, and so for y. Hence both paint the same.
-struct SPictureContent
+struct PictureContent
 {
     QSize size; ///< device pixels
     QRgb background = 0;
-    QVector<SPictureItem> items; ///< the lowest first
+    QVector<PictureItem> items; ///< the lowest first
 };

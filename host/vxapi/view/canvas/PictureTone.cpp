@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-std::array<CILPalette::Rgb, 256> tonedTable(const CILPalette &palette, const SPictureTone &tone)
+std::array<CILPalette::Rgb, 256> tonedTable(const CILPalette &palette, const PictureTone &tone)
 {
     const std::array<CILPalette::Rgb, 256> plain = palette.table();
     const double gamma = std::isfinite(tone.gamma) && tone.gamma > 0.0 ? tone.gamma : 1.0;

@@ -6,6 +6,6 @@
 
 #include <array>
 
-/// The 256 colours of a palette with a tone laid over them (see SPictureTone). Because it changes the colours
+/// The 256 colours of a palette with a tone laid over them (see PictureTone). Because it changes the colours
 /// and not the pixels, no pixel is read again for it.
-VXAPI_EXPORT std::array<CILPalette::Rgb, 256> tonedTable(const CILPalette &palette, const SPictureTone &tone);
+VXAPI_EXPORT std::array<CILPalette::Rgb, 256> tonedTable(const CILPalette &palette, const PictureTone &tone);

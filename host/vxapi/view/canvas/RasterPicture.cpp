@@ -7,7 +7,7 @@
 namespace {
 
 /// The item's pixels, premultiplied.
-QImage paintItem(const SPictureItem &item)
+QImage paintItem(const PictureItem &item)
 {
     const QSize size = item.target.size();
     QImage picture(size, QImage::Format_ARGB32_Premultiplied);
@@ -43,14 +43,14 @@ QImage paintPyramid(const ImagePyramid &pyramid, const CILPalette &palette, cons
         .convertToFormat(QImage::Format_RGB32);
 }
 
-QImage paintRasterPicture(const SPictureContent &content)
+QImage paintRasterPicture(const PictureContent &content)
 {
     if (content.size.isEmpty())
         return QImage();
     QImage picture(content.size, QImage::Format_ARGB32_Premultiplied);
     picture.fill(content.background);
     QPainter painter(&picture);
-    for (const SPictureItem &item : content.items)
+    for (const PictureItem &item : content.items)
         painter.drawImage(item.target.topLeft(), paintItem(item));
     return picture;
 }

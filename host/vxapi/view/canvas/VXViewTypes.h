@@ -27,17 +27,17 @@ struct SColorbar
 /// How light a photograph is shown. A grey g from 0 to 1 between the image's limits is shown as
 /// clamp(g + brightness / 100) ^ (1 / gamma): brightness in percent of the range, gamma above 1 lightens the
 /// middle tones. A gamma that is not above 0 counts as 1.
-struct SPictureTone
+struct PictureTone
 {
     int brightness = 0;
     double gamma = 1.0;
 };
 
 /// An image beneath another one.
-struct SImageUnderlay
+struct ImageUnderlay
 {
     CILImage *image = nullptr; ///< the caller's, drawn through its own palette; null: nothing beneath
-    SPictureTone tone;
+    PictureTone tone;
     double widthRatio = 1.0; ///< its width over that of the image above, both on the subject
     double opacity = 1.0;    ///< of the image above, 0 to 1
 };

@@ -10,7 +10,7 @@ class ViewPictureSource
 {
 public:
     virtual ~ViewPictureSource() = default;
-    virtual SPictureContent picture() = 0;
+    virtual PictureContent picture() = 0;
     virtual QImage overlay() = 0;
     /// Both together by the raster engine, with the pixel ratio set.
     virtual QImage rasterPicture() = 0;

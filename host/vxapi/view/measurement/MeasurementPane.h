@@ -17,6 +17,14 @@ class RoiMeasurer;
 
 /// The measurement table of a dataset, with copying and saving. What is selected in it is selected in the
 /// picture, and the other way round; a grid's cells stand for the grid.
+///
+///     auto *measurer = new RoiMeasurer(dataset, window);             // measures anew what changed
+///     auto *pane = new MeasurementPane(dataset, measurer, window);   // shows the records
+///     connect(measurer, &RoiMeasurer::measured, status, &QLabel::setText);
+///     if (!pane->saveTable(path, &error))                            // "file: reason"
+///         CVXSErrorHandler::errorMessage(window, ESTATUS_FILE_NOT_WRITABLE, error);
+///
+/// Numbers are shown with 6 significant digits and copied or saved exactly, always in the C locale.
 class VXAPI_EXPORT MeasurementPane : public QWidget
 {
     Q_OBJECT
@@ -29,7 +37,7 @@ public:
     bool saveTable(const QString &path, QString *error);
 
 Q_SIGNALS:
-    /// The person asks it of the selected ROIs, with the keys of the picture.
+    /// The user asks it of the selected ROIs, with the keys of the picture.
     void deleteRequested();
     void renameRequested();
 

@@ -14,10 +14,10 @@ namespace measurementtext {
 
 namespace {
 
-QString text(const char *source)
+struct Text
 {
-    return QCoreApplication::translate("MeasurementText", source);
-}
+    Q_DECLARE_TR_FUNCTIONS(MeasurementText)
+};
 
 QString unitSuffix(tag_edisplayunit unit)
 {
@@ -37,11 +37,11 @@ QString totalHeader(tag_edisplayunit unit)
 {
     switch (unit) {
     case EUNIT_RADIANCE:
-        return text("Total flux [p/s]");
+        return Text::tr("Total flux [p/s]");
     case EUNIT_RADIANT_EFFICIENCY:
-        return text("Total radiant efficiency [(p/s)/(µW/cm²)]");
+        return Text::tr("Total radiant efficiency [(p/s)/(µW/cm²)]");
     case EUNIT_EFFICIENCY:
-        return text("Total efficiency [cm²]");
+        return Text::tr("Total efficiency [cm²]");
     default:
         return QString();
     }
@@ -58,15 +58,17 @@ struct Column
 QVector<Column> columns(tag_edisplayunit unit)
 {
     using Record = const CRoiMeasInfo &;
-    QVector<Column> list = {{text("Area [cm²]"), [](Record r) { return r.area; }, false},
-                            {text("Total counts"), [](Record r) { return r.primaryROIStatistic(); }, false}};
+    QVector<Column> list = {
+        {Text::tr("Area [cm²]"), [](Record r) { return r.area; }, false},
+        {Text::tr("Total counts"), [](Record r) { return r.primaryROIStatistic(); }, false}};
     if (unit != EUNIT_COUNTS)
         list.append({totalHeader(unit), [](Record r) { return r.calibratedROIStatistic(); }, true});
     const QString suffix = unitSuffix(unit);
-    list.append({text("Mean") + suffix, [](Record r) { return r.calibrated.mean; }, true});
-    list.append({text("Std. dev.") + suffix, [](Record r) { return r.calibrated.standardDeviation; }, true});
-    list.append({text("Min") + suffix, [](Record r) { return r.calibrated.minimum; }, true});
-    list.append({text("Max") + suffix, [](Record r) { return r.calibrated.maximum; }, true});
+    list.append({Text::tr("Mean") + suffix, [](Record r) { return r.calibrated.mean; }, true});
+    list.append(
+        {Text::tr("Std. dev.") + suffix, [](Record r) { return r.calibrated.standardDeviation; }, true});
+    list.append({Text::tr("Min") + suffix, [](Record r) { return r.calibrated.minimum; }, true});
+    list.append({Text::tr("Max") + suffix, [](Record r) { return r.calibrated.maximum; }, true});
     return list;
 }
 
@@ -74,7 +76,7 @@ template <typename F>
 QStringList values(const CRoiMeasInfo &record, tag_edisplayunit unit, F format)
 {
     QStringList list = {record.roiName,
-                        record.kind == EROI_BACKGROUND ? text("Background") : text("Measurement"),
+                        record.kind == EROI_BACKGROUND ? Text::tr("Background") : Text::tr("Measurement"),
                         QString::number(record.calibrated.pixels)};
     const QVector<Column> all = columns(unit);
     for (const Column &column : all) {
@@ -129,7 +131,7 @@ QVector<CRoiMeasInfo> recordsOf(const CVXSDataset &dataset, tag_edisplayunit *un
     const QList<const CRoiMeasInfo *> all = manager->getRoiMeasInfoList();
     QVector<CRoiMeasInfo> found;
     const auto add = [&](const QString &name) {
-        if (const SRoiMeasDisplayEntry *entry = manager->findMeasInfoForId(clickNumber, name))
+        if (const RoiMeasDisplayEntry *entry = manager->findMeasInfoForId(clickNumber, name))
             found.append(*all[entry->index]);
     };
     const QList<CROIBase *> rois = dataset.roiManager()->rois();
@@ -148,7 +150,7 @@ QVector<CRoiMeasInfo> recordsOf(const CVXSDataset &dataset, tag_edisplayunit *un
 
 QStringList headers(tag_edisplayunit unit)
 {
-    QStringList list = {text("ROI"), text("Kind"), text("Pixels")};
+    QStringList list = {Text::tr("ROI"), Text::tr("Kind"), Text::tr("Pixels")};
     const QVector<Column> all = columns(unit);
     for (const Column &column : all)
         list.append(column.header);
@@ -176,7 +178,7 @@ QStringList exactValues(const CRoiMeasInfo &record, tag_edisplayunit unit)
 
 QString asTabbed(const QVector<CRoiMeasInfo> &records, tag_edisplayunit unit)
 {
-    const QStringList header = QStringList(text("Dataset")) + headers(unit);
+    const QStringList header = QStringList(Text::tr("Dataset")) + headers(unit);
     return table(records, unit, header.join(QLatin1Char('\t')), QLatin1Char('\t'),
                  [](QString value) { return cleaned(value); });
 }
@@ -184,7 +186,7 @@ QString asTabbed(const QVector<CRoiMeasInfo> &records, tag_edisplayunit unit)
 QString asCsv(const QVector<CRoiMeasInfo> &records, tag_edisplayunit unit)
 {
     QStringList header;
-    const QStringList all = QStringList(text("Dataset")) + headers(unit);
+    const QStringList all = QStringList(Text::tr("Dataset")) + headers(unit);
     for (QString title : all) {
         // A spreadsheet that takes the file for another encoding reads the units all the same.
         title.replace(QStringLiteral("²"), QStringLiteral("^2"))

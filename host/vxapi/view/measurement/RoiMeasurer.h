@@ -23,7 +23,7 @@ public:
     void measureIfPending();
 
 Q_SIGNALS:
-    /// ROIs were measured. `problem` says why not, for the person; empty when they were.
+    /// ROIs were measured. `problem` says why not, for the user; empty when they were.
     void measured(const QString &problem);
 
 private:

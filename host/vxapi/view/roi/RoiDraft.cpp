@@ -5,7 +5,7 @@
 #include <cmath>
 #include <QLineF>
 
-void RoiDraft::start(const SRoiDrawing &drawing, const QPointF &place)
+void RoiDraft::start(const RoiDrawing &drawing, const QPointF &place)
 {
     m_isActive = drawing.tool != EROITOOL_SELECT;
     m_drawing = drawing;

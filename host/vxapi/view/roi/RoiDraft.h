@@ -11,7 +11,7 @@
 class VXAPI_EXPORT RoiDraft
 {
 public:
-    void start(const SRoiDrawing &drawing, const QPointF &place);
+    void start(const RoiDrawing &drawing, const QPointF &place);
     bool isActive() const { return m_isActive; }
     EROITOOL tool() const { return m_drawing.tool; }
     void cancel();
@@ -34,7 +34,7 @@ private:
     bool isOutline() const;
 
     bool m_isActive = false;
-    SRoiDrawing m_drawing;
+    RoiDrawing m_drawing;
     QPolygonF m_corners;
     QPointF m_start;
     QPointF m_mouse;

@@ -16,6 +16,15 @@ class QMouseEvent;
 
 /// Draws, selects, moves, resizes and removes the ROIs of a dataset with the mouse and the keys of a view.
 ///
+///     const auto mapping = [picture] { return picture->mapping(); };   // view pixels to centimetres
+///     auto *editor = new RoiEditor(view, dataset->roiManager(), mapping);
+///     RoiOverlay overlay(view, dataset->roiManager(), editor, mapping); // paints what the editor changes
+///     auto *toolBar = new RoiToolBar(dataset->roiManager(), editor);
+///     editor->setTool(EROITOOL_ELLIPSE);                                // for the next ROI
+///
+/// ROIs are kept in centimetres of the field of view, so that they cover the same tissue at any zoom or
+/// binning. The dataset's ROIs change once, when a drawing or a drag ends; Escape leaves them as they were.
+///
 /// Mouse: a click selects (with Ctrl or Shift beside what is selected), dragging an ROI moves what is
 /// selected, dragging a handle resizes. Polygons are clicked corner by corner; a double click, Return or a
 /// click on the first corner ends them. Shift makes boxes square. A tool draws one ROI, then selecting is on
@@ -30,15 +39,18 @@ public:
     /// `mapping` is asked at every event; while it is not valid, the editor does nothing.
     RoiEditor(CVXSMultiImageView *view, CROIManager *manager, std::function<FieldMapping()> mapping);
 
-    const SRoiDrawing &drawing() const { return m_drawing; }
+    const RoiDrawing &drawing() const { return m_drawing; }
+    /// What the mouse does from now on; what was being drawn is given up.
     void setTool(EROITOOL tool);
     /// Of the ROIs that are drawn from now on.
     void setKind(EROIKIND kind) { m_drawing.kind = kind; }
+    /// Of grids that are drawn from now on; 1 or more each.
     void setGridSize(int rows, int columns);
 
     const RoiDraft &draft() const { return m_draft; }
     const RoiDrag &drag() const { return m_drag; }
 
+    /// Removes or copies what is selected; nothing when nothing is.
     void removeSelected();
     void copySelected();
     /// Pastes at the place of the original, so that it covers the same tissue in another dataset; beside it
@@ -82,7 +94,7 @@ private:
     CVXSMultiImageView *m_view;
     QPointer<CROIManager> m_manager;
     std::function<FieldMapping()> m_mapping;
-    SRoiDrawing m_drawing;
+    RoiDrawing m_drawing;
     RoiDraft m_draft;
     RoiDrag m_drag;
 };

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "host/vxapi/model/CROIBase.h"
+#include "host/vxapi/model/roi/CROIBase.h"
 
 /// What the mouse does in a view with ROIs.
 enum EROITOOL {
@@ -14,7 +14,7 @@ enum EROITOOL {
 };
 
 /// What the next ROI is drawn as.
-struct SRoiDrawing
+struct RoiDrawing
 {
     EROITOOL tool = EROITOOL_SELECT;
     EROIKIND kind = EROI_MEASUREMENT;

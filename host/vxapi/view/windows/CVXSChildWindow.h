@@ -31,7 +31,7 @@ public:
     /// The dataset of an image window; null for others.
     virtual CVXSDataset *getDataset() const = 0;
     /// Saves the sequence that this window belongs to; 0 on success. A failure has been logged and, unless
-    /// the person cancelled it, shown.
+    /// the user cancelled it, shown.
     virtual ESTATUS saveSequence() = 0;
     /// Brings the window up to date after a dataset was added.
     virtual void refreshAfterDatasetAdded() = 0;

@@ -93,7 +93,7 @@ void CVXSImageWindow::Private::connectWidgets()
         picture->setOpacity(percent / 100.0);
         refresh();
     });
-    connect(w.limits, &ColorLimitsPanel::limitsChosen, q, [this](const SColorLimits &chosen) {
+    connect(w.limits, &ColorLimitsPanel::limitsChosen, q, [this](const ColorLimits &chosen) {
         picture->setLimits(chosen);
         refresh();
     });
@@ -135,7 +135,7 @@ void CVXSImageWindow::Private::refresh()
 void CVXSImageWindow::Private::showMeasured(const QString &problem)
 {
     const int count = dataset ? dataset->roiManager()->rois().size() : 0;
-    // The first ROI brings its numbers along; whether they stay is the person's choice.
+    // The first ROI brings its numbers along; whether they stay is the user's choice.
     if (count > 0 && !hadRois)
         w.tableButton->setChecked(true);
     hadRois = count > 0;

@@ -1,10 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
 
-#include <algorithm>
+#include "host/vxapi/view/windows/KeepInSight.h"
+
 #include <QAction>
 #include <QMdiArea>
 #include <QMenu>
+
+namespace {
+
+/// So much stays in sight that the title bar can be taken by the mouse.
+constexpr QSize GRIP(80, 30);
+
+} // namespace
 
 CVXSMdiSubWindow::CVXSMdiSubWindow(QWidget *parent) : QMdiSubWindow(parent)
 {
@@ -39,13 +47,9 @@ void CVXSMdiSubWindow::hideWindow()
 
 void CVXSMdiSubWindow::setWindowPosition(const QPoint &position)
 {
-    int right = QWIDGETSIZE_MAX;
-    int bottom = QWIDGETSIZE_MAX;
+    const QMdiArea *area = mdiArea();
     // Before the workspace is laid out its size says nothing.
-    if (const QMdiArea *area = mdiArea(); area && area->isVisible()) {
-        // So much stays in sight that the title bar can be taken by the mouse.
-        right = std::max(0, area->viewport()->width() - 80);
-        bottom = std::max(0, area->viewport()->height() - 30);
-    }
-    move(std::clamp(position.x(), 0, right), std::clamp(position.y(), 0, bottom));
+    const bool isLaidOut = area && area->isVisible();
+    const QSize room = isLaidOut ? area->viewport()->size() : QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    move(placeInSight(position, GRIP, QRect(QPoint(), room)));
 }

@@ -30,7 +30,7 @@ public:
 Q_SIGNALS:
     /// The list of measurable clicks changed; the text is the click number concerned, or empty.
     void signalUpdateMeasurmentsCombobox(QString clickNumber);
-    /// The person asks for the image window of that click.
+    /// The user asks for the image window of that click.
     void datasetActivated(const QString &clickNumber);
 
 private:

@@ -6,8 +6,8 @@
 #include "host/vxapi/view/windows/CVXSImageWindow.h"
 #include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
 #include "host/vxapi/view/windows/CVXSSequenceWindow.h"
+#include "host/vxapi/view/windows/KeepInSight.h"
 
-#include <algorithm>
 #include <QList>
 #include <QPointer>
 #include <QStyle>
@@ -75,8 +75,7 @@ void CVXSWorkspace::keepInSight(QMdiSubWindow *window) const
         return;
     const QRect area = viewport()->rect();
     window->resize(window->size().boundedTo(area.size()).expandedTo(window->minimumSizeHint()));
-    window->move(std::max(0, std::min(window->x(), area.width() - window->width())),
-                 std::max(0, std::min(window->y(), area.height() - window->height())));
+    window->move(placeInSight(window->pos(), window->size(), area));
 }
 
 CVXSMdiSubWindow *CVXSWorkspace::addToolWidget(QWidget *widget)

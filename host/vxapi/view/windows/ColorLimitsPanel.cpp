@@ -57,7 +57,7 @@ void ColorLimitsPanel::addToMiddle(QWidget *widget)
     m_middle->addWidget(widget);
 }
 
-void ColorLimitsPanel::setLimits(const SColorLimits &limits)
+void ColorLimitsPanel::setLimits(const ColorLimits &limits)
 {
     m_limits = limits;
     m_mode->setCurrentIndex(m_mode->findData(limits.mode));
@@ -77,7 +77,7 @@ void ColorLimitsPanel::readNumbers()
 {
     if (!m_high->isModified() && !m_low->isModified())
         return;
-    SColorLimits typed = m_limits;
+    ColorLimits typed = m_limits;
     typed.mode = ELIMITS_MANUAL;
     const bool isHighTyped = m_high->isModified();
     bool isHighRead = true;

@@ -18,13 +18,13 @@ class VXAPI_EXPORT ColorLimitsPanel : public QWidget
 public:
     explicit ColorLimitsPanel(QWidget *parent = nullptr);
     /// Shows these; sends no signal. A number that is being typed is left alone.
-    void setLimits(const SColorLimits &limits);
+    void setLimits(const ColorLimits &limits);
     /// A further widget of the colours, below the mode.
     void addToMiddle(QWidget *widget);
 
 Q_SIGNALS:
-    /// The person chose; low and high count only for ELIMITS_MANUAL.
-    void limitsChosen(const SColorLimits &limits);
+    /// The user chose; low and high count only for ELIMITS_MANUAL.
+    void limitsChosen(const ColorLimits &limits);
 
 private:
     void chooseMode();
@@ -35,5 +35,5 @@ private:
     QComboBox *m_mode;
     QLineEdit *m_high;
     QLineEdit *m_low;
-    SColorLimits m_limits;
+    ColorLimits m_limits;
 };

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/view/windows/DatasetPicture.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
-#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/VXCalibration.h"
 #include "host/vxapi/view/canvas/CVXSMultiImageView.h"
@@ -17,10 +17,10 @@ namespace {
 /// Below this, limits with six decimals are off by more than one of 256 colours.
 constexpr double LEAST_STORED_RANGE = 256 * 0.5e-6;
 
-QString text(const char *source)
+struct Text
 {
-    return QCoreApplication::translate("DatasetPicture", source);
-}
+    Q_DECLARE_TR_FUNCTIONS(DatasetPicture)
+};
 
 CILImage greyPicture(const CILImage &stored)
 {
@@ -47,7 +47,7 @@ QStringList wrapped(const QString &line)
     return lines << rest;
 }
 
-SPictureTone toneOf(const CVXSDataset &dataset)
+PictureTone toneOf(const CVXSDataset &dataset)
 {
     return {dataset.getToolInfo().brightness, double(dataset.getToolInfo().gamma)};
 }
@@ -81,8 +81,8 @@ void DatasetPicture::takeStoredLimits()
     const auto stored = [&info](QLatin1String key) {
         return clickinfo::numberOf(info, clickinfo::SECTION_GRAPH_CONTROLS, key);
     };
-    const SColorLimits limits{ELIMITS_MANUAL, stored(clickinfo::KEY_COLOR_TABLE_MIN),
-                              stored(clickinfo::KEY_COLOR_TABLE_MAX)};
+    const ColorLimits limits{ELIMITS_MANUAL, stored(clickinfo::KEY_COLOR_TABLE_MIN),
+                             stored(clickinfo::KEY_COLOR_TABLE_MAX)};
     tag_edisplayunit unit;
     const QString unitName =
         clickinfo::textOf(info, clickinfo::SECTION_GRAPH_CONTROLS, clickinfo::KEY_INTENSITY_CALIBRATION);
@@ -122,7 +122,7 @@ bool DatasetPicture::isLuminescentShown() const
     return m_choice == EPICTURE_OVERLAY || m_choice == EPICTURE_LUMINESCENT;
 }
 
-void DatasetPicture::setLimits(const SColorLimits &limits)
+void DatasetPicture::setLimits(const ColorLimits &limits)
 {
     m_limits = limits;
     m_limitsUnit = m_shownUnit;
@@ -137,7 +137,7 @@ void DatasetPicture::refresh()
     m_view->setUnderlay(0, {});
     m_view->setImageTone(0, {});
     if (choices().isEmpty())
-        showMessage(text("This dataset holds no image."));
+        showMessage(Text::tr("This dataset holds no image."));
     else if (isLuminescentShown())
         showLuminescent();
     else
@@ -151,7 +151,7 @@ void DatasetPicture::showLuminescent()
     m_shownUnit = unit;
     if (m_dataset->getCalibratedLuminImage(unit, &m_image, QStringLiteral("Image Window")) !=
         ESTATUS_SUCCESS) {
-        showMessage(text("The image cannot be shown:") + QLatin1Char('\n') + m_dataset->lastError());
+        showMessage(Text::tr("The image cannot be shown:") + QLatin1Char('\n') + m_dataset->lastError());
         return;
     }
     updateLimits(unit);
@@ -190,7 +190,7 @@ void DatasetPicture::addPhotograph()
 {
     const CILImage *photograph = stored(EIMAGE_PHOTOGRAPH);
     if (!photograph) {
-        m_note = text("photograph cannot be read");
+        m_note = Text::tr("photograph cannot be read");
         return;
     }
     m_photograph = greyPicture(*photograph);
@@ -204,7 +204,7 @@ void DatasetPicture::showStored(tag_eimagetype type)
     const CILImage *image = stored(type);
     if (!image) {
         m_image = CILImage();
-        showMessage(text("The image cannot be shown:") + QLatin1Char('\n') + m_dataset->lastError());
+        showMessage(Text::tr("The image cannot be shown:") + QLatin1Char('\n') + m_dataset->lastError());
         return;
     }
     m_image = greyPicture(*image);
@@ -246,12 +246,12 @@ FieldMapping DatasetPicture::mapping() const
 QString DatasetPicture::obstacleToRois() const
 {
     if (!m_dataset || !m_dataset->getImageList()->isPresent(EIMAGE_LUMINESCENT))
-        return text("ROIs need a luminescent image, and this dataset has none.");
+        return Text::tr("ROIs need a luminescent image, and this dataset has none.");
     const double width = m_dataset->getFOVForImage(EIMAGE_LUMINESCENT);
     if (!std::isfinite(width) || !(width > 0.0))
-        return text("ROIs are kept in centimetres, and this dataset's field of view is not recorded.");
+        return Text::tr("ROIs are kept in centimetres, and this dataset's field of view is not recorded.");
     if (!m_view->imageAt(0))
-        return text("There is no picture to draw ROIs on.");
+        return Text::tr("There is no picture to draw ROIs on.");
     return QString();
 }
 

@@ -28,7 +28,7 @@ enum ELIMITMODE {
     ELIMITS_MANUAL
 };
 
-struct SColorLimits
+struct ColorLimits
 {
     ELIMITMODE mode = ELIMITS_AUTO;
     double low = 0.0;
@@ -48,14 +48,14 @@ public:
     /// Of the luminescent image over the photograph, 0 to 1.
     void setOpacity(double opacity) { m_opacity = opacity; }
     /// For the unit that is shown; in another unit, manual limits become automatic ones.
-    void setLimits(const SColorLimits &limits);
+    void setLimits(const ColorLimits &limits);
     /// Brings the view up to date.
     void refresh();
 
     /// The limits as they are shown; for ELIMITS_AUTO and ELIMITS_FULL the computed ones.
-    SColorLimits limits() const { return m_limits; }
+    ColorLimits limits() const { return m_limits; }
     bool isLuminescentShown() const;
-    /// What is missing in the picture, for the person; empty when nothing is.
+    /// What is missing in the picture, for the user; empty when nothing is.
     QString note() const { return m_note; }
     /// From the view to the luminescent image's field, whichever picture is shown. Not valid without picture,
     /// luminescent image or field of view.
@@ -77,7 +77,7 @@ private:
     CVXSMultiImageView *m_view;
     EDATASETPICTURE m_choice = EPICTURE_LUMINESCENT;
     double m_opacity = 0.7;
-    SColorLimits m_limits;
+    ColorLimits m_limits;
     tag_edisplayunit m_limitsUnit = EUNIT_COUNT;
     tag_edisplayunit m_shownUnit = EUNIT_COUNT;
     QString m_note;

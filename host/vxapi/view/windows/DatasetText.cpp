@@ -8,41 +8,41 @@
 
 namespace {
 
-QString text(const char *source)
+struct Text
 {
-    return QCoreApplication::translate("DatasetText", source);
-}
+    Q_DECLARE_TR_FUNCTIONS(DatasetText)
+};
 
 } // namespace
 
 QString datasetKindText(const CVXSDataset &dataset)
 {
     if (dataset.getDatasetType() == EDATASET_RESULT)
-        return text("Image Math result");
+        return Text::tr("Image Math result");
     if (dataset.isTransIlluminationDataset())
-        return text("Transillumination");
+        return Text::tr("Transillumination");
     if (dataset.isTransFluorescentDataset())
-        return text("Transfluorescence");
+        return Text::tr("Transfluorescence");
     if (dataset.isFluorescentDataset())
-        return text("Fluorescence");
+        return Text::tr("Fluorescence");
     if (dataset.isLuminescentDataset())
-        return text("Luminescence");
+        return Text::tr("Luminescence");
     if (dataset.getImageList()->isPresent(EIMAGE_PHOTOGRAPH))
-        return text("Photograph");
+        return Text::tr("Photograph");
     if (dataset.getImageList()->isPresent(EIMAGE_XRAY))
-        return text("X-ray");
-    return text("No image");
+        return Text::tr("X-ray");
+    return Text::tr("No image");
 }
 
 QString correctionText(const CVXSDataset &dataset)
 {
     QStringList parts;
     if (dataset.isLuminBackgroundSubtracted())
-        parts.append(text("background subtracted"));
+        parts.append(Text::tr("background subtracted"));
     if (dataset.isLuminFLBkgSubtracted())
-        parts.append(text("fluorescent background subtracted"));
+        parts.append(Text::tr("fluorescent background subtracted"));
     if (dataset.isLuminFlatFieldCorrected())
-        parts.append(text("flat-field corrected"));
+        parts.append(Text::tr("flat-field corrected"));
     return parts.join(QStringLiteral(", "));
 }
 
@@ -50,13 +50,13 @@ QString unitText(tag_edisplayunit unit)
 {
     switch (unit) {
     case EUNIT_COUNTS:
-        return text("Counts");
+        return Text::tr("Counts");
     case EUNIT_RADIANCE:
-        return text("Radiance [photons/s/cm²/sr]");
+        return Text::tr("Radiance [photons/s/cm²/sr]");
     case EUNIT_RADIANT_EFFICIENCY:
-        return text("Radiant efficiency [(photons/s/cm²/sr) / (µW/cm²)]");
+        return Text::tr("Radiant efficiency [(photons/s/cm²/sr) / (µW/cm²)]");
     case EUNIT_EFFICIENCY:
-        return text("Efficiency");
+        return Text::tr("Efficiency");
     case EUNIT_COUNT:
         break;
     }

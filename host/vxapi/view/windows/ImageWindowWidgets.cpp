@@ -21,22 +21,22 @@ namespace {
 
 constexpr int OPACITY = 70; ///< of the luminescent image over the photograph at first [%]
 
-QString text(const char *source)
+struct Text
 {
-    return QCoreApplication::translate("CVXSImageWindow", source);
-}
+    Q_DECLARE_TR_FUNCTIONS(CVXSImageWindow)
+};
 
 QString pictureText(EDATASETPICTURE picture, const CVXSDataset &dataset)
 {
     switch (picture) {
     case EPICTURE_OVERLAY:
-        return text("%1 over photograph").arg(datasetKindText(dataset));
+        return Text::tr("%1 over photograph").arg(datasetKindText(dataset));
     case EPICTURE_LUMINESCENT:
         return datasetKindText(dataset);
     case EPICTURE_PHOTOGRAPH:
-        return text("Photograph");
+        return Text::tr("Photograph");
     case EPICTURE_XRAY:
-        return text("X-ray");
+        return Text::tr("X-ray");
     }
     return QString();
 }
@@ -75,13 +75,13 @@ QHBoxLayout *ImageWindowWidgets::topRow(QWidget *window)
     unit = make<QLabel>(window, "UnitLabel");
     unit->setWordWrap(true);
     flatField = make<QToolButton>(window, "FlatFieldButton");
-    flatField->setText(text("Flat field"));
-    flatField->setToolTip(text("Corrects the luminescent image with the dataset's flat-field image"));
+    flatField->setText(Text::tr("Flat field"));
+    flatField->setToolTip(Text::tr("Corrects the luminescent image with the dataset's flat-field image"));
     flatField->setCheckable(true);
     flatField->hide();
     tableButton = make<QToolButton>(window, "MeasurementTableButton");
-    tableButton->setText(text("Measurements"));
-    tableButton->setToolTip(text("Shows the table of measurements below the picture"));
+    tableButton->setText(Text::tr("Measurements"));
+    tableButton->setToolTip(Text::tr("Shows the table of measurements below the picture"));
     tableButton->setCheckable(true);
     auto *row = new QHBoxLayout;
     row->addWidget(imageChoice);
@@ -98,13 +98,13 @@ QSplitter *ImageWindowWidgets::body(QWidget *window)
     row->setContentsMargins(0, 0, 0, 0);
     limits = make<ColorLimitsPanel>(window, "ColorLimits");
     opacityLabel = make<QLabel>(window, "OpacityLabel");
-    opacityLabel->setText(text("Opacity"));
+    opacityLabel->setText(Text::tr("Opacity"));
     opacity = make<QSpinBox>(window, "OverlayOpacity");
     opacity->setRange(0, 100);
     opacity->setSingleStep(5);
     opacity->setValue(OPACITY);
     opacity->setSuffix(QStringLiteral(" %"));
-    opacity->setToolTip(text("How much the luminescent image covers the photograph"));
+    opacity->setToolTip(Text::tr("How much the luminescent image covers the photograph"));
     limits->addToMiddle(opacityLabel);
     limits->addToMiddle(opacity);
     row->addWidget(view, 1);

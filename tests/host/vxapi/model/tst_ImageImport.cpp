@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "host/vxapi/model/ClickInfoKeys.h"
-#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
-#include "host/vxapi/model/ImageImport.h"
+#include "host/vxapi/model/import/ImageImport.h"
 #include "host/vxparser/CPLClickInfo.h"
 #include "tests/host/vxapi/model/Files.h"
 #include "tests/host/vxapi/model/LogLines.h"
@@ -20,7 +20,7 @@
 
 using namespace clickinfo;
 
-using Edit = std::function<void(SImportSettings *)>;
+using Edit = std::function<void(ImportSettings *)>;
 Q_DECLARE_METATYPE(Edit)
 
 namespace {
@@ -29,9 +29,9 @@ const QString CLICK = QStringLiteral("ZB20261121153000");
 constexpr double NOT_A_NUMBER = std::numeric_limits<double>::quiet_NaN();
 
 /// A fluorescence image in every setting of its own.
-SImportSettings allSettings()
+ImportSettings allSettings()
 {
-    SImportSettings settings;
+    ImportSettings settings;
     settings.kind = KIND_FLUORESCENT;
     settings.fieldOfView = 12.5;
     settings.binning = 4.0;
@@ -173,7 +173,7 @@ void tst_ImageImport::radianceIsThatOfTheFormula()
 
 void tst_ImageImport::leavesOutWhatIsNotKnown()
 {
-    SImportSettings settings;
+    ImportSettings settings;
     settings.fieldOfView = 20.0;
     const auto dataset = importImages(CLICK, m_luminescent, QString(), settings, nullptr, nullptr);
     QVERIFY(dataset);
@@ -197,7 +197,7 @@ void tst_ImageImport::everyPixelTypeIsTaken()
     QFETCH(int, type);
     CILImage image = TestStudy::image(5, 3, [](int x, int y) { return float(x + 7 * y); });
     QVERIFY(image.ChangeType(VXSDataTypes(type)));
-    SImportSettings settings;
+    ImportSettings settings;
     settings.fieldOfView = 1.0;
     const auto dataset =
         importImages(CLICK, write("typed.tif", image), QString(), settings, nullptr, nullptr);
@@ -248,41 +248,41 @@ void tst_ImageImport::badSettings_data()
         QTest::newRow(name) << edit << setting;
     };
     row(
-        "an unknown kind", [](SImportSettings *s) { s->kind = "x-ray"; }, KEY_KIND);
+        "an unknown kind", [](ImportSettings *s) { s->kind = "x-ray"; }, KEY_KIND);
     row(
-        "no field of view", [](SImportSettings *s) { s->fieldOfView = 0.0; }, KEY_FOV);
+        "no field of view", [](ImportSettings *s) { s->fieldOfView = 0.0; }, KEY_FOV);
     row(
-        "a field of view below 0", [](SImportSettings *s) { s->fieldOfView = -1.0; }, KEY_FOV);
+        "a field of view below 0", [](ImportSettings *s) { s->fieldOfView = -1.0; }, KEY_FOV);
     row(
-        "a field of view that is no number", [](SImportSettings *s) { s->fieldOfView = NOT_A_NUMBER; },
+        "a field of view that is no number", [](ImportSettings *s) { s->fieldOfView = NOT_A_NUMBER; },
         KEY_FOV);
     row(
-        "a field of view without end", [](SImportSettings *s) { s->fieldOfView = INFINITY; }, KEY_FOV);
+        "a field of view without end", [](ImportSettings *s) { s->fieldOfView = INFINITY; }, KEY_FOV);
     row(
-        "binning below 1", [](SImportSettings *s) { s->binning = 0.5; }, KEY_BINNING);
+        "binning below 1", [](ImportSettings *s) { s->binning = 0.5; }, KEY_BINNING);
     row(
-        "binning that is no number", [](SImportSettings *s) { s->binning = NOT_A_NUMBER; }, KEY_BINNING);
+        "binning that is no number", [](ImportSettings *s) { s->binning = NOT_A_NUMBER; }, KEY_BINNING);
     row(
-        "no exposure", [](SImportSettings *s) { s->exposure = 0.0; }, KEY_EXPOSURE);
+        "no exposure", [](ImportSettings *s) { s->exposure = 0.0; }, KEY_EXPOSURE);
     row(
-        "no f-number", [](SImportSettings *s) { s->fNumber = 0.0; }, KEY_FNUMBER);
+        "no f-number", [](ImportSettings *s) { s->fNumber = 0.0; }, KEY_FNUMBER);
     row(
-        "no pixel pitch", [](SImportSettings *s) { s->pixelPitch = 0.0; }, KEY_PIXEL_PITCH);
+        "no pixel pitch", [](ImportSettings *s) { s->pixelPitch = 0.0; }, KEY_PIXEL_PITCH);
     row(
-        "no gain", [](SImportSettings *s) { s->electronsPerCount = 0.0; }, KEY_GAIN);
+        "no gain", [](ImportSettings *s) { s->electronsPerCount = 0.0; }, KEY_GAIN);
     row(
-        "no quantum efficiency", [](SImportSettings *s) { s->quantumEfficiency = 0.0; },
+        "no quantum efficiency", [](ImportSettings *s) { s->quantumEfficiency = 0.0; },
         KEY_QUANTUM_EFFICIENCY);
     row(
-        "a quantum efficiency in percent", [](SImportSettings *s) { s->quantumEfficiency = 80.0; },
+        "a quantum efficiency in percent", [](ImportSettings *s) { s->quantumEfficiency = 80.0; },
         KEY_QUANTUM_EFFICIENCY);
     row(
-        "a transmission above 1", [](SImportSettings *s) { s->transmission = 1.01; }, KEY_TRANSMISSION);
+        "a transmission above 1", [](ImportSettings *s) { s->transmission = 1.01; }, KEY_TRANSMISSION);
     row(
-        "an irradiance below 0", [](SImportSettings *s) { s->excitationIrradiance = -1.0; },
+        "an irradiance below 0", [](ImportSettings *s) { s->excitationIrradiance = -1.0; },
         KEY_EXCITATION_IRRADIANCE);
     row(
-        "a date of another form", [](SImportSettings *s) { s->acquisitionDate = "21.11.2026"; },
+        "a date of another form", [](ImportSettings *s) { s->acquisitionDate = "21.11.2026"; },
         KEY_ACQUISITION_DATE);
 }
 
@@ -290,7 +290,7 @@ void tst_ImageImport::badSettings()
 {
     QFETCH(Edit, edit);
     QFETCH(QString, setting);
-    SImportSettings settings = allSettings();
+    ImportSettings settings = allSettings();
     edit(&settings);
     ESTATUS status = ESTATUS_SUCCESS;
     QString error;
@@ -368,7 +368,7 @@ void tst_ImageImport::realImages()
         "/plants/";
     if (!QFileInfo::exists(folder + "day07_luminescence.tif"))
         QSKIP("the images of plants are not there");
-    SImportSettings settings;
+    ImportSettings settings;
     settings.fieldOfView = 30.0; // not recorded with the images
     for (const char *day : {"day07", "day10", "day14"}) {
         QString error;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/vxapi/model/CROIBase.h"
+#include "host/vxapi/model/roi/CROIBase.h"
 
 #include <cmath>
 #include <limits>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 #include "host/vxapi/model/CROIManager.h"
 #include "host/vxapi/model/CRoiMeasurementManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
@@ -31,7 +31,7 @@ CRoiMeasurementManager *records()
 /// The record as a tool finds it; null when there is none.
 const CRoiMeasInfo *recordOf(const QString &clickNumber, const QString &roi)
 {
-    const SRoiMeasDisplayEntry *entry = records()->findMeasInfoForId(clickNumber, roi);
+    const RoiMeasDisplayEntry *entry = records()->findMeasInfoForId(clickNumber, roi);
     return entry ? records()->getRoiMeasInfoList().value(entry->index) : nullptr;
 }
 
@@ -431,8 +431,8 @@ void tst_RoiMeasurement::entriesStayValidSideBySide()
         dataset->roiManager()->addROI(named("Tumor", BOX));
         QCOMPARE(dataset->MeasureROIAndMakeMeasRecords(true), ESTATUS_SUCCESS);
     }
-    const SRoiMeasDisplayEntry *a = records()->findMeasInfoForId(CLICK, "Tumor");
-    const SRoiMeasDisplayEntry *b = records()->findMeasInfoForId(OTHER_CLICK, "Tumor");
+    const RoiMeasDisplayEntry *a = records()->findMeasInfoForId(CLICK, "Tumor");
+    const RoiMeasDisplayEntry *b = records()->findMeasInfoForId(OTHER_CLICK, "Tumor");
     QVERIFY(a && b && a != b);
     QCOMPARE(a->clickNumber, CLICK);
     QCOMPARE(b->clickNumber, OTHER_CLICK);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/vxapi/model/RoiStatistics.h"
+#include "host/vxapi/model/roi/RoiStatistics.h"
 
 #include <cmath>
 #include <functional>
@@ -49,10 +49,10 @@ bool isIn(const CROIBase &roi, long double x, long double y)
 }
 
 /// The statistics again: every pixel of the image, sums in a wider number.
-SRoiStatistics bruteForce(const CILImage &image, const CROIBase &roi, double pixelSize)
+RoiStatistics bruteForce(const CILImage &image, const CROIBase &roi, double pixelSize)
 {
     std::vector<long double> values;
-    SRoiStatistics result;
+    RoiStatistics result;
     for (std::uint32_t y = 0; y < image.getHeight(); ++y) {
         for (std::uint32_t x = 0; x < image.getWidth(); ++x) {
             if (!isIn(roi, (x + 0.5L) * pixelSize, (y + 0.5L) * pixelSize))
@@ -107,7 +107,7 @@ bool isClose(double a, double b)
     return (std::isnan(a) && std::isnan(b)) || std::abs(a - b) <= 1e-14 * std::abs(b);
 }
 
-QString text(const SRoiStatistics &s)
+QString text(const RoiStatistics &s)
 {
     return QStringLiteral("%1 pixels, %2 not finite, sum %3, mean %4, sd %5, %6 to %7")
         .arg(s.pixels)
@@ -119,7 +119,7 @@ QString text(const SRoiStatistics &s)
         .arg(s.maximum, 0, 'g', 17);
 }
 
-bool isSame(const SRoiStatistics &a, const SRoiStatistics &b)
+bool isSame(const RoiStatistics &a, const RoiStatistics &b)
 {
     return a.pixels == b.pixels && a.notFinitePixels == b.notFinitePixels && isClose(a.sum, b.sum) &&
            isClose(a.mean, b.mean) && isClose(a.standardDeviation, b.standardDeviation) &&
@@ -232,7 +232,7 @@ void tst_RoiStatistics::everyShapeOnEverySize()
     QFETCH(QSize, size);
     QFETCH(double, pixelSize);
     const CILImage image = noise(VXS_FLOAT, size.width(), size.height());
-    const SRoiStatistics expected = bruteForce(image, *roi, pixelSize);
+    const RoiStatistics expected = bruteForce(image, *roi, pixelSize);
     COMPARE_STATISTICS(roiStatistics(image, *roi, pixelSize), expected);
 }
 
@@ -255,7 +255,7 @@ void tst_RoiStatistics::everyPixelType()
     QCOMPARE(image.getType(), type);
     const auto shapesToMeasure = shapes();
     for (const auto &shape : shapesToMeasure) {
-        const SRoiStatistics expected = bruteForce(image, shape.second, 0.4);
+        const RoiStatistics expected = bruteForce(image, shape.second, 0.4);
         COMPARE_STATISTICS(roiStatistics(image, shape.second, 0.4), expected);
     }
 }
@@ -283,10 +283,10 @@ void tst_RoiStatistics::pixelsThatAreNotFinite()
         imageOf(type, 20, 11, [&](int x, int y) { return (x + 3 * y) % every == 0 ? value : x - 3.0 * y; });
     const auto shapesToMeasure = shapes();
     for (const auto &shape : shapesToMeasure) {
-        const SRoiStatistics expected = bruteForce(image, shape.second, 0.7);
+        const RoiStatistics expected = bruteForce(image, shape.second, 0.7);
         COMPARE_STATISTICS(roiStatistics(image, shape.second, 0.7), expected);
     }
-    const SRoiStatistics all = roiStatistics(image, box(0, 0, 100, 100), 0.7);
+    const RoiStatistics all = roiStatistics(image, box(0, 0, 100, 100), 0.7);
     QCOMPARE(all.pixels + all.notFinitePixels, qint64(220));
     QCOMPARE(std::isnan(all.mean), every == 1);
 }
@@ -314,7 +314,7 @@ void tst_RoiStatistics::nothingToMeasure()
 {
     QFETCH(SharedRoi, roi);
     QFETCH(double, pixelSize);
-    const SRoiStatistics none = roiStatistics(noise(VXS_FLOAT, 10, 10), *roi, pixelSize);
+    const RoiStatistics none = roiStatistics(noise(VXS_FLOAT, 10, 10), *roi, pixelSize);
     QCOMPARE(none.pixels, qint64(0));
     QCOMPARE(none.notFinitePixels, qint64(0));
     QCOMPARE(none.sum, 0.0);
@@ -325,7 +325,7 @@ void tst_RoiStatistics::nothingToMeasure()
 
 void tst_RoiStatistics::onePixelHasNoDeviation()
 {
-    const SRoiStatistics one = roiStatistics(
+    const RoiStatistics one = roiStatistics(
         imageOf(VXS_UINT16, 5, 5, [](int x, int y) { return x + 10 * y; }), box(2, 1, 1, 1), 1.0);
     QCOMPARE(one.pixels, qint64(1));
     QCOMPARE(one.mean, 12.0);
@@ -346,7 +346,7 @@ void tst_RoiStatistics::aSmallSpreadOnALargeLevel()
 {
     const CILImage image =
         imageOf(VXS_DOUBLE, 100, 100, [](int x, int y) { return 1e9 + ((x + y) % 2 ? 1e-3 : -1e-3); });
-    const SRoiStatistics s = roiStatistics(image, box(0, 0, 100, 100), 1.0);
+    const RoiStatistics s = roiStatistics(image, box(0, 0, 100, 100), 1.0);
     QVERIFY(std::abs(s.standardDeviation / (1e-3 * std::sqrt(10000.0 / 9999.0)) - 1.0) < 1e-4);
 }
 
@@ -356,15 +356,15 @@ void tst_RoiStatistics::cellsAddUpToTheirGrid()
     const CROIBase grid(EROI_MEASUREMENT, QRectF(0.1, 0.1, 1.1, 1.3), 13, 11);
     const CILImage image = noise(VXS_UINT16, 60, 60);
     for (const double pixelSize : {0.2, 0.2 / 3.0, 0.04, 0.0234}) {
-        SRoiStatistics sum;
+        RoiStatistics sum;
         for (int row = 0; row < grid.rows(); ++row) {
             for (int column = 0; column < grid.columns(); ++column) {
-                const SRoiStatistics cell = roiStatistics(image, grid.cell(row, column), pixelSize);
+                const RoiStatistics cell = roiStatistics(image, grid.cell(row, column), pixelSize);
                 sum.pixels += cell.pixels;
                 sum.sum += cell.sum;
             }
         }
-        const SRoiStatistics whole = roiStatistics(image, grid, pixelSize);
+        const RoiStatistics whole = roiStatistics(image, grid, pixelSize);
         QVERIFY(whole.pixels > 0);
         QCOMPARE(sum.pixels, whole.pixels);
         QCOMPARE(sum.sum, whole.sum);

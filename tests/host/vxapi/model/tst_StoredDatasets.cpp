@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/model/StoredDatasets.h"
@@ -43,8 +43,8 @@ QString writeDataset(const QString &root, const QString &clickNumber, const QStr
 QStringList registeredFolders()
 {
     QStringList names;
-    const QList<SStoredDataset> all = StoredDatasets::instance().list();
-    for (const SStoredDataset &stored : all)
+    const QList<StoredDataset> all = StoredDatasets::instance().list();
+    for (const StoredDataset &stored : all)
         names += QDir(stored.folder).dirName();
     return names;
 }
@@ -147,7 +147,7 @@ void tst_StoredDatasets::resultsAreTold()
     const QString acquired = writeDataset(root(), "AB20260102030405");
     const QString result = writeDataset(root(), CLICK, QString(), true);
     registerRoot();
-    const QList<SStoredDataset> all = StoredDatasets::instance().list();
+    const QList<StoredDataset> all = StoredDatasets::instance().list();
     QCOMPARE(all.size(), 2);
     QCOMPARE(all[0].folder, acquired);
     QVERIFY(!all[0].isResult);

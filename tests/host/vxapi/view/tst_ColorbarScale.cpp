@@ -21,7 +21,7 @@ ColorbarScale scaleOf(double low, double high, bool logarithmic, double length =
 QStringList labels(const ColorbarScale &scale)
 {
     QStringList list;
-    for (const SBarTick &tick : scale.ticks) {
+    for (const BarTick &tick : scale.ticks) {
         if (!tick.label.isEmpty())
             list.append(tick.label);
     }
@@ -103,7 +103,7 @@ private Q_SLOTS:
                 const ColorbarScale scale = scaleOf(low, high, logarithmic, length);
                 double last = -INF;
                 int numbered = 0;
-                for (const SBarTick &tick : scale.ticks) {
+                for (const BarTick &tick : scale.ticks) {
                     QVERIFY(tick.position >= 0.0 && tick.position <= 1.0);
                     if (tick.label.isEmpty())
                         continue;

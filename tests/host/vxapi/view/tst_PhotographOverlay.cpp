@@ -54,7 +54,7 @@ public:
 
     CILImage luminescent;
     CILImage photograph;
-    SImageUnderlay underlay;
+    ImageUnderlay underlay;
     CVXSMultiImageView view;
 };
 
@@ -272,7 +272,7 @@ private Q_SLOTS:
     void withoutPhotographNothingChanges()
     {
         OverlayView v;
-        v.underlay = SImageUnderlay();
+        v.underlay = ImageUnderlay();
         v.show();
         const QImage without = v.view.rasterImage();
         const QRectF place = v.view.imagePlace(0);

@@ -9,18 +9,18 @@
 class CVXSDataset;
 
 /// What has to be known about images that come without an instrument's record. The camera constants matter
-/// only for calibrated units.
-struct SImportSettings
+/// only for calibrated units. ConstantRanges.h gives the range of each number.
+struct ImportSettings
 {
     QString kind;             ///< one of clickinfo::KIND_...; empty: luminescent
-    double fieldOfView = 0.0; ///< width of the imaged field [cm]; above 0
-    double binning = 1.0;     ///< sensor pixels a pixel, an axis; 1 or more
-    double exposure = 1.0;    ///< [s], above 0
-    double fNumber = 1.0;     ///< above 0
-    double pixelPitch = 13.0; ///< of the unbinned sensor [um], above 0
+    double fieldOfView = 0.0; ///< width of the imaged field [cm]
+    double binning = 1.0;     ///< sensor pixels a pixel, an axis
+    double exposure = 1.0;    ///< [s]
+    double fNumber = 1.0;     ///< focal length over aperture
+    double pixelPitch = 13.0; ///< of the unbinned sensor [um]
     double electronsPerCount = 1.0;
     double quantumEfficiency = 1.0;
-    double transmission = 1.0;         ///< of lens and filter, above 0 to 1
+    double transmission = 1.0;         ///< of lens and filter
     double excitationIrradiance = 0.0; ///< [uW/cm^2]; 0: not recorded
     QString imagingAngle;              ///< empty: not recorded
     QString acquisitionDate;           ///< ISO 8601; empty: not recorded
@@ -31,4 +31,4 @@ struct SImportSettings
 /// Null on failure, with status and "file: reason" or "setting: reason".
 VXAPI_EXPORT std::unique_ptr<CVXSDataset>
 importImages(const QString &clickNumber, const QString &luminescentPath, const QString &photographPath,
-             const SImportSettings &settings, ESTATUS *status, QString *error);
+             const ImportSettings &settings, ESTATUS *status, QString *error);

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "host/vxapi/model/ImageImport.h"
+#include "host/vxapi/model/import/ImageImport.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
-#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ConstantRanges.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxparser/CPLClickInfo.h"
 #include "host/vxutils/CVXPreference.h"
@@ -10,27 +11,26 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
 #include <QStringList>
+#include <utility>
 
 using namespace clickinfo;
 
 namespace {
 
 constexpr double CM_PER_UM = 1e-4;
-constexpr double NO_LIMIT = std::numeric_limits<double>::infinity();
 
-QString translated(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("ImageImport", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(ImageImport)
+};
 
 /// "setting: reason" of the first setting that is not usable; empty when all are.
-QString refusal(const SImportSettings &settings)
+QString refusal(const ImportSettings &settings)
 {
     const auto refused = [](QLatin1String key, const QString &reason) {
         return key + QStringLiteral(": ") + reason;
@@ -38,38 +38,25 @@ QString refusal(const SImportSettings &settings)
     const QStringList kinds = {KIND_LUMINESCENT, KIND_FLUORESCENT, KIND_TRANSFLUORESCENT,
                                KIND_TRANSILLUMINATION};
     if (!settings.kind.isEmpty() && !kinds.contains(settings.kind))
-        return refused(KEY_KIND, translated("\"%1\" is no kind of acquisition").arg(settings.kind));
-    struct SAboveZero
-    {
-        QLatin1String key;
-        double value;
-        double most;
+        return refused(KEY_KIND, Text::tr("\"%1\" is no kind of acquisition").arg(settings.kind));
+    const std::pair<QLatin1String, double> numbers[] = {
+        {KEY_FOV, settings.fieldOfView},           {KEY_EXPOSURE, settings.exposure},
+        {KEY_FNUMBER, settings.fNumber},           {KEY_PIXEL_PITCH, settings.pixelPitch},
+        {KEY_GAIN, settings.electronsPerCount},    {KEY_QUANTUM_EFFICIENCY, settings.quantumEfficiency},
+        {KEY_TRANSMISSION, settings.transmission}, {KEY_BINNING, settings.binning},
     };
-    const SAboveZero numbers[] = {
-        {KEY_FOV, settings.fieldOfView, NO_LIMIT},
-        {KEY_EXPOSURE, settings.exposure, NO_LIMIT},
-        {KEY_FNUMBER, settings.fNumber, NO_LIMIT},
-        {KEY_PIXEL_PITCH, settings.pixelPitch, NO_LIMIT},
-        {KEY_GAIN, settings.electronsPerCount, NO_LIMIT},
-        {KEY_QUANTUM_EFFICIENCY, settings.quantumEfficiency, 1.0},
-        {KEY_TRANSMISSION, settings.transmission, 1.0},
-    };
-    for (const SAboveZero &number : numbers) {
-        if (!std::isfinite(number.value) || number.value <= 0.0 || number.value > number.most)
-            return refused(number.key, std::isinf(number.most)
-                                           ? translated("it has to be a number above 0")
-                                           : translated("it has to be a number above 0, at most 1"));
+    for (const auto &[key, value] : numbers) {
+        if (!std::isfinite(value) || !constantRange(key).holds(value))
+            return refused(key, constantRange(key).requirement());
     }
-    if (!std::isfinite(settings.binning) || settings.binning < 1.0)
-        return refused(KEY_BINNING, translated("it has to be a number of 1 or more"));
     if (!std::isfinite(settings.excitationIrradiance) || settings.excitationIrradiance < 0.0)
         return refused(KEY_EXCITATION_IRRADIANCE,
-                       translated("it has to be a number above 0, or 0 when it is not known"));
+                       Text::tr("it has to be a number above 0, or 0 when it is not known"));
     if (!settings.acquisitionDate.isEmpty() &&
         !QDateTime::fromString(settings.acquisitionDate, Qt::ISODate).isValid())
         return refused(
             KEY_ACQUISITION_DATE,
-            translated("\"%1\" is no date of the form 2026-11-21T15:30:00").arg(settings.acquisitionDate));
+            Text::tr("\"%1\" is no date of the form 2026-11-21T15:30:00").arg(settings.acquisitionDate));
     return QString();
 }
 
@@ -104,7 +91,7 @@ void setNumber(CPLSection *section, QLatin1String key, double value)
 }
 
 /// What luminescent image and photograph have in common.
-void describe(CPLSection *section, const QString &path, const SImportSettings &settings, double binning)
+void describe(CPLSection *section, const QString &path, const ImportSettings &settings, double binning)
 {
     section->setValue(KEY_IMPORTED_FROM, QFileInfo(path).fileName());
     if (!settings.acquisitionDate.isEmpty())
@@ -119,8 +106,7 @@ void addNote(CPLSection *section, double binning)
     section->addKeyValue(KEY_NOTE, QStringLiteral("Binning Factor=%1;").arg(textOfNumber(binning)));
 }
 
-void addLuminescent(CVXSDataset *dataset, CILImage image, const QString &path,
-                    const SImportSettings &settings)
+void addLuminescent(CVXSDataset *dataset, CILImage image, const QString &path, const ImportSettings &settings)
 {
     image.setBinningFactor(float(settings.binning));
     dataset->setCoreImage(EIMAGE_LUMINESCENT, image);
@@ -147,7 +133,7 @@ void addLuminescent(CVXSDataset *dataset, CILImage image, const QString &path,
 
 /// It shows the same field, so its binning follows from its size.
 void addPhotograph(CVXSDataset *dataset, const CILImage &image, const QString &path,
-                   const SImportSettings &settings, double sensorPixels)
+                   const ImportSettings &settings, double sensorPixels)
 {
     dataset->setCoreImage(EIMAGE_PHOTOGRAPH, image);
     CPLSection *section = ensureSection(dataset->getClickInfo(), SECTION_PHOTOGRAPH);
@@ -159,7 +145,7 @@ void addPhotograph(CVXSDataset *dataset, const CILImage &image, const QString &p
 } // namespace
 
 std::unique_ptr<CVXSDataset> importImages(const QString &clickNumber, const QString &luminescentPath,
-                                          const QString &photographPath, const SImportSettings &settings,
+                                          const QString &photographPath, const ImportSettings &settings,
                                           ESTATUS *status, QString *error)
 {
     const auto tell = [status, error](ESTATUS code, const QString &reason) {
@@ -171,12 +157,12 @@ std::unique_ptr<CVXSDataset> importImages(const QString &clickNumber, const QStr
     };
     if (!CVXUtilityFns::isSafeFileName(clickNumber))
         return tell(ESTATUS_BAD_NAME,
-                    translated("click number: \"%1\" is not a plain file name").arg(clickNumber));
+                    Text::tr("click number: \"%1\" is not a plain file name").arg(clickNumber));
     const QString setting = refusal(settings);
     if (!setting.isEmpty())
         return tell(ESTATUS_BAD_VALUE, setting);
     if (luminescentPath.isEmpty())
-        return tell(ESTATUS_FILE_NOT_FOUND, translated("luminescent image: no file is named"));
+        return tell(ESTATUS_FILE_NOT_FOUND, Text::tr("luminescent image: no file is named"));
     CILImage luminescent;
     CILImage photograph;
     QString reason;

@@ -9,6 +9,12 @@ class CPLClickInfo;
 class CPLSection;
 
 /// Typed reading and writing of ClickInfo records. Numbers are in the C locale.
+///
+///     const double exposure = numberOf(info, SECTION_LUMINESCENT, KEY_EXPOSURE); // [s]; NaN: not there
+///     const QString kind = textOf(info, SECTION_LUMINESCENT, KEY_KIND);          // null: not there
+///     ensureSection(&info, SECTION_LUMINESCENT)->setValue(KEY_FNUMBER, textOfNumber(1.4));
+///
+/// ClickInfoKeys.h names every section and key with its unit, ConstantRanges.h the range of every constant.
 namespace clickinfo {
 
 /// The first section with that key, appended when the record has none.

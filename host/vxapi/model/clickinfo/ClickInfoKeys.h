@@ -4,7 +4,7 @@
 #include <QLatin1String>
 
 /// Sections and keys of ClickInfo.txt, AnalyzedClickInfo.txt and SequenceInfo.txt, with unit and meaning.
-/// Numbers are written and read in the C locale.
+/// Numbers are written and read in the C locale; ConstantRanges.h gives the range of each constant.
 namespace clickinfo {
 
 // --- sections of ClickInfo.txt ---
@@ -33,8 +33,8 @@ constexpr QLatin1String KEY_FOLDER_ON_DISK("Folder On Disk");
 
 // --- any image section ---
 constexpr QLatin1String KEY_ACQUISITION_DATE("Acquisition Date"); ///< ISO 8601
-constexpr QLatin1String KEY_BINNING("Binning Factor"); ///< sensor pixels a pixel, an axis; 1 or more
-constexpr QLatin1String KEY_FOV("Field of View");      ///< width of the imaged field [cm]
+constexpr QLatin1String KEY_BINNING("Binning Factor");            ///< sensor pixels a pixel, an axis
+constexpr QLatin1String KEY_FOV("Field of View");                 ///< width of the imaged field [cm]
 constexpr QLatin1String
     KEY_IMPORTED_FROM("Imported From");             ///< name of the file that an image was imported from
 constexpr QLatin1String KEY_NOTE("Igor Wave Note"); ///< "key=value;" entries; the last pair of its section
@@ -45,11 +45,11 @@ constexpr QLatin1String KIND_LUMINESCENT("luminescent");
 constexpr QLatin1String KIND_FLUORESCENT("fluorescent");
 constexpr QLatin1String KIND_TRANSFLUORESCENT("transfluorescent");        ///< also counts as fluorescent
 constexpr QLatin1String KIND_TRANSILLUMINATION("transillumination");      ///< also counts as fluorescent
-constexpr QLatin1String KEY_EXPOSURE("Exposure Time");                    ///< t [s], above 0
-constexpr QLatin1String KEY_FNUMBER("f Number");                          ///< N, above 0
-constexpr QLatin1String KEY_TRANSMISSION("Lens and Filter Transmission"); ///< T, above 0 to 1
+constexpr QLatin1String KEY_EXPOSURE("Exposure Time");                    ///< t [s]
+constexpr QLatin1String KEY_FNUMBER("f Number");                          ///< N
+constexpr QLatin1String KEY_TRANSMISSION("Lens and Filter Transmission"); ///< T
 constexpr QLatin1String
-    KEY_EXCITATION_IRRADIANCE("Excitation Irradiance"); ///< [uW/cm^2], above 0; for radiant efficiency
+    KEY_EXCITATION_IRRADIANCE("Excitation Irradiance");                ///< [uW/cm^2]; for radiant efficiency
 constexpr QLatin1String KEY_BOTTOM_POWER("Bottom Illumination Power"); ///< [mW]; absent or not above 0: none
 constexpr QLatin1String KEY_FLUORESCENCE_LEVEL("Fluorescence level string"); ///< "High", "Low", ...
 constexpr QLatin1String KEY_IMAGING_ANGLE("Imaging Angle");         ///< [degrees] or a name such as "Left"
@@ -68,10 +68,10 @@ constexpr QLatin1String KEY_MATH_B("Image Math B ClickNumber");
 constexpr QLatin1String KEY_MATH_PHOTOGRAPH("Image Math Photo ClickNumber"); ///< absent: without photograph
 
 // --- "Camera System Info" ---
-constexpr QLatin1String KEY_GAIN("Electrons Per Count");              ///< g [e-/count], above 0
-constexpr QLatin1String KEY_QUANTUM_EFFICIENCY("Quantum Efficiency"); ///< QE, above 0 to 1
-constexpr QLatin1String KEY_PIXEL_PITCH("Pixel Pitch");     ///< of the unbinned sensor [um], above 0
-constexpr QLatin1String KEY_MAGNIFICATION("Magnification"); ///< m, image size over object size, above 0
+constexpr QLatin1String KEY_GAIN("Electrons Per Count");              ///< g [e-/count]
+constexpr QLatin1String KEY_QUANTUM_EFFICIENCY("Quantum Efficiency"); ///< QE
+constexpr QLatin1String KEY_PIXEL_PITCH("Pixel Pitch");               ///< of the unbinned sensor [um]
+constexpr QLatin1String KEY_MAGNIFICATION("Magnification");           ///< m, image size over object size
 constexpr QLatin1String KEY_CAMERA_NAME("Camera");
 
 // --- "Graph Controls" ---

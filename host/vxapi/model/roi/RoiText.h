@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "host/vxapi/model/CROIBase.h"
+#include "host/vxapi/model/roi/CROIBase.h"
 
 #include <optional>
 

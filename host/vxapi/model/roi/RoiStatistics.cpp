@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/vxapi/model/RoiStatistics.h"
+#include "host/vxapi/model/roi/RoiStatistics.h"
 
 #include "host/vximage/PixelTypes.h"
 
@@ -10,7 +10,7 @@
 namespace {
 
 /// Pixels of a row that belong to the ROI.
-struct SRun
+struct Run
 {
     std::size_t first; ///< in the image's pixels
     std::size_t count;
@@ -54,7 +54,7 @@ std::size_t firstFrom(double edge, double pixelSize, std::size_t count)
     return index;
 }
 
-std::vector<SRun> runsOf(const CILImage &image, const CROIBase &roi, double pixelSize)
+std::vector<Run> runsOf(const CILImage &image, const CROIBase &roi, double pixelSize)
 {
     const std::size_t width = image.getWidth();
     const std::size_t height = image.getHeight();
@@ -62,10 +62,10 @@ std::vector<SRun> runsOf(const CILImage &image, const CROIBase &roi, double pixe
     // A row more at either end: the lower edge of an ellipse belongs to it. The spans decide.
     const std::size_t top = firstFrom(box.top(), pixelSize, height);
     const std::size_t bottom = std::min(firstFrom(box.bottom(), pixelSize, height) + 1, height);
-    std::vector<SRun> runs;
+    std::vector<Run> runs;
     for (std::size_t y = top > 0 ? top - 1 : 0; y < bottom; ++y) {
-        const QVector<SRoiSpan> spans = roi.spansAt(centre(y, pixelSize));
-        for (const SRoiSpan &span : spans) {
+        const QVector<RoiSpan> spans = roi.spansAt(centre(y, pixelSize));
+        for (const RoiSpan &span : spans) {
             const std::size_t from = firstFrom(span.from, pixelSize, width);
             const std::size_t to = firstFrom(span.to, pixelSize, width);
             if (from < to)
@@ -76,12 +76,12 @@ std::vector<SRun> runsOf(const CILImage &image, const CROIBase &roi, double pixe
 }
 
 template <typename T>
-void addRange(const T *pixels, const std::vector<SRun> &runs, SRoiStatistics *result)
+void addRange(const T *pixels, const std::vector<Run> &runs, RoiStatistics *result)
 {
     CompensatedSum sum;
     double minimum = std::numeric_limits<double>::infinity();
     double maximum = -minimum;
-    for (const SRun &run : runs) {
+    for (const Run &run : runs) {
         for (std::size_t i = run.first; i < run.first + run.count; ++i) {
             const double value = double(pixels[i]);
             if (!std::isfinite(value)) {
@@ -105,13 +105,13 @@ void addRange(const T *pixels, const std::vector<SRun> &runs, SRoiStatistics *re
 
 /// A pass of its own, about the mean: the difference of large sums would tell nothing of a small spread.
 template <typename T>
-void addDeviation(const T *pixels, const std::vector<SRun> &runs, SRoiStatistics *result)
+void addDeviation(const T *pixels, const std::vector<Run> &runs, RoiStatistics *result)
 {
     if (result->pixels < 2 || !std::isfinite(result->mean))
         return;
     CompensatedSum squares;
     CompensatedSum rest; // of a mean that is rounded
-    for (const SRun &run : runs) {
+    for (const Run &run : runs) {
         for (std::size_t i = run.first; i < run.first + run.count; ++i) {
             if (!std::isfinite(double(pixels[i])))
                 continue;
@@ -127,12 +127,12 @@ void addDeviation(const T *pixels, const std::vector<SRun> &runs, SRoiStatistics
 
 } // namespace
 
-SRoiStatistics roiStatistics(const CILImage &image, const CROIBase &roi, double pixelSize)
+RoiStatistics roiStatistics(const CILImage &image, const CROIBase &roi, double pixelSize)
 {
-    SRoiStatistics result;
+    RoiStatistics result;
     if (!(pixelSize > 0.0) || !std::isfinite(pixelSize) || image.isEmpty())
         return result;
-    const std::vector<SRun> runs = runsOf(image, roi, pixelSize);
+    const std::vector<Run> runs = runsOf(image, roi, pixelSize);
     il::withPixelType(image.getType(), [&](auto tag) {
         const auto *pixels = static_cast<decltype(tag)>(image.get_data());
         addRange(pixels, runs, &result);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "host/vxapi/model/RoiText.h"
+#include "host/vxapi/model/roi/RoiText.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
-#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 
 #include <array>
 #include <cmath>
@@ -19,10 +19,10 @@ constexpr std::array<QLatin1String, 2> KINDS = {ROI_MEASUREMENT, ROI_BACKGROUND}
 
 using Fields = QMap<QString, QString>;
 
-QString tr(const char *source)
+struct Text
 {
-    return QCoreApplication::translate("ROI", source);
-}
+    Q_DECLARE_TR_FUNCTIONS(ROI)
+};
 
 QString field(QLatin1String key, const QString &value)
 {
@@ -47,7 +47,7 @@ bool indexOf(const std::array<QLatin1String, N> &names, const QString &name, int
             return true;
         }
     }
-    *reason = tr("\"%1\" is no kind or shape of an ROI").arg(name);
+    *reason = Text::tr("\"%1\" is no kind or shape of an ROI").arg(name);
     return false;
 }
 
@@ -57,14 +57,14 @@ bool readNumber(const QString &text, double *number, QString *reason)
     *number = text.toDouble(&isNumber); // C locale, whatever the system's
     if (isNumber && std::isfinite(*number))
         return true;
-    *reason = tr("\"%1\" is not a finite number").arg(text);
+    *reason = Text::tr("\"%1\" is not a finite number").arg(text);
     return false;
 }
 
 bool takeField(Fields *fields, QLatin1String key, QString *value, QString *reason)
 {
     if (!fields->contains(key)) {
-        *reason = tr("it has no \"%1\"").arg(key);
+        *reason = Text::tr("it has no \"%1\"").arg(key);
         return false;
     }
     *value = fields->take(key);
@@ -85,7 +85,7 @@ bool takeCount(Fields *fields, QLatin1String key, int *count, QString *reason)
     *count = text.toInt();
     if (*count >= 1)
         return true;
-    *reason = tr("\"%1 %2\" is not a whole number of 1 or more").arg(key, text);
+    *reason = Text::tr("\"%1 %2\" is not a whole number of 1 or more").arg(key, text);
     return false;
 }
 
@@ -96,7 +96,7 @@ bool takeBox(Fields *fields, QRectF *box, QString *reason)
         !takeLength(fields, ROI_WIDTH, &width, reason) || !takeLength(fields, ROI_HEIGHT, &height, reason))
         return false;
     if (!(width > 0.0 && height > 0.0)) {
-        *reason = tr("its width or height is not above 0");
+        *reason = Text::tr("its width or height is not above 0");
         return false;
     }
     *box = QRectF(left, top, width, height);
@@ -114,7 +114,7 @@ bool takeCorners(Fields *fields, QVector<QPointF> *outline, QString *reason)
         const QStringList xy = corner.toString().simplified().split(QLatin1Char(' '));
         double x = 0.0, y = 0.0;
         if (xy.size() != 2) {
-            *reason = tr("\"%1\" is not a corner \"x y\"").arg(corner.trimmed().toString());
+            *reason = Text::tr("\"%1\" is not a corner \"x y\"").arg(corner.trimmed().toString());
             return false;
         }
         if (!readNumber(xy[0], &x, reason) || !readNumber(xy[1], &y, reason))
@@ -130,7 +130,7 @@ bool fieldsOf(const QStringList &parts, Fields *fields, QString *reason)
         const QString part = parts[i].trimmed();
         const QString key = part.section(QLatin1Char(' '), 0, 0);
         if (fields->contains(key)) {
-            *reason = tr("\"%1\" stands twice").arg(key);
+            *reason = Text::tr("\"%1\" stands twice").arg(key);
             return false;
         }
         fields->insert(key, part.mid(key.size()).trimmed());
@@ -189,7 +189,7 @@ std::optional<CROIBase> roitext::read(const QString &text, QString *reason)
     if (!roi)
         return std::nullopt;
     if (!fields.isEmpty()) {
-        *reason = tr("\"%1\" means nothing here").arg(fields.firstKey());
+        *reason = Text::tr("\"%1\" means nothing here").arg(fields.firstKey());
         return std::nullopt;
     }
     *reason = roi->complaint();

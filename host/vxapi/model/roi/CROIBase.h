@@ -29,7 +29,7 @@ struct tagROIInfo
 };
 
 /// A stretch of a row that belongs to an ROI: from <= x < to [cm].
-struct SRoiSpan
+struct RoiSpan
 {
     double from;
     double to;
@@ -73,7 +73,7 @@ public:
     bool contains(const QPointF &place) const;
     /// What belongs to the ROI of the row at that height [cm], from left to right, without overlap. This is
     /// the one definition of the shapes: contains() and the statistics follow it.
-    QVector<SRoiSpan> spansAt(double y) const;
+    QVector<RoiSpan> spansAt(double y) const;
     /// Why the ROI cannot be kept, for people: no area, a coordinate that is not finite, too many corners or
     /// cells. Null when it can.
     QString complaint() const;
@@ -90,8 +90,8 @@ public:
 
 private:
     bool isOutlined() const { return m_shape == EROI_POLYGON || m_shape == EROI_FREEHAND; }
-    QVector<SRoiSpan> ellipseSpansAt(double y) const;
-    QVector<SRoiSpan> outlineSpansAt(double y) const;
+    QVector<RoiSpan> ellipseSpansAt(double y) const;
+    QVector<RoiSpan> outlineSpansAt(double y) const;
 
     QString m_name;
     EROISHAPE m_shape;

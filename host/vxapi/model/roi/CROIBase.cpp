@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/vxapi/model/CROIBase.h"
+#include "host/vxapi/model/roi/CROIBase.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,7 +11,7 @@ namespace {
 /// nor give an area to a line.
 constexpr double EDGE_TOLERANCE = 1e-12;
 
-struct SStretch
+struct Stretch
 {
     double begin;
     double length;
@@ -19,9 +19,9 @@ struct SStretch
 
 // Each cell begins where the one before ends, to the last bit, so that no pixel is lost between them or
 // counted twice. (begin + length need not be the end that was wanted.)
-SStretch cellStretch(double begin, double length, int count, int index)
+Stretch cellStretch(double begin, double length, int count, int index)
 {
-    SStretch cell{begin, 0.0};
+    Stretch cell{begin, 0.0};
     for (int i = 0;; ++i) {
         const double part = i + 1 == count ? length : length * (i + 1) / count;
         cell.length = begin + part - cell.begin;
@@ -34,7 +34,7 @@ SStretch cellStretch(double begin, double length, int count, int index)
 /// Where the last of the cells ends, which may be beside the end of the whole in the last bit.
 double cellsEnd(double begin, double length, int count)
 {
-    const SStretch last = cellStretch(begin, length, count, count - 1);
+    const Stretch last = cellStretch(begin, length, count, count - 1);
     return last.begin + last.length;
 }
 
@@ -73,10 +73,10 @@ bool isOnOneLine(const QVector<QPointF> &outline)
     });
 }
 
-QString text(const char *source)
+struct Text
 {
-    return QCoreApplication::translate("ROI", source);
-}
+    Q_DECLARE_TR_FUNCTIONS(ROI)
+};
 
 } // namespace
 
@@ -108,12 +108,12 @@ CROIBase::CROIBase(EROIKIND kind, const QRectF &box, int rows, int columns)
 
 bool CROIBase::contains(const QPointF &place) const
 {
-    const QVector<SRoiSpan> spans = spansAt(place.y());
+    const QVector<RoiSpan> spans = spansAt(place.y());
     return std::any_of(spans.cbegin(), spans.cend(),
-                       [&](const SRoiSpan &span) { return span.from <= place.x() && place.x() < span.to; });
+                       [&](const RoiSpan &span) { return span.from <= place.x() && place.x() < span.to; });
 }
 
-QVector<SRoiSpan> CROIBase::spansAt(double y) const
+QVector<RoiSpan> CROIBase::spansAt(double y) const
 {
     if (m_shape == EROI_ELLIPSE)
         return ellipseSpansAt(y);
@@ -125,7 +125,7 @@ QVector<SRoiSpan> CROIBase::spansAt(double y) const
     return {};
 }
 
-QVector<SRoiSpan> CROIBase::ellipseSpansAt(double y) const
+QVector<RoiSpan> CROIBase::ellipseSpansAt(double y) const
 {
     const double halfWidth = m_box.width() / 2.0;
     const double halfHeight = m_box.height() / 2.0;
@@ -138,7 +138,7 @@ QVector<SRoiSpan> CROIBase::ellipseSpansAt(double y) const
     return {{middle - half, middle + half}};
 }
 
-QVector<SRoiSpan> CROIBase::outlineSpansAt(double y) const
+QVector<RoiSpan> CROIBase::outlineSpansAt(double y) const
 {
     QVector<double> crossings;
     for (int i = 0; i < m_outline.size(); ++i) {
@@ -152,9 +152,9 @@ QVector<SRoiSpan> CROIBase::outlineSpansAt(double y) const
         crossings += upper.x() + (y - upper.y()) * ((lower.x() - upper.x()) / (lower.y() - upper.y()));
     }
     std::sort(crossings.begin(), crossings.end());
-    QVector<SRoiSpan> spans;
+    QVector<RoiSpan> spans;
     for (int i = 0; i + 1 < crossings.size(); i += 2)
-        spans += SRoiSpan{crossings[i], crossings[i + 1]};
+        spans += RoiSpan{crossings[i], crossings[i + 1]};
     return spans;
 }
 
@@ -163,14 +163,14 @@ QString CROIBase::complaint() const
     const bool isFinite = std::isfinite(m_box.left()) && std::isfinite(m_box.top()) &&
                           std::isfinite(m_box.right()) && std::isfinite(m_box.bottom());
     if (!isFinite || !areFinite(m_outline))
-        return text("a coordinate is not a finite number");
+        return Text::tr("a coordinate is not a finite number");
     const bool hasBox = m_box.right() > m_box.left() && m_box.bottom() > m_box.top();
     if (!hasBox || (isOutlined() && (m_outline.size() < 3 || isOnOneLine(m_outline))))
-        return text("it has no area");
+        return Text::tr("it has no area");
     if (m_outline.size() > MAX_CORNERS)
-        return text("it has more than %1 corners").arg(MAX_CORNERS);
+        return Text::tr("it has more than %1 corners").arg(MAX_CORNERS);
     if (qint64(m_rows) * m_columns > MAX_CELLS)
-        return text("it has more than %1 cells").arg(MAX_CELLS);
+        return Text::tr("it has more than %1 cells").arg(MAX_CELLS);
     return QString();
 }
 
@@ -205,8 +205,8 @@ CROIBase CROIBase::cell(int row, int column) const
 {
     const int y = qBound(0, row, m_rows - 1);
     const int x = qBound(0, column, m_columns - 1);
-    const SStretch across = cellStretch(m_box.left(), m_box.width(), m_columns, x);
-    const SStretch down = cellStretch(m_box.top(), m_box.height(), m_rows, y);
+    const Stretch across = cellStretch(m_box.left(), m_box.width(), m_columns, x);
+    const Stretch down = cellStretch(m_box.top(), m_box.height(), m_rows, y);
     CROIBase cell(EROI_RECTANGLE, m_kind, QRectF(across.begin, down.begin, across.length, down.length));
     cell.setName(QStringLiteral("%1 [%2, %3]").arg(m_name, QString::number(y + 1), QString::number(x + 1)));
     return cell;

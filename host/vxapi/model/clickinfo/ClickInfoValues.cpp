@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "host/vxapi/model/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 
-#include "host/vxapi/model/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 #include "host/vxparser/CPLClickInfo.h"
 
 #include <cmath>
