@@ -57,14 +57,15 @@ PixelDifference PixelDifference::compare(const CILImage &stored, const CILImage 
     return difference;
 }
 
-QString PixelDifference::text(const QString &unit) const
+QString PixelDifference::text(tag_edisplayunit unit) const
 {
     if (!shape.isEmpty())
         return shape;
     const QString head = Text::tr("%1 of %2 pixels differ").arg(different).arg(count);
     if (oneFinite == different)
         return Text::tr("%1, all between a number and none.").arg(head);
-    const QString most = Text::tr("%1, by at most %2 [%3]").arg(head, QString::number(largest, 'g', 6), unit);
+    const QString most =
+        Text::tr("%1, by at most %2%3").arg(head, QString::number(largest, 'g', 6), unitSuffix(unit));
     return oneFinite == 0
                ? most + QLatin1Char('.')
                : Text::tr("%1, and %2 of them between a number and none.").arg(most).arg(oneFinite);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "host/vxapi/model/DisplayUnits.h"
 #include "host/vximage/CILImage.h"
 
 #include <cstddef>
@@ -17,7 +18,7 @@ struct PixelDifference
 
     bool areSame() const { return shape.isEmpty() && different == 0; }
     /// "3 of 1024 pixels differ, by at most 2.5 [counts]."
-    QString text(const QString &unit) const;
+    QString text(tag_edisplayunit unit) const;
 
     /// Both have to be 32-bit float.
     static PixelDifference compare(const CILImage &stored, const CILImage &computed);

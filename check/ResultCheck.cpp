@@ -66,7 +66,9 @@ ResultCheck compared(const ResultRecord &record, const CILImage &stored, const C
                            Text::tr("The same to the last bit, although not all is as recorded."),
                            changes + remarks)
                    : ended(Verdict::Same, Text::tr("Computed again: the same to the last bit."), remarks);
-    const QString sentence = difference.text(record.unit);
+    tag_edisplayunit unit = EUNIT_COUNTS;
+    unitOfKey(record.unit, &unit); // it was, or nothing would have been computed
+    const QString sentence = difference.text(unit);
     return isChanged
                ? ended(Verdict::DifferentAsChanged,
                        Text::tr("The operands are not what they were: %1").arg(sentence), changes + remarks)

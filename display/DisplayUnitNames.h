@@ -1,17 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "host/vxapi/model/VXTypes.h"
+#include "host/vxapi/model/DisplayUnits.h"
 
-#include <array>
-#include <QString>
-
-/// The unit's name in calibration calls and stored values, indexed by tag_edisplayunit. The labels that the
-/// view shows are a table of their own (math/ViewAnnotations.h), and differ in case.
-constexpr std::array<const char *, 4> DisplayUnitNames{"counts", "Radiance (Photons)", "Radiant Efficiency",
-                                                       "efficiency"};
+/// The units' keys as calibration calls and stored values have them, indexed by tag_edisplayunit; of the one
+/// table of units, not its labels, which the view shows and which differ in case.
+constexpr std::array<const char *, EUNIT_COUNT> DisplayUnitNames{
+    DISPLAY_UNITS[EUNIT_COUNTS].key, DISPLAY_UNITS[EUNIT_RADIANCE].key,
+    DISPLAY_UNITS[EUNIT_RADIANT_EFFICIENCY].key, DISPLAY_UNITS[EUNIT_EFFICIENCY].key};
 
 inline QString displayUnitName(tag_edisplayunit unit)
 {
-    return QString::fromLatin1(DisplayUnitNames.at(std::size_t(unit)));
+    return unitKey(unit);
 }

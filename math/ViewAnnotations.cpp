@@ -7,19 +7,8 @@ namespace imagemath {
 
 QString displayLabel(tag_edisplayunit unit)
 {
-    switch (unit) {
-    case EUNIT_COUNTS:
-        return formText("Counts");
-    case EUNIT_RADIANCE:
-        return formText("Radiance (Photons)");
-    case EUNIT_RADIANT_EFFICIENCY:
-        return formText("Radiant Efficiency");
-    case EUNIT_EFFICIENCY:
-        return formText("Efficiency");
-    case EUNIT_COUNT:
-        break;
-    }
-    return {};
+    const auto index = std::size_t(unit);
+    return index < DISPLAY_UNITS.size() ? formText(DISPLAY_UNITS[index].label) : QString();
 }
 
 QString operandLabel(bool isTransFluorescent, tag_edisplayunit ownUnit, tag_edisplayunit labelUnit)

@@ -12,13 +12,6 @@
 
 namespace {
 
-const char *const UNIT_LABELS[EUNIT_COUNT] = {
-    QT_TRANSLATE_NOOP("DisplayMenu", "Counts"),
-    QT_TRANSLATE_NOOP("DisplayMenu", "Radiance (Photons)"),
-    QT_TRANSLATE_NOOP("DisplayMenu", "Radiant Efficiency"),
-    QT_TRANSLATE_NOOP("DisplayMenu", "Efficiency"),
-};
-
 void setColors(CVXSDataset *dataset, const tag_simageadjust &adjust)
 {
     CVXSToolInfo info = dataset->getToolInfo();
@@ -52,7 +45,7 @@ void DisplayMenu::addUnits(QMenu *menu)
     QMenu *units = menu->addMenu(tr("&Unit"));
     units->setObjectName(QStringLiteral("menuUnit"));
     for (int unit = 0; unit < EUNIT_COUNT; ++unit) {
-        QAction *action = units->addAction(tr(UNIT_LABELS[unit]));
+        QAction *action = units->addAction(unitLabel(tag_edisplayunit(unit)));
         action->setCheckable(true);
         action->setData(unit);
         m_units->addAction(action);

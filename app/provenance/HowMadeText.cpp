@@ -52,19 +52,11 @@ void pair(Rows *rows, const QString &name, const QString &value, const QString &
     rows->append(row);
 }
 
-QString unitText(const QString &key)
+/// What a file names by a key; a key that is none is shown as it stands.
+QString unitOf(const QString &key)
 {
     tag_edisplayunit unit = EUNIT_COUNTS;
-    if (!unitOfKey(key, &unit))
-        return key;
-    switch (unit) {
-    case EUNIT_RADIANCE:
-        return key + Text::tr(" [photons/s/cm\u00b2/sr]");
-    case EUNIT_RADIANT_EFFICIENCY:
-        return key + Text::tr(" [(photons/s/cm\u00b2/sr) / (\u00b5W/cm\u00b2)]");
-    default:
-        return key;
-    }
+    return unitOfKey(key, &unit) ? unitText(unit) : key;
 }
 
 QString dateText(const QString &iso)
@@ -151,7 +143,7 @@ Rows rowsOfRecord(const ResultRecord &record, const CPLClickInfo &info)
     const QString shown = textOf(info, SECTION_LUMINESCENT, KEY_MATH_K);
     if (showsOtherNumber(shown, record.k))
         pair(&rows, Text::tr("k in ClickInfo"), shown);
-    pair(&rows, Text::tr("Unit"), unitText(record.unit));
+    pair(&rows, Text::tr("Unit"), unitOf(record.unit));
     pair(&rows, Text::tr("Computed"), dateText(record.computed));
     pair(&rows, Text::tr("Version"), record.version);
     addOperand(&rows, QStringLiteral("A"), record.a);
@@ -174,7 +166,7 @@ Rows rowsOfClickInfo(const CPLClickInfo &info, const QString &problem)
     pair(&rows, QStringLiteral("B"), told(KEY_MATH_B));
     const QString photograph = told(KEY_MATH_PHOTOGRAPH);
     pair(&rows, Text::tr("Photograph"), photograph.isEmpty() ? Text::tr("none") : photograph);
-    pair(&rows, Text::tr("Unit"), unitText(textOf(info, SECTION_GRAPH_CONTROLS, KEY_INTENSITY_CALIBRATION)));
+    pair(&rows, Text::tr("Unit"), unitOf(textOf(info, SECTION_GRAPH_CONTROLS, KEY_INTENSITY_CALIBRATION)));
     const auto isSet = [&info](QLatin1String key) { return flagOf(info, SECTION_LUMINESCENT, key); };
     pair(&rows, Text::tr("A corrected for"),
          correctionsText(isSet(KEY_FLATFIELD_CORRECTED), isSet(KEY_BACKGROUND_CORRECTED),

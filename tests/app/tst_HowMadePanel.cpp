@@ -171,7 +171,7 @@ void tst_HowMadePanel::itTellsHowTheResultWasMade()
     QVERIFY(result);
     QCOMPARE(textOf("Operation"), QString("(A / B) * k"));
     QCOMPARE(textOf("k, exactly"), QString("0.1  =  0x1.99999ap-4"));
-    QCOMPARE(textOf("Unit"), QString::fromUtf8("Radiance (Photons) [photons/s/cm²/sr]"));
+    QCOMPARE(textOf("Unit"), QString::fromUtf8("Radiance (Photons) [p/s/cm²/sr]"));
     const QString computed = resultcheck::recordOf(result).computed;
     QCOMPARE(textOf("Computed"), QString(computed).replace('T', ' ').replace("Z", " UTC"));
     QCOMPARE(textOf("Version"), resultcheck::recordOf(result).version);

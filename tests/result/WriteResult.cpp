@@ -25,7 +25,7 @@ void printLoadedInterfaces(QTextStream &out)
     if (!maps.open(QIODevice::ReadOnly))
         out << "/proc/self/maps cannot be read\n";
     for (const QByteArray &line : maps.readAll().split('\n')) {
-        if (line.contains("libQt5Widgets") || line.contains("libQt5Gui"))
+        if (line.contains("libQt5Widgets") || line.contains("libQt5Gui") || line.contains("libX11"))
             out << line << '\n';
     }
 }

@@ -19,34 +19,6 @@ struct Text
     Q_DECLARE_TR_FUNCTIONS(MeasurementText)
 };
 
-QString unitSuffix(tag_edisplayunit unit)
-{
-    switch (unit) {
-    case EUNIT_COUNTS:
-        return QStringLiteral(" [counts]");
-    case EUNIT_RADIANCE:
-        return QStringLiteral(" [p/s/cm²/sr]");
-    case EUNIT_RADIANT_EFFICIENCY:
-        return QStringLiteral(" [(p/s/cm²/sr)/(µW/cm²)]");
-    default:
-        return QString();
-    }
-}
-
-QString totalHeader(tag_edisplayunit unit)
-{
-    switch (unit) {
-    case EUNIT_RADIANCE:
-        return Text::tr("Total flux [p/s]");
-    case EUNIT_RADIANT_EFFICIENCY:
-        return Text::tr("Total radiant efficiency [(p/s)/(µW/cm²)]");
-    case EUNIT_EFFICIENCY:
-        return Text::tr("Total efficiency [cm²]");
-    default:
-        return QString();
-    }
-}
-
 struct Column
 {
     QString header;
@@ -60,9 +32,9 @@ QVector<Column> columns(tag_edisplayunit unit)
     using Record = const CRoiMeasInfo &;
     QVector<Column> list = {
         {Text::tr("Area [cm²]"), [](Record r) { return r.area; }, false},
-        {Text::tr("Total counts"), [](Record r) { return r.primaryROIStatistic(); }, false}};
+        {unitTotalText(EUNIT_COUNTS), [](Record r) { return r.primaryROIStatistic(); }, false}};
     if (unit != EUNIT_COUNTS)
-        list.append({totalHeader(unit), [](Record r) { return r.calibratedROIStatistic(); }, true});
+        list.append({unitTotalText(unit), [](Record r) { return r.calibratedROIStatistic(); }, true});
     const QString suffix = unitSuffix(unit);
     list.append({Text::tr("Mean") + suffix, [](Record r) { return r.calibrated.mean; }, true});
     list.append(

@@ -45,20 +45,3 @@ QString correctionText(const CVXSDataset &dataset)
         parts.append(Text::tr("flat-field corrected"));
     return parts.join(QStringLiteral(", "));
 }
-
-QString unitText(tag_edisplayunit unit)
-{
-    switch (unit) {
-    case EUNIT_COUNTS:
-        return Text::tr("Counts");
-    case EUNIT_RADIANCE:
-        return Text::tr("Radiance [photons/s/cm²/sr]");
-    case EUNIT_RADIANT_EFFICIENCY:
-        return Text::tr("Radiant efficiency [(photons/s/cm²/sr) / (µW/cm²)]");
-    case EUNIT_EFFICIENCY:
-        return Text::tr("Efficiency");
-    case EUNIT_COUNT:
-        break;
-    }
-    return QString();
-}

@@ -11,5 +11,3 @@ class CVXSDataset;
 QString datasetKindText(const CVXSDataset &dataset);
 /// What was corrected in its luminescent image: "background subtracted, flat-field corrected", or empty.
 QString correctionText(const CVXSDataset &dataset);
-/// A unit for people, with its physical unit where it has one.
-QString unitText(tag_edisplayunit unit);

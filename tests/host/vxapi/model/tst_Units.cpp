@@ -12,7 +12,9 @@ private Q_SLOTS:
     void keyOfUnit();
     void thereIsNoOtherUnit_data();
     void thereIsNoOtherUnit();
-    void aNumberThatIsNoUnitHasNoKey();
+    void aNumberThatIsNoUnitHasNoName();
+    void namesForTheUser_data();
+    void namesForTheUser();
 };
 
 void tst_Units::keyOfUnit_data()
@@ -54,9 +56,48 @@ void tst_Units::thereIsNoOtherUnit()
     QCOMPARE(int(found), int(EUNIT_RADIANCE)); // untouched
 }
 
-void tst_Units::aNumberThatIsNoUnitHasNoKey()
+void tst_Units::aNumberThatIsNoUnitHasNoName()
 {
-    QVERIFY(unitKey(EUNIT_COUNT).isEmpty());
+    for (int number : {int(EUNIT_COUNT), 1000, -1}) {
+        const auto unit = tag_edisplayunit(number);
+        QCOMPARE(unitKey(unit) + unitLabel(unit) + unitSuffix(unit) + unitText(unit) + unitTotalText(unit),
+                 QString());
+    }
+}
+
+void tst_Units::namesForTheUser_data()
+{
+    QTest::addColumn<int>("unit");
+    QTest::addColumn<QString>("label");
+    QTest::addColumn<QString>("suffix");
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("total");
+    QTest::newRow("counts, whose symbol tells nothing more") << 0 << "Counts"
+                                                             << " [counts]"
+                                                             << "Counts"
+                                                             << "Total counts";
+    QTest::newRow("radiance, whose total is a flux") << 1 << "Radiance (Photons)"
+                                                     << " [p/s/cm²/sr]"
+                                                     << "Radiance (Photons) [p/s/cm²/sr]"
+                                                     << "Total flux [p/s]";
+    QTest::newRow("radiant efficiency") << 2 << "Radiant Efficiency"
+                                        << " [(p/s/cm²/sr)/(µW/cm²)]"
+                                        << "Radiant Efficiency [(p/s/cm²/sr)/(µW/cm²)]"
+                                        << "Total radiant efficiency [(p/s)/(µW/cm²)]";
+    QTest::newRow("efficiency, a plain number") << 3 << "Efficiency"
+                                                << ""
+                                                << "Efficiency"
+                                                << "Total efficiency [cm²]";
+}
+
+void tst_Units::namesForTheUser()
+{
+    QFETCH(int, unit);
+    const auto code = tag_edisplayunit(unit);
+    QTEST(unitLabel(code), "label");
+    QTEST(unitSuffix(code), "suffix");
+    QTEST(unitText(code), "text");
+    QTEST(unitTotalText(code), "total");
 }
 
 QTEST_GUILESS_MAIN(tst_Units)

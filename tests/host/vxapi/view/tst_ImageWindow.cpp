@@ -300,7 +300,7 @@ private Q_SLOTS:
         dataset->setUnit(EUNIT_RADIANCE);
         QTRY_COMPARE(mode->currentData().toInt(), int(ELIMITS_AUTO));
         QVERIFY(palette().getImageMax() > 100.0 * before.getImageMax());
-        QCOMPARE(text(window, "UnitLabel"), QStringLiteral("Radiance [photons/s/cm²/sr]"));
+        QCOMPARE(text(window, "UnitLabel"), QStringLiteral("Radiance (Photons) [p/s/cm²/sr]"));
     }
 
     void aResultOpensInTheColoursInWhichItWasMade_data()

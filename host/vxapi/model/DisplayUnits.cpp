@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: MIT
+#include "host/vxapi/model/DisplayUnits.h"
+
+#include <QCoreApplication>
+
+namespace {
+
+struct Texts
+{
+    Q_DECLARE_TR_FUNCTIONS(DisplayUnits)
+};
+
+// For the extraction of texts to be translated; the table has them.
+[[maybe_unused]] constexpr const char *TRANSLATED[] = {
+    QT_TRANSLATE_NOOP("DisplayUnits", "Counts"),
+    QT_TRANSLATE_NOOP("DisplayUnits", "Radiance (Photons)"),
+    QT_TRANSLATE_NOOP("DisplayUnits", "Radiant Efficiency"),
+    QT_TRANSLATE_NOOP("DisplayUnits", "Efficiency"),
+    QT_TRANSLATE_NOOP("DisplayUnits", "Total counts"),
+    QT_TRANSLATE_NOOP("DisplayUnits", "Total flux"),
+    QT_TRANSLATE_NOOP("DisplayUnits", "Total radiant efficiency"),
+    QT_TRANSLATE_NOOP("DisplayUnits", "Total efficiency"),
+};
+
+constexpr DisplayUnit NO_UNIT{"", "", "", "", ""};
+
+const DisplayUnit &of(tag_edisplayunit unit)
+{
+    const auto index = std::size_t(unit);
+    return index < DISPLAY_UNITS.size() ? DISPLAY_UNITS[index] : NO_UNIT;
+}
+
+QString translated(const char *text)
+{
+    return *text ? Texts::tr(text) : QString();
+}
+
+QString inBrackets(const char *symbol)
+{
+    return *symbol ? QStringLiteral(" [%1]").arg(QString::fromUtf8(symbol)) : QString();
+}
+
+} // namespace
+
+QString unitKey(tag_edisplayunit unit)
+{
+    return QLatin1String(of(unit).key);
+}
+
+bool unitOfKey(const QString &key, tag_edisplayunit *unit)
+{
+    for (std::size_t i = 0; i < DISPLAY_UNITS.size(); ++i) {
+        if (key.compare(QLatin1String(DISPLAY_UNITS[i].key), Qt::CaseInsensitive) == 0) {
+            *unit = tag_edisplayunit(i);
+            return true;
+        }
+    }
+    return false;
+}
+
+QString unitLabel(tag_edisplayunit unit)
+{
+    return translated(of(unit).label);
+}
+
+QString unitSuffix(tag_edisplayunit unit)
+{
+    return inBrackets(of(unit).symbol);
+}
+
+QString unitText(tag_edisplayunit unit)
+{
+    return unit == EUNIT_COUNTS ? unitLabel(unit) : unitLabel(unit) + unitSuffix(unit);
+}
+
+QString unitTotalText(tag_edisplayunit unit)
+{
+    return translated(of(unit).total) + inBrackets(of(unit).totalSymbol);
+}
