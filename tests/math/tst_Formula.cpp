@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "math/Formula.h"
-#include "tests/math/PixelCompare.h"
+#include "tests/support/PixelCompare.h"
 
 #include <cfloat>
 #include <limits>
