@@ -6,11 +6,11 @@
 
 namespace {
 
-/// A row of UTF-8 texts.
+/// A row of UTF-8 texts; a null one is QString().
 template <typename... Texts>
 void texts(const char *name, Texts... values)
 {
-    row(name, QString::fromUtf8(values)...);
+    row(name, QString(values)...);
 }
 
 } // namespace

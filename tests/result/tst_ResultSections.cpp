@@ -169,7 +169,8 @@ void tst_ResultSections::aNameIsTakenOverWhenThereIsOne()
     CPLSection source, target;
     target.setSectionName("own");
     QString name;
-    for (const CPLSection *from : {static_cast<const CPLSection *>(nullptr), &source}) {
+    const CPLSection *const sources[] = {nullptr, &source};
+    for (const CPLSection *from : sources) {
         copyName(target, from);
         target.getSectionName(&name, false);
         QCOMPARE(name, QString("own"));
@@ -282,9 +283,9 @@ void tst_ResultSections::aPhotographIsNamed()
     CPLSection target;
     fillLuminescent(target, &from, told);
     QCOMPARE(pairsOf(target),
-             block("") + QStringList{"Image Math Photo ClickNumber=ZB2",
-                                     "Igor Wave Note=N=1;" + NOTE + "Image Math Photo ClickNumber=ZB2;",
-                                     "Binning Factor=4"});
+             (block("") + QStringList{"Image Math Photo ClickNumber=ZB2",
+                                      "Igor Wave Note=N=1;" + NOTE + "Image Math Photo ClickNumber=ZB2;",
+                                      "Binning Factor=4"}));
 }
 
 void tst_ResultSections::photograph_data()
@@ -340,7 +341,7 @@ void tst_ResultSections::graphControls()
     const CPLSection from = sectionOf({"Color Table=Grays", "Window=3"});
     CPLSection target;
     fillGraphControls(target, &from, shown);
-    QCOMPARE(pairsOf(target), QStringList({"Color Table=Grays", "Window=3"}) + added);
+    QCOMPARE(pairsOf(target), (QStringList{"Color Table=Grays", "Window=3"} + added));
 }
 
 void tst_ResultSections::theAnalyzedClickNumberKeepsItsSequence()

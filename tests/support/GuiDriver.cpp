@@ -6,6 +6,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QCoreApplication>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
 #include <QTest>
@@ -20,6 +21,11 @@ bool GuiDriver::fail(const QString &why)
 {
     m_why = why;
     return false;
+}
+
+bool GuiDriver::press(const char *button)
+{
+    return press(find<QAbstractButton>(button), button);
 }
 
 bool GuiDriver::press(QAbstractButton *button, const char *name)
@@ -49,6 +55,11 @@ bool GuiDriver::type(const char *field, const QString &text, int endKey)
     return true;
 }
 
+bool GuiDriver::pick(const char *list, const QString &text)
+{
+    return pick(find<QListWidget>(list), text);
+}
+
 bool GuiDriver::pick(QListWidget *list, const QString &text)
 {
     const QList<QListWidgetItem *> items =
@@ -65,6 +76,11 @@ bool GuiDriver::pickRow(QAbstractItemView *view, int row)
     QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, view->visualRect(cell).center());
     return view->currentIndex().row() == row ||
            fail(QStringLiteral("row %1 did not take the click").arg(row));
+}
+
+bool GuiDriver::choose(const char *box, int index)
+{
+    return choose(find<QComboBox>(box), index);
 }
 
 bool GuiDriver::choose(QComboBox *box, int index)

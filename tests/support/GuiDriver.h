@@ -2,7 +2,6 @@
 #pragma once
 
 #include <functional>
-#include <QLineEdit>
 #include <QString>
 #include <QWidget>
 
@@ -10,7 +9,6 @@ class QAbstractButton;
 class QAbstractItemView;
 class QComboBox;
 class QListWidget;
-class QModelIndex;
 
 /// The user's hand over a window: it finds widgets by their object names and works them with mouse and
 /// keyboard. What cannot be done gives false, and why() says what.
@@ -27,17 +25,17 @@ public:
     explicit GuiDriver(QWidget *window) : m_window(window) {}
 
     /// Clicks the button, where it takes a click.
-    bool press(const char *button) { return press(find<QAbstractButton>(button), button); }
+    bool press(const char *button);
     bool press(QAbstractButton *button, const char *name = "the button");
     /// Replaces the text of the field; then the key, if there is one.
     bool type(const char *field, const QString &text, int endKey = 0);
     /// Clicks the item of that text, or of that row, in the list.
-    bool pick(const char *list, const QString &text) { return pick(find<QListWidget>(list), text); }
+    bool pick(const char *list, const QString &text);
     bool pick(QListWidget *list, const QString &text);
     bool pickRow(QAbstractItemView *view, int row);
     /// Goes to the item of the combo box with the arrow keys: what an open list takes a click for depends on
     /// where the pointer happens to be.
-    bool choose(const char *box, int index) { return choose(find<QComboBox>(box), index); }
+    bool choose(const char *box, int index);
     bool choose(QComboBox *box, int index);
     /// Triggers the enabled entry of that text in the menu.
     bool chooseFromMenu(const char *menu, const QString &entry);

@@ -2,7 +2,7 @@
 #include "host/vxapi/plugin/CVXToolPluginBase.h"
 #include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
 #include "host/vxapi/view/windows/CVXSWorkspace.h"
-#include "host/vxutils/CVXSLog.h"
+#include "tests/support/LogCatcher.h"
 
 #include <QAction>
 #include <QCloseEvent>

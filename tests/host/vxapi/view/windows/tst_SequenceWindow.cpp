@@ -7,6 +7,7 @@
 #include "host/vxapi/view/windows/DatasetThumbnail.h"
 #include "host/vxparser/CPLClickInfo.h"
 #include "host/vxutils/CVXSLog.h"
+#include "tests/support/LogCatcher.h"
 #include "tests/support/ViewFixture.h"
 
 #include <QListWidget>
