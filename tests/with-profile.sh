@@ -25,27 +25,33 @@ cleanup() {
 }
 trap cleanup EXIT
 if [ "$mode" = gui ]; then
-    exec 7> >(cat > "$profile/display")
+    # Read and written by this shell, so that it opens at once and the number waits for its reader.
+    mkfifo "$profile/display"
+    exec 7<>"$profile/display"
     Xvfb -displayfd 7 -screen 0 1600x1200x24 +extension GLX -nolisten tcp -noreset >/dev/null 2>&1 &
     server=$!
+    read -r -t 30 -u 7 display || { echo "with-profile.sh: no X server came up" >&2; exit 97; }
     exec 7>&-
-    for _ in $(seq 200); do
-        [ -s "$profile/display" ] && break
-        sleep 0.05
-    done
-    display=$(cat "$profile/display" 2>/dev/null)
-    [ -n "$display" ] || { echo "with-profile.sh: no X server came up" >&2; exit 97; }
     export DISPLAY=":$display" QT_QPA_PLATFORM=xcb LIBGL_ALWAYS_SOFTWARE=1
     unset WAYLAND_DISPLAY
 else
     export QT_QPA_PLATFORM=offscreen
 fi
-run() { "$@" 2> >(tee "$profile/errors" >&2); }
+mkfifo "$profile/stderr"
+run() {
+    tee "$profile/errors" <"$profile/stderr" >&2 &
+    local copier=$! status
+    "$@" 2>"$profile/stderr"
+    status=$?
+    # Of a failure all must be written before it is looked at.
+    [ "$status" -eq 0 ] || wait "$copier"
+    return "$status"
+}
 run "$@"
 status=$?
 # Now and then the leak sanitizer itself crashes, after the program has ended, on a thread of the graphics driver that
 # is just ending.
-if [ "$status" -ne 0 ] && sleep 0.1 && grep -q 'LeakSanitizer has encountered a fatal error' "$profile/errors"; then
+if [ "$status" -ne 0 ] && grep -q 'LeakSanitizer has encountered a fatal error' "$profile/errors"; then
     echo "with-profile.sh: the leak sanitizer crashed, once more" >&2
     run "$@"
     status=$?

@@ -2,6 +2,7 @@
 #include "app/BannerWidget.h"
 #include "app/LogPane.h"
 #include "host/vxutils/CVXSLog.h"
+#include "tests/support/GuiDriver.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -12,7 +13,7 @@ namespace {
 
 void press(QWidget *widget, const char *button)
 {
-    QTest::mouseClick(widget->findChild<QPushButton *>(button), Qt::LeftButton);
+    QVERIFY(GuiDriver(widget).press(button));
 }
 
 } // namespace

@@ -4,7 +4,7 @@
 #include "app/PluginManager.h"
 #include "host/vxapi/plugin/CVXToolPluginBase.h"
 #include "host/vxapi/view/windows/CVXSWorkspace.h"
-#include "tests/app/WorkspaceFixture.h"
+#include "tests/support/WorkspaceFixture.h"
 
 #include <QAction>
 #include <QApplication>
@@ -160,7 +160,7 @@ void tst_ImageMathTool::closingTheSequenceTakesTheWindowAlong_data()
 {
     QTest::addColumn<bool>("closedBefore");
     QTest::newRow("while the tool is shown") << false;
-    QTest::newRow("after the person closed the tool") << true;
+    QTest::newRow("after the user closed the tool") << true;
 }
 
 void tst_ImageMathTool::closingTheSequenceTakesTheWindowAlong()

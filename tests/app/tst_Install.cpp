@@ -12,8 +12,8 @@ class tst_Install : public QObject
 
 private Q_SLOTS:
     void initTestCase();
-    void holdsWhatAPersonNeeds_data();
-    void holdsWhatAPersonNeeds();
+    void holdsWhatTheUserNeeds_data();
+    void holdsWhatTheUserNeeds();
     void findsItsOwnLibraries_data();
     void findsItsOwnLibraries();
     void theProgramStarts();
@@ -44,7 +44,7 @@ void tst_Install::initTestCase()
     QVERIFY(QDir().rename(first, m_tree));
 }
 
-void tst_Install::holdsWhatAPersonNeeds_data()
+void tst_Install::holdsWhatTheUserNeeds_data()
 {
     QTest::addColumn<QString>("file");
     for (const char *file : {"bin/vexa", "bin/vexa-make-sample", "lib/vexa/plugins/libvximagemath.so",
@@ -52,7 +52,7 @@ void tst_Install::holdsWhatAPersonNeeds_data()
         QTest::newRow(file) << QString::fromLatin1(file);
 }
 
-void tst_Install::holdsWhatAPersonNeeds()
+void tst_Install::holdsWhatTheUserNeeds()
 {
     QFETCH(QString, file);
     QVERIFY(QFileInfo(m_tree + QLatin1Char('/') + file).isFile());

@@ -8,8 +8,10 @@
 #include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
 #include "host/vxapi/view/windows/CVXSSequenceWindow.h"
 #include "host/vxapi/view/windows/CVXSWorkspace.h"
-#include "tests/app/WorkspaceFixture.h"
-#include "tests/host/vxutils/MessageBoxAnswer.h"
+#include "tests/support/DialogAnswerer.h"
+#include "tests/support/GuiDriver.h"
+#include "tests/support/Rows.h"
+#include "tests/support/WorkspaceFixture.h"
 
 #include <QDir>
 #include <QDropEvent>
@@ -142,20 +144,9 @@ void tst_MainWindow::openingTwiceShowsOneWindow()
 void tst_MainWindow::opensThroughTheMenu()
 {
     WorkspaceFixture fixture;
-    bool dialogSeen = false;
-    QTimer person;
-    connect(&person, &QTimer::timeout, [&] {
-        auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
-        if (!dialog)
-            return;
-        person.stop();
-        dialogSeen = true;
-        dialog->findChild<QLineEdit *>("fileNameEdit")->setText(m_data.filePath(ID));
-        QMetaObject::invokeMethod(dialog, "accept");
-    });
-    person.start(20);
+    const DialogAnswerer user({DialogAnswer::choose(m_data.filePath(ID))});
     action(fixture.window.get(), "actionOpenSequence")->trigger();
-    QVERIFY(dialogSeen);
+    QVERIFY(user.shown(0).closed);
     QCOMPARE(fixture.window->parts().sequences->sequences().size(), 1);
     QCOMPARE(fixture.window->parts().sequences->sequences().first()->getSequenceID(), ID);
 }
@@ -187,11 +178,9 @@ void tst_MainWindow::foldersThatAreNoSequence_data()
     QTest::addColumn<QByteArray>("sequenceInfo");
     QTest::newRow("a folder without SequenceInfo.txt") << "empty" << QByteArray();
     QTest::newRow("a folder that does not exist") << "missing" << QByteArray();
-    QTest::newRow("a SequenceInfo.txt with a broken line")
-        << "broken" << QByteArray("[Sequence]: X_SEQ\nnonsense\n");
+    row("a SequenceInfo.txt with a broken line", "broken", QByteArray("[Sequence]: X_SEQ\nnonsense\n"));
     QTest::newRow("a SequenceInfo.txt of something else") << "other" << QByteArray("[Something]\na = b\n");
-    QTest::newRow("a SequenceInfo.txt of random bytes")
-        << "random" << QByteArray("\x89PNG\r\n\x1a\n\0\0\xff", 11);
+    row("a SequenceInfo.txt of random bytes", "random", QByteArray("\x89PNG\r\n\x1a\n\0\0\xff", 11));
 }
 
 void tst_MainWindow::foldersThatAreNoSequence()
@@ -299,7 +288,7 @@ void tst_MainWindow::bannerShowsFailuresOnly()
     vxLog(ELOG_FAILURE, "A tool failed", "file.tif");
     QVERIFY(fixture.window->parts().banner->isVisible());
     QCOMPARE(fixture.window->parts().banner->text(), QString("A tool failed: file.tif"));
-    QTest::mouseClick(fixture.window->findChild<QPushButton *>("bannerDismiss"), Qt::LeftButton);
+    QVERIFY(GuiDriver(fixture.window.get()).press("bannerDismiss"));
     QVERIFY(!fixture.window->parts().banner->isVisible());
     QVERIFY(fixture.window->parts().logPane->text().contains("A tool failed"));
 }
@@ -309,7 +298,7 @@ void tst_MainWindow::bannerOpensTheLog()
     WorkspaceFixture fixture;
     QVERIFY(!fixture.window->parts().logPane->isVisible());
     vxLog(ELOG_FAILURE, "A tool failed");
-    QTest::mouseClick(fixture.window->findChild<QPushButton *>("bannerShowLog"), Qt::LeftButton);
+    QVERIFY(GuiDriver(fixture.window.get()).press("bannerShowLog"));
     QVERIFY(fixture.window->parts().logPane->isVisible());
     action(fixture.window.get(), "actionLogPane")->trigger();
     QVERIFY(!fixture.window->parts().logPane->isVisible());
@@ -403,10 +392,10 @@ void tst_MainWindow::aWindowFromALargerScreenFitsThisOne()
 void tst_MainWindow::aboutBoxOpens()
 {
     WorkspaceFixture fixture;
-    const CAnswer person("OK", Qt::Key_Escape);
+    const DialogAnswerer user({DialogAnswer::press("OK", Qt::Key_Escape)});
     action(fixture.window.get(), "actionAbout")->trigger();
-    QVERIFY(person.seen().closed);
-    QVERIFY(person.seen().text.contains("1.0.0"));
+    QVERIFY(user.shown(0).closed);
+    QVERIFY(user.shown(0).text.contains("1.0.0"));
 }
 
 void tst_MainWindow::menusHaveEverything()

@@ -8,7 +8,7 @@
 #include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
 #include "host/vxapi/view/windows/CVXSSequenceWindow.h"
 #include "host/vxapi/view/windows/CVXSWorkspace.h"
-#include "tests/app/WorkspaceFixture.h"
+#include "tests/support/WorkspaceFixture.h"
 
 #include <QAction>
 #include <QDir>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/app/WorkspaceFixture.h"
+#include "tests/support/WorkspaceFixture.h"
 
 #include <QProcess>
 

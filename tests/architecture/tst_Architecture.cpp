@@ -218,6 +218,7 @@ private Q_SLOTS:
     void theEngineHoldsNoWidget();
     void theModelIncludesNothingOfQtGui_data();
     void theModelIncludesNothingOfQtGui();
+    void noTwoFoldersOfTestsIncludeEachOther();
     void licenceLine_data();
     void licenceLine();
 };
@@ -355,6 +356,27 @@ void tst_Architecture::theModelIncludesNothingOfQtGui()
     for (const QString &reached : reachedFrom(file))
         wrong += moduleIncludesOf(reached, QStringLiteral("QtGui"));
     QVERIFY2(wrong.isEmpty(), qPrintable(wrong.join(QLatin1Char('\n'))));
+}
+
+void tst_Architecture::noTwoFoldersOfTestsIncludeEachOther()
+{
+    const QString tests = QStringLiteral("tests/");
+    QMap<QString, QSet<QString>> included; // by the folder that includes
+    for (const QString &file : filesUnder(QStringLiteral("tests"), SOURCES)) {
+        const QString from = QFileInfo(file).path();
+        for (const Include &include : includesOf(ROOT + QLatin1Char('/') + file)) {
+            const QString to = QFileInfo(include.name).path();
+            if (include.quoted && include.name.startsWith(tests) && to != from)
+                included[from].insert(to);
+        }
+    }
+    QVERIFY(!included.isEmpty());
+    QVERIFY2(!included.contains(QStringLiteral("tests/support")), "what all share builds on none of them");
+    for (auto it = included.cbegin(); it != included.cend(); ++it) {
+        for (const QString &to : it.value())
+            QVERIFY2(!included.value(to).contains(it.key()),
+                     qPrintable(it.key() + QStringLiteral(" and ") + to));
+    }
 }
 
 void tst_Architecture::licenceLine_data()

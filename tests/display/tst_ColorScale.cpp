@@ -3,6 +3,7 @@
 #include "display/DisplayUnitNames.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/VXCalibration.h"
+#include "tests/support/Rows.h"
 #include "tests/support/TestStudy.h"
 
 #include <cmath>
@@ -153,8 +154,7 @@ void tst_ColorScale::factors_data()
     QTest::addColumn<double>("extended"); // the same in the extended one
     const QString none;
     QTest::newRow("counts") << "counts" << none << 0.0 << 0.0;
-    QTest::newRow("counts, with power") << "counts"
-                                        << "4" << 0.0 << 0.0;
+    row("counts, with power", "counts", "4", 0.0, 0.0);
     QTest::newRow("radiance") << RADIANCE << none << 1.0 << 1.0;
     QTest::newRow("radiance, power does not matter") << RADIANCE << "4" << 1.0 << 1.0;
     QTest::newRow("radiant efficiency, no power") << RADIANT_EFFICIENCY << none << 0.0 << 1.0;
@@ -163,8 +163,7 @@ void tst_ColorScale::factors_data()
     QTest::newRow("radiant efficiency, power 0") << RADIANT_EFFICIENCY << "0" << 0.0 << 1.0;
     QTest::newRow("radiant efficiency, power below 0") << RADIANT_EFFICIENCY << "-4" << 0.0 << 1.0;
     QTest::newRow("efficiency") << "efficiency" << none << 0.0 << 0.0;
-    QTest::newRow("efficiency, with power") << "efficiency"
-                                            << "4" << 0.0 << 0.0;
+    row("efficiency, with power", "efficiency", "4", 0.0, 0.0);
 }
 
 void tst_ColorScale::factors()

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxparser/CPLClickInfo.h"
 #include "math/Formula.h"
-#include "tests/math/PixelCompare.h"
+#include "tests/support/PixelCompare.h"
 
 #include <cfloat>
 #include <limits>

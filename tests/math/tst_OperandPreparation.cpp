@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/CVXSDataset.h"
 #include "math/OperandPreparation.h"
-#include "tests/math/PixelCompare.h"
+#include "tests/support/PixelCompare.h"
 #include "tests/support/TestStudy.h"
 
 #include <limits>

@@ -2,7 +2,7 @@
 #include "host/vximage/CSLComposite.h"
 #include "host/vxparser/CPLClickInfo.h"
 #include "math/TissueMask.h"
-#include "tests/math/PixelCompare.h"
+#include "tests/support/PixelCompare.h"
 
 #include <functional>
 #include <QtTest>

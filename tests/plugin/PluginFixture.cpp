@@ -32,13 +32,6 @@ void PluginFixture::tearDown()
     QApplication::clipboard()->clear();
 }
 
-ClickSpec PluginFixture::click(const QString &number)
-{
-    ClickSpec spec;
-    spec.clickNumber = number;
-    return spec;
-}
-
 QList<QWidget *> PluginFixture::windows() const
 {
     QList<QWidget *> found;
@@ -61,16 +54,16 @@ QString PluginFixture::boundID(QWidget *window) const
 void PluginFixture::makeStudy(std::unique_ptr<TestStudy> &study, const QString &id, const QString &prefix)
 {
     study = std::make_unique<TestStudy>(id);
-    QVERIFY(study->add(click(prefix + QStringLiteral("1"))));
-    QVERIFY(study->add(click(prefix + QStringLiteral("2"))));
+    QVERIFY(study->add(ClickSpec::of(prefix + QStringLiteral("1"))));
+    QVERIFY(study->add(ClickSpec::of(prefix + QStringLiteral("2"))));
     QVERIFY(study->save());
 }
 
 void PluginFixture::showUnsavedSequence()
 {
     m_second = std::make_unique<TestStudy>(QStringLiteral("NS20260102030405_SEQ"));
-    QVERIFY(m_second->add(click(QStringLiteral("NS20260102030401"))));
-    QVERIFY(m_second->add(click(QStringLiteral("NS20260102030402"))));
+    QVERIFY(m_second->add(ClickSpec::of(QStringLiteral("NS20260102030401"))));
+    QVERIFY(m_second->add(ClickSpec::of(QStringLiteral("NS20260102030402"))));
     m_workspace->showSequence(m_second->sequence());
 }
 

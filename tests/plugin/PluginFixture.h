@@ -20,7 +20,6 @@ protected:
     void tearDown();
 
     static QString windowName() { return QStringLiteral("Image Math Window"); }
-    static ClickSpec click(const QString &number);
     QList<QWidget *> windows() const;
     QWidget *window() const { return windows().value(0); }
     QString boundID(QWidget *window) const;

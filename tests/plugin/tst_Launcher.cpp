@@ -8,7 +8,7 @@
 #include "host/vxutils/CVXUtilityFns.h"
 #include "host/vxutils/deleteFolderTree.h"
 #include "tests/plugin/PluginFixture.h"
-#include "tests/support/BoxAnswerer.h"
+#include "tests/support/DialogAnswerer.h"
 
 #include <QApplication>
 #include <QListWidget>
@@ -66,7 +66,7 @@ protected:
 
 } // namespace
 
-/// What happens when the person chooses the action.
+/// What happens when the user chooses the action.
 class tst_Launcher : public PluginFixture
 {
     Q_OBJECT
@@ -102,7 +102,7 @@ private Q_SLOTS:
 
 void tst_Launcher::launchWithoutAChildWindowFails()
 {
-    BoxAnswerer boxes;
+    DialogAnswerer boxes;
     CVXSChildWindow::setActiveChildWnd(nullptr);
     QVERIFY(!m_plugin->launchTool());
     QCOMPARE(boxes.count(), 0);
@@ -121,7 +121,7 @@ void tst_Launcher::launchWithoutASequenceDoesNothing_data()
 void tst_Launcher::launchWithoutASequenceDoesNothing()
 {
     QFETCH(QString, which);
-    BoxAnswerer boxes;
+    DialogAnswerer boxes;
     auto single = std::make_unique<CVXSDataset>(QStringLiteral("SG20260102030409"));
     single->setCoreImage(EIMAGE_LUMINESCENT,
                          TestStudy::image(8, 8, [](int x, int y) { return float(x + y); }));
@@ -145,12 +145,12 @@ void tst_Launcher::launchWhileTheSequenceLoadsIsRefused()
 {
     m_workspace->showSequence(m_study->sequence());
     CVXPreference::setSequenceLoading(m_study->sequence(), true);
-    BoxAnswerer boxes({BoxAnswerer::FIRST_BUTTON});
+    DialogAnswerer boxes({DialogAnswer::FIRST_BUTTON});
     const bool launched = m_plugin->launchTool();
     CVXPreference::setSequenceLoading(m_study->sequence(), false);
     QVERIFY(!launched);
     QCOMPARE(boxes.count(), 1);
-    const BoxAnswerer::Shown box = boxes.shown().first();
+    const DialogAnswerer::Shown box = boxes.shown().first();
     QCOMPARE(box.title, CVXUtilityFns::getAppName());
     QCOMPARE(box.text,
              QStringLiteral("This sequence dataset is being loaded and therefore not ready for 'Image Math'. "
@@ -179,17 +179,17 @@ void tst_Launcher::tooFewDatasetsAreRefused()
     QFETCH(bool, refused);
     m_second = std::make_unique<TestStudy>(QStringLiteral("FW20260102030405_SEQ"));
     for (int i = 0; i < datasets; ++i)
-        QVERIFY(m_second->add(click(QStringLiteral("FW2026010203040%1").arg(i))));
+        QVERIFY(m_second->add(ClickSpec::of(QStringLiteral("FW2026010203040%1").arg(i))));
     QVERIFY(m_second->save());
     m_workspace->showSequence(m_second->sequence());
-    BoxAnswerer boxes({BoxAnswerer::FIRST_BUTTON});
+    DialogAnswerer boxes({DialogAnswer::FIRST_BUTTON});
     QCOMPARE(m_plugin->launchTool(), !refused);
     QCOMPARE(boxes.count(), refused ? 1 : 0);
     QCOMPARE(windows().isEmpty(), refused);
     QCOMPARE(m_plugin->isToolWindowShown(), !refused);
     if (!refused)
         return;
-    const BoxAnswerer::Shown box = boxes.shown().first();
+    const DialogAnswerer::Shown box = boxes.shown().first();
     QCOMPARE(box.title, CVXUtilityFns::getAppName());
     QCOMPARE(box.text, QStringLiteral("FW20260102030405_SEQ contains only one image.\n"
                                       "Need at least two image sets to use Image Math.\n"));
@@ -214,7 +214,7 @@ void tst_Launcher::aClickWithoutADatasetDoesNotCount()
     QVERIFY(!(*sequence)[1]);
 
     m_workspace->showSequence(sequence.get());
-    BoxAnswerer boxes({BoxAnswerer::FIRST_BUTTON});
+    DialogAnswerer boxes({DialogAnswer::FIRST_BUTTON});
     QVERIFY(!m_plugin->launchTool());
     QCOMPARE(boxes.count(), 1);
     QVERIFY2(boxes.shown().first().text.startsWith(id + QStringLiteral(" contains only one image.\n")),
@@ -241,7 +241,7 @@ void tst_Launcher::launchFindsTheSequence()
     else
         child = m_workspace->showSequence(m_second->sequence());
     QCOMPARE(CVXSChildWindow::getActiveChildWnd(), child);
-    BoxAnswerer boxes;
+    DialogAnswerer boxes;
     QVERIFY(m_plugin->launchTool());
     QCOMPARE(boxes.count(), 0);
     QCOMPARE(windows().size(), 1);
@@ -397,10 +397,10 @@ void tst_Launcher::aRefusedLaunchLeavesTheOldWindow()
     QVERIFY(launchAndShow());
     QPointer<QWidget> first = window();
     m_second = std::make_unique<TestStudy>(QStringLiteral("FW20260102030405_SEQ"));
-    QVERIFY(m_second->add(click(QStringLiteral("FW20260102030401"))));
+    QVERIFY(m_second->add(ClickSpec::of(QStringLiteral("FW20260102030401"))));
     QVERIFY(m_second->save());
     m_workspace->showSequence(m_second->sequence());
-    BoxAnswerer boxes({BoxAnswerer::FIRST_BUTTON});
+    DialogAnswerer boxes({DialogAnswer::FIRST_BUTTON});
     QVERIFY(!m_plugin->launchTool());
     QCOMPARE(boxes.count(), 1);
     QVERIFY(first && first->isVisible());
@@ -422,7 +422,7 @@ void tst_Launcher::aWindowDestroyedByTheHostIsMadeAnew()
 void tst_Launcher::aFailedBindingLeavesTheWindowHidden()
 {
     showUnsavedSequence();
-    BoxAnswerer boxes({int(QMessageBox::No)});
+    DialogAnswerer boxes({int(QMessageBox::No)});
     QVERIFY(!m_plugin->launchTool());
     QCOMPARE(boxes.count(), 1);
     QVERIFY(!m_plugin->isToolWindowShown());
@@ -436,12 +436,12 @@ void tst_Launcher::aFailedBindingIsTriedAgain()
 {
     showUnsavedSequence();
     {
-        BoxAnswerer no({int(QMessageBox::No)});
+        DialogAnswerer no({int(QMessageBox::No)});
         QVERIFY(!m_plugin->launchTool());
     }
     QPointer<QWidget> first = window();
     QVERIFY(m_second->save());
-    BoxAnswerer none;
+    DialogAnswerer none;
     QVERIFY(m_plugin->launchTool());
     QCOMPARE(none.count(), 0);
     QVERIFY(!first);
@@ -453,7 +453,7 @@ void tst_Launcher::aFailedBindingIsTriedAgain()
 void tst_Launcher::anUnsavedSequenceIsSavedOnRequest()
 {
     showUnsavedSequence();
-    BoxAnswerer boxes({int(QMessageBox::Yes)});
+    DialogAnswerer boxes({int(QMessageBox::Yes)});
     QVERIFY(m_plugin->launchTool());
     QCOMPARE(boxes.count(), 1);
     QVERIFY(!m_second->sequence()->getSequenceInfoPath().isEmpty());

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/plugin/CVXToolPluginBase.h"
+#include "tests/support/Rows.h"
 
 #include <cstring>
 #include <elf.h>
@@ -113,8 +114,7 @@ void tst_PluginLibrary::metadata_data()
     QTest::addColumn<QString>("key");
     QTest::addColumn<QJsonValue>("value");
     QTest::newRow("the IID names the tool") << "IID" << QJsonValue(QStringLiteral("qdx.vexa.vximagemath"));
-    QTest::newRow("the class name is the plug-in's")
-        << "className" << QJsonValue(QStringLiteral("CVXImageMathPlugin"));
+    row("the class name is the plug-in's", "className", QJsonValue(QStringLiteral("CVXImageMathPlugin")));
     QTest::newRow("debug is false") << "debug" << QJsonValue(false);
 }
 

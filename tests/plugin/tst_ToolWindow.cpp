@@ -2,7 +2,7 @@
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/view/canvas/CVXSMultiImageView.h"
 #include "tests/plugin/PluginFixture.h"
-#include "tests/support/BoxAnswerer.h"
+#include "tests/support/DialogAnswerer.h"
 
 #include <QAction>
 #include <QApplication>
@@ -80,7 +80,7 @@ private Q_SLOTS:
     void removingTheSequence_data();
     void removingTheSequence();
     void removingASequenceWithoutAWindowIsHarmless();
-    void aWindowClosedByThePersonKeepsTheShownFlag();
+    void aWindowClosedByTheUserKeepsTheShownFlag();
     void copyToClipboard_data();
     void copyToClipboard();
     void copyWithoutAWindowIsIgnored();
@@ -136,7 +136,7 @@ void tst_ToolWindow::removingASequenceWithoutAWindowIsHarmless()
     QVERIFY(!m_plugin->isToolWindowShown());
 }
 
-void tst_ToolWindow::aWindowClosedByThePersonKeepsTheShownFlag()
+void tst_ToolWindow::aWindowClosedByTheUserKeepsTheShownFlag()
 {
     QVERIFY(launchAndShow());
     window()->close();
@@ -262,7 +262,7 @@ void tst_ToolWindow::theRelaySlot()
 void tst_ToolWindow::noRelayBeforeTheFirstLaunchSucceeds()
 {
     showUnsavedSequence();
-    BoxAnswerer boxes({int(QMessageBox::No)});
+    DialogAnswerer boxes({int(QMessageBox::No)});
     QVERIFY(!m_plugin->launchTool());
     const LoadHost host(m_plugin, ESTATUS_FAILURE);
     ESTATUS status = ESTATUS_SUCCESS;

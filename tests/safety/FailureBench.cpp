@@ -2,13 +2,11 @@
 #include "tests/safety/FailureBench.h"
 
 #include "host/vxapi/model/CVXSSequenceDataset.h"
-#include "host/vxutils/CVXSLog.h"
+#include "host/vxparser/CPLClickInfo.h"
 #include "tests/support/TestStudy.h"
 
 #include <QDir>
 #include <QFile>
-
-#include <algorithm>
 
 FailureBench::~FailureBench()
 {
@@ -38,29 +36,10 @@ bool FailureBench::start(const QList<ClickSpec> &clicks, const QString &photogra
 
 bool FailureBench::press()
 {
-    getLogObject()->clear();
+    m_log.restart();
     const bool isMade = m_tool->pressDisplayResult();
     m_error = isMade ? QString() : m_tool->why() + QLatin1Char('\n') + failures().join(QLatin1Char('\n'));
     return isMade;
-}
-
-QStringList FailureBench::failures() const
-{
-    QStringList lines;
-    for (const SLogEntry &entry : getLogObject()->entries()) {
-        if (entry.level >= 3)
-            lines += (entry.message + QLatin1Char(' ') + entry.detail).trimmed();
-    }
-    return lines;
-}
-
-bool FailureBench::isLogged(const QStringList &words) const
-{
-    const QStringList lines = failures();
-    return std::any_of(lines.begin(), lines.end(), [&words](const QString &line) {
-        return std::all_of(words.begin(), words.end(),
-                           [&line](const QString &word) { return line.contains(word); });
-    });
 }
 
 QString FailureBench::clickFolder(const QString &click) const
@@ -71,4 +50,25 @@ QString FailureBench::clickFolder(const QString &click) const
 QString FailureBench::resultFolder(const QString &click) const
 {
     return m_folder.data() + QLatin1Char('/') + click + QLatin1Char('/');
+}
+
+QString failing::clickInfoOf(const FailureBench &bench, const QString &click)
+{
+    return bench.clickFolder(click) + QStringLiteral("ClickInfo.txt");
+}
+
+bool failing::setLuminescent(const FailureBench &bench, const QString &click, const QString &key,
+                             const QString &value)
+{
+    CPLClickInfo info;
+    const QString path = clickInfoOf(bench, click);
+    if (info.loadClickInfo(path, false) != ESTATUS_SUCCESS)
+        return false;
+    info[QStringLiteral("luminescent image")]->setValue(key, value);
+    return info.saveClickInfo(path) == ESTATUS_SUCCESS;
+}
+
+bool failing::noResultFolder(const FailureBench &bench)
+{
+    return !QFileInfo::exists(bench.resultFolder(M));
 }

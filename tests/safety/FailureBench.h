@@ -3,6 +3,7 @@
 
 #include "tests/safety/FlowRun.h"
 #include "tests/safety/ShownTool.h"
+#include "tests/support/LogCatcher.h"
 
 #include <memory>
 #include <QString>
@@ -23,8 +24,8 @@ public:
     /// Presses the button with an empty log.
     bool press();
     /// The text of failures since the last press: message and detail a line.
-    QStringList failures() const;
-    bool isLogged(const QStringList &words) const;
+    QStringList failures() const { return m_log.failuresInFull(); }
+    bool isLogged(const QStringList &words) const { return m_log.hasFailure(words); }
 
     const FlowFolder &folder() const { return m_folder; }
     ShownTool &tool() { return *m_tool; }
@@ -35,6 +36,23 @@ public:
 
 private:
     FlowFolder m_folder;
+    LogCatcher m_log;
     std::unique_ptr<ShownTool> m_tool;
     QString m_error;
 };
+
+/// What the two tests of failing results speak of.
+namespace failing {
+
+inline const QString M = QStringLiteral("AB_M20260102030406");
+inline const QString N = QStringLiteral("AB_N20260102030406");
+inline const QString CLICK_INFO_FAILED = QStringLiteral("ClickInfo creation failed");
+inline const QString LOADING_FAILED = QStringLiteral("Loading Failed");
+
+QString clickInfoOf(const FailureBench &bench, const QString &click);
+/// Writes a pair into a section of the luminescent image in a click's file.
+bool setLuminescent(const FailureBench &bench, const QString &click, const QString &key,
+                    const QString &value);
+bool noResultFolder(const FailureBench &bench);
+
+} // namespace failing

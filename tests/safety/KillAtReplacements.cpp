@@ -218,7 +218,7 @@ EXPORTED int symlink(const char *target, const char *path)
     REPLACE_ON_PATH(symlink, target, path);
 }
 
-// Of two names the new one counts: that is where something changes that a person sees.
+// Of two names the new one counts: that is where something changes that the user sees.
 EXPORTED int rename(const char *from, const char *path)
 {
     REPLACE_ON_PATH(rename, from, path);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "tests/support/Files.h"
 #pragma once
 
 #include <functional>
@@ -33,9 +34,6 @@ bool addInMemory(CVXSSequenceDataset *sequence, const QString &click);
 
 } // namespace safetystudy
 
-/// SHA-256 of every file below a folder, hidden ones too, by path relative to it; folders count with an empty
-/// hash.
-QMap<QString, QByteArray> hashesBelow(const QString &folder);
 /// What was there is there unchanged: an empty text, else the first file that is missing or differs.
 QString firstHarm(const QMap<QString, QByteArray> &before, const QMap<QString, QByteArray> &after);
 /// Copies everything below a folder; false when something could not be copied.

@@ -6,6 +6,7 @@
 #include "host/vxapi/model/StoredDatasets.h"
 #include "host/vxapi/view/windows/CVXSImageWindow.h"
 #include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
+#include "tests/support/GuiDriver.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -15,21 +16,6 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QTest>
-
-namespace {
-
-constexpr int PATIENCE = 20000; // ms; sanitized builds are slow
-
-bool clickButton(QAbstractButton *button)
-{
-    if (!button || !button->isEnabled())
-        return false;
-    // Check boxes take clicks on indicator and text only, not on the space beside them.
-    QTest::mouseClick(button, Qt::LeftButton, Qt::NoModifier, QPoint(8, button->height() / 2));
-    return true;
-}
-
-} // namespace
 
 ShownTool::ShownTool() : m_window(std::make_unique<MainWindow>())
 {
@@ -54,15 +40,12 @@ bool ShownTool::openSequence(const QString &folder)
 
 bool ShownTool::openImageMath()
 {
-    const auto *menu = m_window->findChild<QMenu *>(QStringLiteral("menuTools"));
-    const QList<QAction *> entries = menu ? menu->actions() : QList<QAction *>();
-    for (QAction *entry : entries) {
-        if (entry->text() == QLatin1String("Image Math") && entry->isEnabled())
-            entry->trigger();
-    }
+    GuiDriver user(m_window.get());
     const auto find = [this] { return m_window->findChild<QWidget *>(QStringLiteral("Image Math Window")); };
-    if (!QTest::qWaitFor([&find] { return find() && find()->isVisible(); }, PATIENCE))
-        return fail(QStringLiteral("the Image Math Window did not appear"));
+    if (!user.chooseFromMenu("menuTools", QStringLiteral("Image Math")) ||
+        !user.waitFor([&find] { return find() && find()->isVisible(); },
+                      QStringLiteral("the opening of the tool")))
+        return fail(user.why());
     m_tool = find();
     if (auto *sub = qobject_cast<QMdiSubWindow *>(m_tool->parentWidget())) {
         sub->move(2, 2);
@@ -71,43 +54,29 @@ bool ShownTool::openImageMath()
     return true;
 }
 
-bool ShownTool::clickItem(QListWidget *list, const QString &text)
-{
-    const QList<QListWidgetItem *> items =
-        list ? list->findItems(text, Qt::MatchExactly) : QList<QListWidgetItem *>();
-    if (items.isEmpty())
-        return fail(text + QStringLiteral(" is not in the list"));
-    list->scrollToItem(items.first());
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier,
-                      list->visualItemRect(items.first()).center());
-    return list->currentItem() == items.first() || fail(text + QStringLiteral(" did not take the click"));
-}
-
 bool ShownTool::select(const QString &clickA, const QString &clickB)
 {
-    return clickItem(listA(), clickA) && clickItem(listB(), clickB);
+    GuiDriver user(m_tool);
+    return (user.pick("m_pListBoxA", clickA) && user.pick("m_pListBoxB", clickB)) || fail(user.why());
 }
 
 bool ShownTool::choosePhotograph(const QString &from)
 {
-    QAbstractButton *with = button("m_pWithPhotoChkBox");
-    if (with->isChecked() == from.isEmpty() && !clickButton(with))
-        return fail(QStringLiteral("the photograph cannot be switched"));
-    QComboBox *choice = combo("m_pPhotoFromCB");
-    if (from.isEmpty() || choice->currentText() == from)
-        return true;
-    // With the arrow keys: what an open list takes a click for depends on where the pointer happens to be.
-    choice->setFocus(Qt::TabFocusReason);
-    QTest::keyClick(choice, from == QLatin1String("A") ? Qt::Key_Up : Qt::Key_Down);
-    return choice->currentText() == from || fail(QStringLiteral("no photograph of ") + from);
+    GuiDriver user(m_tool);
+    if (button("m_pWithPhotoChkBox")->isChecked() == from.isEmpty() && !user.press("m_pWithPhotoChkBox"))
+        return fail(user.why());
+    const int item = combo("m_pPhotoFromCB")->findText(from);
+    return from.isEmpty() || user.choose("m_pPhotoFromCB", item) ||
+           fail(QStringLiteral("no photograph of ") + from);
 }
 
 bool ShownTool::pressDisplayResult()
 {
     const QStringList before = knownResults();
     m_result = nullptr;
-    if (!clickButton(button("m_pDisplayBtn")))
-        return fail(QStringLiteral("\"Display Result For Measuring\" is disabled"));
+    GuiDriver user(m_tool);
+    if (!user.press("m_pDisplayBtn"))
+        return fail(user.why());
     const QStringList after = knownResults();
     for (const QString &click : after) {
         if (!before.contains(click) && CVXSDataset::getOpenDataset(click))
@@ -121,7 +90,7 @@ bool ShownTool::closeResult()
     CVXSImageWindow *shown = m_result ? CVXSImageWindow::getImageWindow(m_result) : nullptr;
     if (!shown || !shown->subWindow())
         return fail(QStringLiteral("the result has no window"));
-    // What a person answers with "Discard": the files stay.
+    // What the user answers with "Discard": the files stay.
     m_result->setModified(false);
     m_result->setImageMathToBeSaved(false);
     shown->subWindow()->close();

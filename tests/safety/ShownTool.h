@@ -17,7 +17,7 @@ class QComboBox;
 class QLineEdit;
 class QListWidget;
 
-/// The workspace with the tool of the build tree, worked through its menus and widgets as a person does. It
+/// The workspace with the tool of the build tree, worked through its menus and widgets as the user does. It
 /// uses the profile folder that VEXA_PROFILE_DIR names when it is made. What cannot be done gives false, and
 /// why() says what.
 class ShownTool
@@ -54,7 +54,6 @@ public:
 
 private:
     bool fail(const QString &why);
-    bool clickItem(QListWidget *list, const QString &text);
 
     std::unique_ptr<MainWindow> m_window;
     QPointer<CVXSSequenceDataset> m_sequence;

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "host/vxparser/CPLClickInfo.h"
-#include "result/ResultFolderLock.h"
 #include "tests/safety/FailureBench.h"
 #include "tests/safety/SafetyStudy.h"
 #include "tests/safety/UserSwitch.h"
-#include "tests/support/BoxAnswerer.h"
+#include "tests/support/DialogAnswerer.h"
 #include "tests/support/TestStudy.h"
 
 #include <QDir>
@@ -17,42 +15,16 @@
 
 #include <functional>
 
+using namespace failing;
 using namespace safetystudy;
 
 namespace {
-
-const QString M = QStringLiteral("AB_M20260102030406");
-const QString N = QStringLiteral("AB_N20260102030406");
-const QString CLICK_INFO_FAILED = QStringLiteral("ClickInfo creation failed");
-const QString LOADING_FAILED = QStringLiteral("Loading Failed");
 
 using Step = std::function<bool(FailureBench &)>;
 
 bool nothing(FailureBench &)
 {
     return true;
-}
-
-bool write(const QString &path, const QByteArray &text)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size();
-}
-
-QString clickInfoOf(const FailureBench &bench, const QString &click)
-{
-    return bench.clickFolder(click) + QStringLiteral("ClickInfo.txt");
-}
-
-/// Writes a pair into a section of the luminescent image in a click's file.
-bool setLuminescent(const FailureBench &bench, const QString &click, const QString &key, const QString &value)
-{
-    CPLClickInfo info;
-    const QString path = clickInfoOf(bench, click);
-    if (info.loadClickInfo(path, false) != ESTATUS_SUCCESS)
-        return false;
-    info[QStringLiteral("luminescent image")]->setValue(key, value);
-    return info.saveClickInfo(path) == ESTATUS_SUCCESS;
 }
 
 /// What happens to the files, what comes of the next press, and how the files come back.
@@ -85,17 +57,14 @@ Step back(const std::function<QString(const FailureBench &)> &pathOf)
 /// The same, and a text in the file's place meanwhile.
 Step replaced(const std::function<QString(const FailureBench &)> &pathOf, const QByteArray &text)
 {
-    return [pathOf, text](FailureBench &bench) { return aside(pathOf)(bench) && write(pathOf(bench), text); };
+    return [pathOf, text](FailureBench &bench) {
+        return aside(pathOf)(bench) && writeFile(pathOf(bench), text);
+    };
 }
 
 Step unreplaced(const std::function<QString(const FailureBench &)> &pathOf)
 {
     return [pathOf](FailureBench &bench) { return QFile::remove(pathOf(bench)) && back(pathOf)(bench); };
-}
-
-bool noResultFolder(FailureBench &bench)
-{
-    return !QFileInfo::exists(bench.resultFolder(M));
 }
 
 std::function<QString(const FailureBench &)> fileOf(const QString &click, const char *name)
@@ -128,13 +97,6 @@ private Q_SLOTS:
     void cleanup();
     void theFlowSaysWhatFailedAndGoesOn_data();
     void theFlowSaysWhatFailedAndGoesOn();
-    void aDeclinedImagingAngleStopsTheFlow();
-    void aListWithoutACurrentItemNeedsTwoImages();
-    void aNoteOfAMegabyteIsKept();
-    void aPictureThatCannotBeCalibratedIsNoResult();
-    void aResultOfAResultOfAResult();
-    void aFolderThatAnotherWritesIntoIsLeftAlone();
-    void twoWorkspacesAtTheSameMomentMakeTwoResults();
 
 private:
     static void addFoldersAndPermissions();
@@ -175,7 +137,7 @@ void tst_FailureTables::addFoldersAndPermissions()
     stuck.harm = [](FailureBench &bench) {
         const QString folder = bench.resultFolder(M);
         return QFile::setPermissions(bench.folder().data(), QFile::Permissions(0x7777)) &&
-               QDir().mkpath(folder) && write(folder + "a left-over.txt", "of an earlier run") &&
+               QDir().mkpath(folder) && writeFile(folder + "a left-over.txt", "of an earlier run") &&
                QFile::setPermissions(folder, QFile::Permissions(0x5555));
     };
     stuck.message = CLICK_INFO_FAILED;
@@ -259,7 +221,7 @@ void tst_FailureTables::addWhatIsInTheWay()
 {
     SFailure file;
     file.harm = [](FailureBench &bench) {
-        return write(bench.folder().data() + '/' + M, "somebody's notes");
+        return writeFile(bench.folder().data() + '/' + M, "somebody's notes");
     };
     file.message = CLICK_INFO_FAILED;
     file.logged = QStringList{M + "/ClickInfo.txt"};
@@ -272,14 +234,14 @@ void tst_FailureTables::addWhatIsInTheWay()
 
     SFailure sub;
     sub.harm = [](FailureBench &bench) {
-        return QDir().mkpath(bench.resultFolder(M) + "luminescent.tif/of a person") &&
-               write(bench.resultFolder(M) + "old.txt", "old");
+        return QDir().mkpath(bench.resultFolder(M) + "luminescent.tif/of the user") &&
+               writeFile(bench.resultFolder(M) + "old.txt", "old");
     };
     sub.message = LOADING_FAILED;
     sub.logged = QStringList{M + "/luminescent.tif"};
     sub.check = [](FailureBench &bench) {
         const QStringList left = hashesBelow(bench.resultFolder(M)).keys();
-        return left.contains("luminescent.tif/of a person") && !left.contains("old.txt") &&
+        return left.contains("luminescent.tif/of the user") && !left.contains("old.txt") &&
                left.filter("part-").isEmpty();
     };
     sub.repair = [](FailureBench &bench) {
@@ -345,177 +307,6 @@ void tst_FailureTables::theFlowSaysWhatFailedAndGoesOn()
     QCOMPARE(bench.tool().result()->getClickNumber(), failure.next);
     QCOMPARE(firstFaultOfResult(bench.resultFolder(failure.next), true), QString());
     QCOMPARE(hashesBelow(bench.folder().study()), operands);
-}
-
-void tst_FailureTables::aDeclinedImagingAngleStopsTheFlow()
-{
-    FailureBench bench(m_place->path());
-    QVERIFY2(bench.start({specOf(CLICK_A), specOf(CLICK_B)}, "A"), qPrintable(bench.lastError()));
-    QVERIFY(setLuminescent(bench, CLICK_B, "Imaging Angle", "90"));
-    const auto operands = hashesBelow(bench.folder().study());
-    {
-        const BoxAnswerer person({QMessageBox::No});
-        QVERIFY(!bench.press());
-        QCOMPARE(person.count(), 1);
-        QCOMPARE(person.shown().first().text,
-                 QString("The two datasets have different imaging angles. Do you want to continue?"));
-    }
-    QCOMPARE(bench.failures(), QStringList{CLICK_INFO_FAILED});
-    QVERIFY(noResultFolder(bench));
-    {
-        const BoxAnswerer person({QMessageBox::Yes});
-        QVERIFY2(bench.press(), qPrintable(bench.lastError()));
-        QCOMPARE(person.count(), 1);
-    }
-    QCOMPARE(bench.tool().result()->getClickNumber(), M);
-    QCOMPARE(firstFaultOfResult(bench.resultFolder(M), true), QString());
-    QCOMPARE(hashesBelow(bench.folder().study()), operands);
-}
-
-void tst_FailureTables::aListWithoutACurrentItemNeedsTwoImages()
-{
-    FailureBench bench(m_place->path());
-    QVERIFY2(bench.start({specOf(CLICK_A), specOf(CLICK_B)}, QString()), qPrintable(bench.lastError()));
-    QListWidget *list = bench.tool().listB();
-    {
-        const QSignalBlocker quiet(list);
-        list->setCurrentItem(nullptr);
-    }
-    QVERIFY(!bench.press());
-    QVERIFY(bench.failures().contains("One or more dataset(s) is/are invalid..."));
-    QVERIFY(!bench.tool().button("m_pDisplayBtn")->isEnabled());
-    QVERIFY(noResultFolder(bench));
-    QVERIFY2(bench.tool().select(CLICK_A, CLICK_B), qPrintable(bench.tool().why()));
-    QVERIFY2(bench.press(), qPrintable(bench.lastError()));
-    QCOMPARE(firstFaultOfResult(bench.resultFolder(M), false), QString());
-}
-
-void tst_FailureTables::aNoteOfAMegabyteIsKept()
-{
-    FailureBench bench(m_place->path());
-    QVERIFY2(bench.start({specOf(CLICK_A), specOf(CLICK_B)}, "A"), qPrintable(bench.lastError()));
-    QString note = "Sequence ID=X;Binning Factor=9;";
-    while (note.size() < (1 << 20))
-        note += QString("Remark %1=the mouse slept;").arg(note.size());
-    QVERIFY(setLuminescent(bench, CLICK_A, "Igor Wave Note", note));
-    QElapsedTimer clock;
-    clock.start();
-    QVERIFY2(bench.press(), qPrintable(bench.lastError()));
-    QVERIFY2(clock.elapsed() < 10000, qPrintable(QString::number(clock.elapsed())));
-    QCOMPARE(firstFaultOfResult(bench.resultFolder(M), true), QString());
-    CPLClickInfo info;
-    QCOMPARE(info.loadClickInfo(bench.resultFolder(M) + "ClickInfo.txt", false), ESTATUS_SUCCESS);
-    QString kept;
-    info["luminescent image"]->getValue("Igor Wave Note", &kept);
-    QVERIFY(kept.startsWith("Binning Factor=4;" + note.mid(note.indexOf("Remark"))));
-}
-
-void tst_FailureTables::aPictureThatCannotBeCalibratedIsNoResult()
-{
-    QList<ClickSpec> clicks = {specOf(CLICK_A), specOf(CLICK_B)};
-    for (ClickSpec &click : clicks) {
-        for (const QLatin1String key : {clickinfo::KEY_GAIN, clickinfo::KEY_QUANTUM_EFFICIENCY})
-            click.cameraKeys.insert(key, QString());
-    }
-    FailureBench bench(m_place->path());
-    QVERIFY2(bench.start(clicks, QString()), qPrintable(bench.lastError()));
-    bench.tool().sequence()->setActiveUnit(EUNIT_RADIANCE);
-    QVERIFY2(bench.tool().select(CLICK_B, CLICK_A), qPrintable(bench.tool().why()));
-    QVERIFY2(bench.tool().select(CLICK_A, CLICK_B), qPrintable(bench.tool().why()));
-    QVERIFY(!bench.press());
-    QVERIFY2(bench.failures().contains(LOADING_FAILED), qPrintable(bench.failures().join('\n')));
-    QVERIFY2(bench.isLogged({M + "/luminescent.tif", "the image is empty"}),
-             qPrintable(bench.failures().join('\n')));
-    QVERIFY(!CVXSDataset::getDataset(M));
-    QCOMPARE(knownResults(), QStringList());
-
-    bench.tool().sequence()->setActiveUnit(EUNIT_COUNTS);
-    QVERIFY2(bench.tool().select(CLICK_B, CLICK_A), qPrintable(bench.tool().why()));
-    QVERIFY2(bench.tool().select(CLICK_A, CLICK_B), qPrintable(bench.tool().why()));
-    QVERIFY2(bench.press(), qPrintable(bench.lastError()));
-    QCOMPARE(bench.tool().result()->getClickNumber(), M);
-    QCOMPARE(firstFaultOfResult(bench.resultFolder(M), false), QString());
-}
-
-void tst_FailureTables::aResultOfAResultOfAResult()
-{
-    FailureBench bench(m_place->path());
-    QVERIFY2(bench.start({specOf(CLICK_A), specOf(CLICK_B)}, QString()), qPrintable(bench.lastError()));
-    const auto operands = hashesBelow(bench.folder().study());
-    QString operand = CLICK_A;
-    QStringList made;
-    for (int times = 1; times <= 3; ++times) {
-        QVERIFY2(bench.tool().select(operand, CLICK_B), qPrintable(bench.tool().why()));
-        QVERIFY2(bench.press(), qPrintable(bench.lastError()));
-        const QString click = bench.tool().result()->getClickNumber();
-        const QString folder = bench.resultFolder(click);
-        made += click;
-        // A - B - B - B, and the copies of the operands as they were taken.
-        QString why;
-        QVERIFY2(hasPixels(
-                     folder + "luminescent.tif",
-                     [times](int x, int y) { return countsA(x, y) - float(times) * countsB(x, y); }, &why),
-                 qPrintable(why));
-        QVERIFY2(hasPixels(
-                     folder + "luminescentA.TIF",
-                     [times](int x, int y) { return countsA(x, y) - float(times - 1) * countsB(x, y); },
-                     &why),
-                 qPrintable(why));
-        CPLClickInfo info;
-        QCOMPARE(info.loadClickInfo(folder + "ClickInfo.txt", false), ESTATUS_SUCCESS);
-        QString from;
-        info["luminescent image"]->getValue("Image Math A ClickNumber", &from);
-        QCOMPARE(from, operand);
-        // The person opens it in the sequence.
-        QVERIFY2(bench.tool().closeResult(), qPrintable(bench.tool().why()));
-        auto *dataset = CVXSDataset::open(folder, nullptr, nullptr);
-        QVERIFY(dataset && bench.tool().sequence()->addDataset(dataset));
-        QCoreApplication::processEvents();
-        operand = click;
-    }
-    QCOMPARE(made, (QStringList{M, N, "AB_O20260102030406"}));
-    QCOMPARE(hashesBelow(bench.folder().study()), operands);
-    CVXSDataset::registerStoredDatasets(bench.folder().data());
-    QCOMPARE(knownResults(), made);
-}
-
-void tst_FailureTables::aFolderThatAnotherWritesIntoIsLeftAlone()
-{
-    FailureBench bench(m_place->path());
-    QVERIFY2(bench.start({specOf(CLICK_A), specOf(CLICK_B)}, "A"), qPrintable(bench.lastError()));
-    const QString half = bench.resultFolder(M) + "luminescentA.TIF";
-    QVERIFY(QDir().mkpath(bench.resultFolder(M)) && write(half, "half of a result"));
-    const auto before = hashesBelow(bench.resultFolder(M));
-    {
-        ResultFolderLock other;
-        QVERIFY(other.take(bench.resultFolder(M), 0));
-        QVERIFY(!bench.press());
-        QVERIFY2(bench.isLogged({M, "another workspace is writing"}),
-                 qPrintable(bench.failures().join('\n')));
-        QVERIFY(bench.failures().contains(CLICK_INFO_FAILED));
-        QCOMPARE(firstHarm(before, hashesBelow(bench.resultFolder(M))), QString());
-    }
-    // Nobody's any more: neither that of a program that is gone nor one that does not say whose it is.
-    QVERIFY(write(bench.resultFolder(M) + ".writing", ""));
-    QVERIFY2(bench.press(), qPrintable(bench.lastError()));
-    QCOMPARE(bench.tool().result()->getClickNumber(), M);
-    QCOMPARE(firstFaultOfResult(bench.resultFolder(M), true), QString());
-}
-
-void tst_FailureTables::twoWorkspacesAtTheSameMomentMakeTwoResults()
-{
-    const FlowFolder folder(m_place->path());
-    QVERIFY(folder.make());
-    for (int round = 0; round < 5; ++round) {
-        const QStringList arguments = {CLICK_A, CLICK_B};
-        const QList<SFlowRun> both = folder.makeResultsAtOnce({arguments, arguments});
-        QVERIFY2(both.at(0).isFinished, qPrintable(both.at(0).output));
-        QVERIFY2(both.at(1).isFinished, qPrintable(both.at(1).output));
-        QVERIFY2(both.at(0).resultClick != both.at(1).resultClick, qPrintable(both.at(0).resultClick));
-        for (const SFlowRun &run : both)
-            QCOMPARE(firstFaultOfResult(run.resultFolder, false), QString());
-    }
-    QCOMPARE(folder.look().known.size(), 10);
 }
 
 QTEST_MAIN(tst_FailureTables)

@@ -5,6 +5,7 @@
 #include "tests/safety/FailureBench.h"
 #include "tests/safety/OwnMounts.h"
 #include "tests/safety/SafetyStudy.h"
+#include "tests/support/Rows.h"
 #include "tests/support/TestStudy.h"
 
 #include <QApplication>
@@ -127,22 +128,16 @@ void tst_FullDisk::theFirstFileThatDoesNotFit_data()
     QTest::addColumn<QString>("message");   // of the flow; null when the result is made all the same
     const QString creation = "ClickInfo creation failed";
     const QString loading = "Loading Failed";
-    QTest::newRow("ClickInfo.txt: no image is written") << "ClickInfo.txt"
-                                                        << "" << creation;
-    QTest::newRow("luminescentA.TIF, nor the images after it") << "luminescentA.TIF"
-                                                               << "" << loading;
+    row("ClickInfo.txt: no image is written", "ClickInfo.txt", "", creation);
+    row("luminescentA.TIF, nor the images after it", "luminescentA.TIF", "", loading);
     QTest::newRow("luminescentA.TIF, but everything after it") << "luminescentA.TIF" << CLICK_A << QString();
-    QTest::newRow("luminescentB.TIF, nor the image after it") << "luminescentB.TIF"
-                                                              << "" << loading;
+    row("luminescentB.TIF, nor the image after it", "luminescentB.TIF", "", loading);
     QTest::newRow("luminescentB.TIF, but everything after it") << "luminescentB.TIF" << CLICK_B << QString();
-    QTest::newRow("luminescent.tif: the host refuses a result without pixels") << "luminescent.tif"
-                                                                               << "" << loading;
-    QTest::newRow("photograph.tif: the host refuses a result without the photograph it speaks of")
-        << "photograph.tif"
-        << "" << loading;
-    QTest::newRow("AnalyzedClickInfo.txt: the host refuses a result that is not finished")
-        << "AnalyzedClickInfo.txt"
-        << "" << loading;
+    row("luminescent.tif: the host refuses a result without pixels", "luminescent.tif", "", loading);
+    row("photograph.tif: the host refuses a result without the photograph it speaks of", "photograph.tif", "",
+        loading);
+    row("AnalyzedClickInfo.txt: the host refuses a result that is not finished", "AnalyzedClickInfo.txt", "",
+        loading);
 }
 
 void tst_FullDisk::theFirstFileThatDoesNotFit()

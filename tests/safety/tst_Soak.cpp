@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/vximage/CILImage.h"
-#include "host/vxutils/CVXSLog.h"
 #include "tests/safety/FailureBench.h"
 #include "tests/safety/SafetyStudy.h"
+#include "tests/support/GuiDriver.h"
 #include "tests/support/TestStudy.h"
 
 #include <QApplication>
@@ -67,11 +67,11 @@ QStringList manyClicks()
     return {CLICK_A, CLICK_B, QStringLiteral("AB20260102040506")};
 }
 
-/// A person who tries one thing after the other, always the same for the same step.
-class RestlessPerson
+/// The user who tries one thing after the other, always the same for the same step.
+class RestlessUser
 {
 public:
-    explicit RestlessPerson(ShownTool *tool) : m_tool(*tool) {}
+    explicit RestlessUser(ShownTool *tool) : m_tool(*tool) {}
 
     bool change(int step)
     {
@@ -100,29 +100,16 @@ private:
         const QStringList clicks = manyClicks();
         return m_tool.select(clicks.at(turn % 3), clicks.at((turn / 3 + turn + 1) % 3));
     }
-    bool chooseFormula(int index)
-    {
-        QComboBox *formulas = m_tool.combo("m_pOperationCB");
-        formulas->setFocus(Qt::TabFocusReason);
-        while (formulas->currentIndex() != index)
-            QTest::keyClick(formulas, formulas->currentIndex() < index ? Qt::Key_Down : Qt::Key_Up);
-        return true;
-    }
+    bool chooseFormula(int index) { return GuiDriver(m_tool.tool()).choose("m_pOperationCB", index); }
     bool typeK(const QString &text)
     {
-        QLineEdit *k = m_tool.k();
-        k->setFocus(Qt::TabFocusReason);
-        k->selectAll();
-        QTest::keyClicks(k, text);
-        QTest::keyClick(k, Qt::Key_Return);
-        return true;
+        return GuiDriver(m_tool.tool()).type("m_pKLineEdit", text, Qt::Key_Return);
     }
     bool chooseLimits(int turn)
     {
         const char *const names[] = {"m_pAutoABRadioBtn", "m_pAutoResultRadioBtn", "m_pMinChkBox",
                                      "m_pFullABRadioBtn", "m_pFullResultRadioBtn"};
-        QTest::mouseClick(m_tool.button(names[turn % 5]), Qt::LeftButton, Qt::NoModifier, QPoint(8, 8));
-        return true;
+        return GuiDriver(m_tool.tool()).press(names[turn % 5]);
     }
 
     ShownTool &m_tool;
@@ -163,19 +150,16 @@ void tst_Soak::manyChangesAndResults()
     }
     FailureBench bench(place.path());
     QVERIFY2(bench.start(clicks, "A"), qPrintable(bench.lastError()));
-    RestlessPerson person(&bench.tool());
-    getLogObject()->clear();
+    RestlessUser user(&bench.tool());
 
     std::vector<std::unique_ptr<CILImage>> lost;
     SMemory warm;
-    QElapsedTimer clock;
-    clock.start();
     int results = 0;
     for (int step = 1; step <= steps; ++step) {
-        QVERIFY2(person.change(step), qPrintable(bench.tool().why()));
+        QVERIFY2(user.change(step), qPrintable(bench.tool().why()));
         QCoreApplication::processEvents();
         if (step % RESULT_EVERY == 0) {
-            QVERIFY2(person.makeAndCloseResult(),
+            QVERIFY2(user.makeAndCloseResult(),
                      qPrintable(bench.tool().why() + '\n' + bench.failures().join('\n')));
             ++results;
         }
@@ -190,8 +174,8 @@ void tst_Soak::manyChangesAndResults()
     QCOMPARE(QDir(bench.folder().data()).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), results);
     QCOMPARE(knownResults().size(), results);
     QVERIFY2(bench.failures().isEmpty(), qPrintable(bench.failures().join('\n')));
-    qInfo("%d changes and %d results in %.1f s; after the warm-up: heap %.1f MiB, resident %.1f MiB", steps,
-          results, double(clock.elapsed()) / 1000.0, mebibytes(warm.heap), mebibytes(warm.resident));
+    qInfo("%d changes and %d results; after the warm-up: heap %.1f MiB, resident %.1f MiB", steps, results,
+          mebibytes(warm.heap), mebibytes(warm.resident));
     if (IS_SANITIZED)
         return;
     const qint64 bound = boundOf(steps);

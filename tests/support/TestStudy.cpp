@@ -1,28 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/TestStudy.h"
 
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxparser/CPLClickInfo.h"
 
 namespace {
 
-CPLSection *section(CPLClickInfo *info, QLatin1String key)
-{
-    CPLSection *found = (*info)[key];
-    if (!found) {
-        found = new CPLSection;
-        found->setSectionKey(key);
-        info->addSection(found);
-    }
-    return found;
-}
-
 // A section without the keys that a test wants missing has to be made anew: pairs are never removed from one.
 void setKeys(CPLClickInfo *info, QLatin1String sectionKey, const QMap<QString, QString> &defaults,
              const QMap<QString, QString> &changes)
 {
-    CPLSection *target = section(info, sectionKey);
+    CPLSection *target = clickinfo::ensureSection(info, sectionKey);
     for (auto it = defaults.begin(); it != defaults.end(); ++it) {
         if (!changes.contains(it.key()))
             target->setValue(it.key(), it.value());

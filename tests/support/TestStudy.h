@@ -33,6 +33,14 @@ struct ClickSpec
     /// away.
     QMap<QString, QString> luminescentKeys;
     QMap<QString, QString> cameraKeys;
+
+    /// The defaults, of that click number.
+    static ClickSpec of(const QString &number)
+    {
+        ClickSpec spec;
+        spec.clickNumber = number;
+        return spec;
+    }
 };
 
 /// A sequence of real host objects for a test, gone with the object.

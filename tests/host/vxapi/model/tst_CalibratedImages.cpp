@@ -4,60 +4,26 @@
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/model/VXCalibration.h"
 #include "host/vxparser/CPLClickInfo.h"
-#include "tests/host/vxapi/model/LogLines.h"
+#include "tests/host/vxapi/model/CalibrationFixture.h"
+#include "tests/support/LogCatcher.h"
+#include "tests/support/Rows.h"
 #include "tests/support/TestStudy.h"
 
 #include <cmath>
 #include <limits>
 #include <QSignalSpy>
 #include <QtTest>
-#include <set>
 
-namespace {
+using namespace calibration;
 
-constexpr float OFFSET = 100.0f;
-
-float background(int x, int)
-{
-    return OFFSET + float(x % 3);
-}
-
-float flatField(int x, int)
-{
-    return x < 16 ? 0.5f : 1.0f;
-}
-
-float counts(int x, int y)
-{
-    return 300.0f + float(x + 2 * y);
-}
-
-void setKey(CVXSDataset *dataset, QLatin1String section, QLatin1String key, const QString &value)
-{
-    clickinfo::ensureSection(dataset->getClickInfo(), section)->setValue(key, value);
-}
-
-CILImage calibrated(const CVXSDataset *dataset, tag_edisplayunit unit)
-{
-    CILImage image;
-    dataset->getCalibratedLuminImage(unit, &image, QStringLiteral("test"));
-    return image;
-}
-
-double radianceFactor(CVXSDataset *dataset)
-{
-    return VX_CalibrateIntensityWithFilterTrans(EIMAGE_LUMINESCENT, dataset, "counts", "Radiance (Photons)");
-}
-
-} // namespace
-
-class tst_CalibratedImages : public QObject
+/// Pixels of a dataset in every unit, with and without corrections.
+class tst_CalibratedImages : public CalibrationFixture
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
+    void init() { setUp(); }
+    void cleanup() { tearDown(); }
 
     void pixels_data();
     void pixels();
@@ -82,51 +48,10 @@ private Q_SLOTS:
     void resultInEfficiencyIsNotConverted();
     void resultWithoutUnitIsRefused();
 
-    void askingAgainSharesThePixels();
-    void fourImagesAreRemembered();
-    void whatItDependsOnMakesItAnew_data();
-    void whatItDependsOnMakesItAnew();
-    void writingIntoTheCopyLeavesTheRememberedImage();
-    void pixelsThatSomeoneMayWriteAreNotRemembered();
-
     void noLuminescentImage();
     void unknownUnit();
     void noTarget();
-
-private:
-    CVXSDataset *add(const ClickSpec &spec = ClickSpec());
-    CVXSDataset *addWithCorrections();
-
-    std::unique_ptr<TestStudy> m_study;
-    int m_next = 0;
 };
-
-void tst_CalibratedImages::init()
-{
-    m_study = std::make_unique<TestStudy>();
-}
-
-void tst_CalibratedImages::cleanup()
-{
-    m_study.reset();
-}
-
-CVXSDataset *tst_CalibratedImages::add(const ClickSpec &spec)
-{
-    ClickSpec named = spec;
-    named.clickNumber = QStringLiteral("AB%1").arg(20260102030405 + m_next++);
-    return m_study->add(named);
-}
-
-CVXSDataset *tst_CalibratedImages::addWithCorrections()
-{
-    ClickSpec spec;
-    spec.counts = counts;
-    spec.flatField = flatField;
-    CVXSDataset *dataset = add(spec);
-    dataset->setCoreImage(EIMAGE_BACKGROUND, TestStudy::image(32, 32, background));
-    return dataset;
-}
 
 void tst_CalibratedImages::pixels_data()
 {
@@ -284,7 +209,7 @@ void tst_CalibratedImages::flatFieldCancelsOutOfEfficiency()
 void tst_CalibratedImages::efficiencyWithoutReferenceIsRefused()
 {
     CVXSDataset *dataset = add();
-    LogLines log;
+    LogCatcher log;
     CILImage target = TestStudy::image(2, 2, [](int, int) { return 1.0f; });
     QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_EFFICIENCY, &target, "test"), ESTATUS_NO_IMAGE);
     QVERIFY(target.isEmpty());
@@ -297,7 +222,7 @@ void tst_CalibratedImages::aBackgroundOfAnotherSizeIsRefused()
 {
     CVXSDataset *dataset = add();
     dataset->setCoreImage(EIMAGE_BACKGROUND, TestStudy::image(16, 16, background));
-    LogLines log;
+    LogCatcher log;
     CILImage target;
     QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_COUNTS, &target, "test"), ESTATUS_BAD_IMAGE);
     QVERIFY(target.isEmpty());
@@ -378,13 +303,11 @@ void tst_CalibratedImages::resultStaysInItsUnit_data()
     QTest::addColumn<double>("powerOfIrradiance");
     QTest::newRow("counts as they are") << "counts" << int(EUNIT_COUNTS) << 0.0 << 0.0;
     QTest::newRow("radiance as it is") << "Radiance (Photons)" << int(EUNIT_RADIANCE) << 0.0 << 0.0;
-    QTest::newRow("radiant efficiency as it is")
-        << "Radiant Efficiency" << int(EUNIT_RADIANT_EFFICIENCY) << 0.0 << 0.0;
+    row("radiant efficiency as it is", "Radiant Efficiency", int(EUNIT_RADIANT_EFFICIENCY), 0.0, 0.0);
     QTest::newRow("efficiency as it is") << "efficiency" << int(EUNIT_EFFICIENCY) << 0.0 << 0.0;
     QTest::newRow("radiance back to counts") << "Radiance (Photons)" << int(EUNIT_COUNTS) << -1.0 << 0.0;
     QTest::newRow("counts on to radiance") << "counts" << int(EUNIT_RADIANCE) << 1.0 << 0.0;
-    QTest::newRow("radiance over irradiance")
-        << "Radiance (Photons)" << int(EUNIT_RADIANT_EFFICIENCY) << 0.0 << -1.0;
+    row("radiance over irradiance", "Radiance (Photons)", int(EUNIT_RADIANT_EFFICIENCY), 0.0, -1.0);
 }
 
 void tst_CalibratedImages::resultStaysInItsUnit()
@@ -414,7 +337,7 @@ void tst_CalibratedImages::resultInEfficiencyIsNotConverted()
     CVXSDataset *dataset = addWithCorrections();
     setKey(dataset, clickinfo::SECTION_LUMINESCENT, clickinfo::KEY_MATH_OPERATION, "A - B * k");
     setKey(dataset, clickinfo::SECTION_GRAPH_CONTROLS, clickinfo::KEY_INTENSITY_CALIBRATION, "efficiency");
-    LogLines log;
+    LogCatcher log;
     CILImage target;
     QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_COUNTS, &target, "test"), ESTATUS_BAD_VALUE);
     QVERIFY(target.isEmpty());
@@ -425,102 +348,10 @@ void tst_CalibratedImages::resultWithoutUnitIsRefused()
 {
     CVXSDataset *dataset = addWithCorrections();
     setKey(dataset, clickinfo::SECTION_LUMINESCENT, clickinfo::KEY_MATH_OPERATION, "A - B * k");
-    LogLines log;
+    LogCatcher log;
     CILImage target;
     QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_COUNTS, &target, "test"), ESTATUS_BAD_VALUE);
     QVERIFY(log.failures().constFirst().contains("Intensity Calibration"));
-}
-
-void tst_CalibratedImages::askingAgainSharesThePixels()
-{
-    CVXSDataset *dataset = addWithCorrections();
-    dataset->doFlatFieldCorrection(true);
-    const CILImage first = calibrated(dataset, EUNIT_RADIANCE);
-    QVERIFY(first.contentId() != 0);
-    const CILImage second = calibrated(dataset, EUNIT_RADIANCE);
-    QCOMPARE(second.contentId(), first.contentId());
-    QCOMPARE(second.get_data(), first.get_data());
-    // Colours are no part of the pixels.
-    dataset->setColorTable(VXS_CT_GRAYS);
-    const CILImage third = calibrated(dataset, EUNIT_RADIANCE);
-    QCOMPARE(third.contentId(), first.contentId());
-    QCOMPARE(third.getPalette().getColorTableType(), VXS_CT_GRAYS);
-}
-
-void tst_CalibratedImages::fourImagesAreRemembered()
-{
-    CVXSDataset *dataset = addWithCorrections();
-    QVector<quint64> seen[2];
-    for (QVector<quint64> &round : seen) {
-        for (bool isFlatFieldOn : {false, true}) {
-            dataset->doFlatFieldCorrection(isFlatFieldOn);
-            round += calibrated(dataset, EUNIT_RADIANCE).contentId();
-            round += calibrated(dataset, EUNIT_COUNTS).contentId();
-        }
-    }
-    QCOMPARE(seen[0], seen[1]);
-    QCOMPARE(std::set<quint64>(seen[0].begin(), seen[0].end()).size(), std::size_t(4));
-}
-
-void tst_CalibratedImages::whatItDependsOnMakesItAnew_data()
-{
-    QTest::addColumn<QString>("change");
-    for (const char *change : {"a key of the camera", "a key of the acquisition", "the flat field's switch",
-                               "the background's switch", "new luminescent pixels", "a new flat field",
-                               "a new background", "pixels written in place"})
-        QTest::newRow(change) << change;
-}
-
-void tst_CalibratedImages::whatItDependsOnMakesItAnew()
-{
-    QFETCH(QString, change);
-    CVXSDataset *dataset = addWithCorrections();
-    dataset->doFlatFieldCorrection(true);
-    const CILImage before = calibrated(dataset, EUNIT_RADIANCE);
-    const double pixelBefore = before.pixelAt(1, 1);
-    if (change == "a key of the camera")
-        setKey(dataset, clickinfo::SECTION_CAMERA, clickinfo::KEY_GAIN, "4");
-    else if (change == "a key of the acquisition")
-        setKey(dataset, clickinfo::SECTION_LUMINESCENT, clickinfo::KEY_EXPOSURE, "30");
-    else if (change == "the flat field's switch")
-        dataset->doFlatFieldCorrection(false);
-    else if (change == "the background's switch")
-        dataset->doBackgroundSubtraction(false);
-    else if (change == "new luminescent pixels") {
-        CILImage pixels = TestStudy::image(32, 32, [](int, int) { return 999.0f; });
-        pixels.setBinningFactor(4.0f);
-        dataset->setCoreImage(EIMAGE_LUMINESCENT, pixels);
-    } else if (change == "a new flat field")
-        dataset->setCoreImage(EIMAGE_FLATFIELD, TestStudy::image(32, 32, [](int, int) { return 0.25f; }));
-    else if (change == "a new background")
-        dataset->setCoreImage(EIMAGE_BACKGROUND, TestStudy::image(32, 32, [](int, int) { return 7.0f; }));
-    else
-        *dataset->getCoreImage(EIMAGE_LUMINESCENT) *= 2.0;
-    const CILImage after = calibrated(dataset, EUNIT_RADIANCE);
-    QVERIFY(after.contentId() != before.contentId());
-    QVERIFY(after.pixelAt(1, 1) != pixelBefore);
-    QCOMPARE(before.pixelAt(1, 1), pixelBefore);
-}
-
-void tst_CalibratedImages::writingIntoTheCopyLeavesTheRememberedImage()
-{
-    CVXSDataset *dataset = add();
-    CILImage copy = calibrated(dataset, EUNIT_COUNTS);
-    static_cast<float *>(copy.get_data())[0] = -1.0f;
-    CILImage scaled = calibrated(dataset, EUNIT_COUNTS);
-    scaled *= 3.0;
-    QCOMPARE(calibrated(dataset, EUNIT_COUNTS).pixelAt(0, 0), 100.0);
-    QCOMPARE(dataset->getCoreImage(EIMAGE_LUMINESCENT)->pixelAt(0, 0), 100.0);
-}
-
-void tst_CalibratedImages::pixelsThatSomeoneMayWriteAreNotRemembered()
-{
-    CVXSDataset *dataset = add();
-    auto *pixels = static_cast<float *>(dataset->getCoreImage(EIMAGE_LUMINESCENT)->get_data());
-    for (float value : {11.0f, 22.0f}) {
-        pixels[0] = value;
-        QCOMPARE(float(calibrated(dataset, EUNIT_COUNTS).pixelAt(0, 0)), value);
-    }
 }
 
 void tst_CalibratedImages::noLuminescentImage()
@@ -529,7 +360,7 @@ void tst_CalibratedImages::noLuminescentImage()
     spec.counts = nullptr;
     spec.photograph = [](int x, int) { return float(x); };
     const CVXSDataset *dataset = add(spec);
-    LogLines log;
+    LogCatcher log;
     CILImage target = TestStudy::image(2, 2, [](int, int) { return 1.0f; });
     QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_COUNTS, &target, "test"), ESTATUS_NO_IMAGE);
     QVERIFY(target.isEmpty());

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/VXCalibration.h"
-#include "tests/host/vxapi/model/LogLines.h"
+#include "tests/support/LogCatcher.h"
+#include "tests/support/Rows.h"
 #include "tests/support/TestStudy.h"
 
 #include <cmath>
@@ -101,24 +102,15 @@ void tst_Calibration::eachConstantHasItsPower_data()
     QTest::addColumn<QString>("key");
     QTest::addColumn<QString>("value");
     QTest::addColumn<double>("ratio"); // to the default's radiance
-    QTest::newRow("twice the electrons a count, twice the radiance") << true << "Electrons Per Count"
-                                                                     << "4" << 2.0;
-    QTest::newRow("half the quantum efficiency, twice the radiance") << true << "Quantum Efficiency"
-                                                                     << "0.4" << 2.0;
-    QTest::newRow("twice the pixel pitch, a quarter") << true << "Pixel Pitch"
-                                                      << "27" << 0.25;
-    QTest::newRow("magnification 1.4 for 0.2, (2.4 / 1.2)^2") << true << "Magnification"
-                                                              << "1.4" << 4.0;
-    QTest::newRow("half the transmission, twice the radiance") << false << "Lens and Filter Transmission"
-                                                               << "0.25" << 2.0;
-    QTest::newRow("twice the f-number, four times") << false << "f Number"
-                                                    << "2" << 4.0;
-    QTest::newRow("twice the exposure, half") << false << "Exposure Time"
-                                              << "120" << 0.5;
-    QTest::newRow("a number with exponent") << false << "Exposure Time"
-                                            << "6e+1" << 1.0;
-    QTest::newRow("irradiance has no part in it") << false << "Excitation Irradiance"
-                                                  << "1" << 1.0;
+    row("twice the electrons a count, twice the radiance", true, "Electrons Per Count", "4", 2.0);
+    row("half the quantum efficiency, twice the radiance", true, "Quantum Efficiency", "0.4", 2.0);
+    row("twice the pixel pitch, a quarter", true, "Pixel Pitch", "27", 0.25);
+    row("magnification 1.4 for 0.2, (2.4 / 1.2)^2", true, "Magnification", "1.4", 4.0);
+    row("half the transmission, twice the radiance", false, "Lens and Filter Transmission", "0.25", 2.0);
+    row("twice the f-number, four times", false, "f Number", "2", 4.0);
+    row("twice the exposure, half", false, "Exposure Time", "120", 0.5);
+    row("a number with exponent", false, "Exposure Time", "6e+1", 1.0);
+    row("irradiance has no part in it", false, "Excitation Irradiance", "1", 1.0);
 }
 
 void tst_Calibration::eachConstantHasItsPower()
@@ -147,8 +139,7 @@ void tst_Calibration::betweenUnits_data()
     QTest::newRow("radiant efficiency to counts") << RADIANT_EFFICIENCY << COUNTS << 20.0 / radiance;
     QTest::newRow("no factor leads to efficiency") << COUNTS << EFFICIENCY << 1.0;
     QTest::newRow("no factor leads from efficiency") << EFFICIENCY << RADIANCE << 1.0;
-    QTest::newRow("the letters' case does not matter") << "COUNTS"
-                                                       << "radiance (photons)" << radiance;
+    row("the letters' case does not matter", "COUNTS", "radiance (photons)", radiance);
 }
 
 void tst_Calibration::betweenUnits()
@@ -189,10 +180,8 @@ void tst_Calibration::unusableConstant_data()
         row("is empty", "");
         row("has a decimal comma", "0,5");
     }
-    QTest::newRow("a quantum efficiency in percent") << true << "Quantum Efficiency"
-                                                     << "80";
-    QTest::newRow("a transmission in percent") << false << "Lens and Filter Transmission"
-                                               << "50";
+    row("a quantum efficiency in percent", true, "Quantum Efficiency", "80");
+    row("a transmission in percent", false, "Lens and Filter Transmission", "50");
 }
 
 void tst_Calibration::unusableConstant()
@@ -202,7 +191,7 @@ void tst_Calibration::unusableConstant()
     QFETCH(QString, value);
     const QMap<QString, QString> change = {{key, value}};
     CVXSDataset *dataset = isOfCamera ? add({}, change) : add(change, {});
-    LogLines log;
+    LogCatcher log;
     QVERIFY(std::isnan(factorOf(dataset, COUNTS, RADIANT_EFFICIENCY)));
     QCOMPARE(log.failures().size(), 1);
     const QString line = log.failures().constFirst();
@@ -223,7 +212,7 @@ void tst_Calibration::anUnusableConstantOfAFileNamesTheFile()
     CVXSDataset *dataset = add({{"f Number", "0"}}, {});
     QTemporaryDir folder;
     QCOMPARE(dataset->saveDatasetAs(folder.path()), ESTATUS_SUCCESS);
-    LogLines log;
+    LogCatcher log;
     QVERIFY(std::isnan(factorOf(dataset, COUNTS, RADIANCE)));
     CILImage target;
     QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_RADIANCE, &target, "test"), ESTATUS_BAD_VALUE);
@@ -236,7 +225,7 @@ void tst_Calibration::anUnusableConstantOfAFileNamesTheFile()
 void tst_Calibration::aConstantThatIsNotNeededMayBeMissing()
 {
     CVXSDataset *dataset = add({{"Excitation Irradiance", QString()}}, {});
-    LogLines log;
+    LogCatcher log;
     QVERIFY(isNear(factorOf(dataset, COUNTS, RADIANCE), DEFAULT_RADIANCE, 1e-8));
     CVXSDataset *bare = add({{"Exposure Time", QString()}}, {});
     QCOMPARE(factorOf(bare, COUNTS, COUNTS), 1.0);
@@ -256,7 +245,7 @@ void tst_Calibration::otherImageTypesHaveNoFactor()
 {
     QFETCH(int, type);
     QFETCH(QString, from);
-    LogLines log;
+    LogCatcher log;
     CVXSDataset *dataset = add({}, {});
     QVERIFY(std::isnan(VX_CalibrateIntensityWithFilterTrans(tag_eimagetype(type), dataset, from, RADIANCE)));
     QCOMPARE(log.failures().size(), 1);

@@ -3,8 +3,9 @@
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxparser/CPLClickInfo.h"
-#include "tests/host/vxapi/model/Files.h"
-#include "tests/host/vxapi/model/LogLines.h"
+#include "tests/support/Files.h"
+#include "tests/support/LogCatcher.h"
+#include "tests/support/Rows.h"
 #include "tests/support/TestStudy.h"
 
 #include <cmath>
@@ -56,10 +57,8 @@ void tst_Dataset::kindOfAcquisition_data()
     QTest::addColumn<bool>("isTransIllumination");
     QTest::newRow("luminescent") << "luminescent" << true << false << false << false;
     QTest::newRow("fluorescent") << "fluorescent" << false << true << false << false;
-    QTest::newRow("transfluorescent counts as fluorescent")
-        << "transfluorescent" << false << true << true << false;
-    QTest::newRow("transillumination counts as fluorescent")
-        << "transillumination" << false << true << false << true;
+    row("transfluorescent counts as fluorescent", "transfluorescent", false, true, true, false);
+    row("transillumination counts as fluorescent", "transillumination", false, true, false, true);
     QTest::newRow("in other letters") << "Fluorescent" << false << true << false << false;
     QTest::newRow("none said: luminescent") << QString() << true << false << false << false;
     QTest::newRow("an unknown kind is none of them") << "holographic" << false << false << false << false;
@@ -154,7 +153,7 @@ void tst_Dataset::openedDatasetIsWhatWasSaved()
     }
     QCOMPARE(filesOf(folder.path()),
              QStringList({"AnalyzedClickInfo.txt", "ClickInfo.txt", "luminescent.tif", "photograph.tif"}));
-    LogLines log;
+    LogCatcher log;
     ESTATUS status = ESTATUS_FAILURE;
     QString error = "untouched";
     const std::unique_ptr<CVXSDataset> dataset(CVXSDataset::open(folder.path(), &status, &error));

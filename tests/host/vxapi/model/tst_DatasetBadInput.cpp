@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/CVXSDataset.h"
-#include "tests/host/vxapi/model/Files.h"
-#include "tests/host/vxapi/model/LogLines.h"
 #include "tests/host/vxutils/UnprivilegedUser.h"
+#include "tests/support/Files.h"
+#include "tests/support/LogCatcher.h"
 #include "tests/support/TestStudy.h"
 
 #include <QtTest>
@@ -115,7 +115,7 @@ void tst_DatasetBadInput::brokenImage()
     const std::unique_ptr<CVXSDataset> dataset(CVXSDataset::open(folder.path(), nullptr, nullptr));
     QVERIFY(dataset);
 
-    LogLines log;
+    LogCatcher log;
     QVERIFY(!dataset->getCoreImage(EIMAGE_LUMINESCENT));
     QCOMPARE(log.failures().size(), 1);
     const QString line = log.failures().constFirst();
@@ -147,7 +147,7 @@ void tst_DatasetBadInput::aBrokenFlatFieldLeavesTheImageUsable()
     QVERIFY(writeFile(folder.filePath("flatfield.tif"), "broken"));
     const std::unique_ptr<CVXSDataset> dataset(CVXSDataset::open(folder.path(), nullptr, nullptr));
     QVERIFY(dataset);
-    LogLines log;
+    LogCatcher log;
     dataset->doFlatFieldCorrection(true);
     QVERIFY(!dataset->isLuminFlatFieldCorrected());
     QCOMPARE(log.failures().size(), 1);
@@ -210,7 +210,7 @@ void tst_DatasetBadInput::imageNameThatLeavesTheFolder()
         QVERIFY(writeFile(folder.filePath(file), goodTiff()));
     QVERIFY(writeFile(folder.filePath("AB1/ClickInfo.txt"),
                       "[luminescent image]: " + name.toUtf8() + "\n[photographic image]\n"));
-    LogLines log;
+    LogCatcher log;
     const std::unique_ptr<CVXSDataset> dataset(CVXSDataset::open(folder.filePath("AB1"), nullptr, nullptr));
     QVERIFY(dataset);
     QVERIFY(!dataset->getImageList()->isPresent(EIMAGE_LUMINESCENT));
@@ -280,7 +280,7 @@ void tst_DatasetBadInput::clickInfo()
 void tst_DatasetBadInput::anEmptyImageIsNotSet()
 {
     CVXSDataset dataset("AB1");
-    LogLines log;
+    LogCatcher log;
     dataset.setCoreImage(EIMAGE_LUMINESCENT, CILImage());
     QVERIFY(!dataset.getImageList()->isPresent(EIMAGE_LUMINESCENT));
     QCOMPARE(log.failures().size(), 1);
@@ -293,7 +293,7 @@ void tst_DatasetBadInput::badBinningIsTakenAsOne()
         QVERIFY(writeFile(folder.filePath("ClickInfo.txt"),
                           QByteArray("[luminescent image]\nBinning Factor = ") + value + "\n"));
         QVERIFY(writeFile(folder.filePath("luminescent.tif"), goodTiff()));
-        LogLines log;
+        LogCatcher log;
         const std::unique_ptr<CVXSDataset> dataset(CVXSDataset::open(folder.path(), nullptr, nullptr));
         QVERIFY(dataset);
         QCOMPARE(log.failures().size(), 1);
@@ -329,7 +329,7 @@ void tst_DatasetBadInput::anImageFileThatIsNotThereIsTold()
     QFETCH(int, type);
     QTemporaryDir folder;
     QVERIFY(writeFile(folder.filePath("ClickInfo.txt"), "[" + section + "]\n"));
-    LogLines log;
+    LogCatcher log;
     const std::unique_ptr<CVXSDataset> dataset(CVXSDataset::open(folder.path(), nullptr, nullptr));
     QVERIFY(dataset);
     QVERIFY(!dataset->getImageList()->isPresent(tag_eimagetype(type)));

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/CVXSDataset.h"
-#include "tests/host/vxapi/model/Files.h"
-#include "tests/host/vxapi/model/LogLines.h"
+#include "tests/support/Files.h"
+#include "tests/support/LogCatcher.h"
 #include "tests/support/TestStudy.h"
 
 #include <QtTest>
@@ -165,7 +165,7 @@ void tst_DatasetCopying::aCopyThatFails()
 {
     const auto dataset = open();
     QVERIFY(dataset);
-    const LogLines log;
+    const LogCatcher log;
     QCOMPARE(dataset->saveCopy(QString()), ESTATUS_BAD_NAME);
     QVERIFY(writeFile(m_root->filePath("file"), "in the way"));
     QCOMPARE(dataset->saveCopy(m_root->filePath("file/below")), ESTATUS_FILE_NOT_WRITABLE);

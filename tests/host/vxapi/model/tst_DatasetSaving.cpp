@@ -2,9 +2,9 @@
 #include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxparser/CPLClickInfo.h"
-#include "tests/host/vxapi/model/Files.h"
-#include "tests/host/vxapi/model/LogLines.h"
 #include "tests/host/vxutils/UnprivilegedUser.h"
+#include "tests/support/Files.h"
+#include "tests/support/LogCatcher.h"
 #include "tests/support/TestStudy.h"
 
 #include <QtTest>
@@ -162,7 +162,7 @@ void tst_DatasetSaving::aReadOnlyFolderKeepsTheOldFiles()
             return false;
         *dataset->getCoreImage(EIMAGE_LUMINESCENT) *= 2.0;
         dataset->setColorTable(VXS_CT_GRAYS);
-        LogLines log;
+        LogCatcher log;
         return dataset->saveDatasetAs(own) == ESTATUS_FILE_NOT_WRITABLE &&
                dataset->lastError().startsWith(own + "/luminescent.tif: ") && dataset->isModified() &&
                log.failures().join('\n').contains(CLICK);

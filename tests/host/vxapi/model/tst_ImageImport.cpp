@@ -5,9 +5,10 @@
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/model/import/ImageImport.h"
 #include "host/vxparser/CPLClickInfo.h"
-#include "tests/host/vxapi/model/Files.h"
-#include "tests/host/vxapi/model/LogLines.h"
 #include "tests/host/vxutils/UnprivilegedUser.h"
+#include "tests/support/Files.h"
+#include "tests/support/LogCatcher.h"
+#include "tests/support/Rows.h"
 #include "tests/support/TestStudy.h"
 
 #include <QtTest>
@@ -102,7 +103,7 @@ void tst_ImageImport::init()
 
 void tst_ImageImport::makesADatasetInMemory()
 {
-    const LogLines log;
+    const LogCatcher log;
     ESTATUS status = ESTATUS_FAILURE;
     QString error = "something";
     const auto dataset = importImages(CLICK, m_luminescent, m_photograph, allSettings(), &status, &error);
@@ -307,24 +308,17 @@ void tst_ImageImport::badFiles_data()
     QTest::addColumn<int>("status");
     QTest::addColumn<QString>("named");
     const QString good = "bright.tif";
-    QTest::newRow("no file named") << ""
-                                   << "" << CLICK << int(ESTATUS_FILE_NOT_FOUND) << "luminescent image";
-    QTest::newRow("no such file") << "gone.tif"
-                                  << "" << CLICK << int(ESTATUS_FILE_NOT_FOUND) << "gone.tif";
-    QTest::newRow("a text file") << "text.tif"
-                                 << "" << CLICK << int(ESTATUS_BAD_IMAGE) << "text.tif";
-    QTest::newRow("a cut file") << "cut.tif"
-                                << "" << CLICK << int(ESTATUS_BAD_IMAGE) << "cut.tif";
-    QTest::newRow("a folder") << "."
-                              << "" << CLICK << int(ESTATUS_FILE_NOT_READABLE) << "";
+    row("no file named", "", "", CLICK, int(ESTATUS_FILE_NOT_FOUND), "luminescent image");
+    row("no such file", "gone.tif", "", CLICK, int(ESTATUS_FILE_NOT_FOUND), "gone.tif");
+    row("a text file", "text.tif", "", CLICK, int(ESTATUS_BAD_IMAGE), "text.tif");
+    row("a cut file", "cut.tif", "", CLICK, int(ESTATUS_BAD_IMAGE), "cut.tif");
+    row("a folder", ".", "", CLICK, int(ESTATUS_FILE_NOT_READABLE), "");
     QTest::newRow("a photograph that is gone")
         << good << "gone.tif" << CLICK << int(ESTATUS_FILE_NOT_FOUND) << "gone.tif";
     QTest::newRow("a photograph that is damaged")
         << good << "cut.tif" << CLICK << int(ESTATUS_BAD_IMAGE) << "cut.tif";
-    QTest::newRow("a click number that leaves its folder") << good << ""
-                                                           << "../ZB1" << int(ESTATUS_BAD_NAME) << "../ZB1";
-    QTest::newRow("no click number") << good << ""
-                                     << "" << int(ESTATUS_BAD_NAME) << "click number";
+    row("a click number that leaves its folder", good, "", "../ZB1", int(ESTATUS_BAD_NAME), "../ZB1");
+    row("no click number", good, "", "", int(ESTATUS_BAD_NAME), "click number");
 }
 
 void tst_ImageImport::badFiles()

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/CROIManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
-#include "tests/host/vxapi/model/LogLines.h"
+#include "tests/support/LogCatcher.h"
 #include "tests/support/TestStudy.h"
 
 #include <functional>
@@ -142,7 +142,7 @@ void tst_RoiManager::theNextFreeNumberIsFound()
 
 void tst_RoiManager::whatCannotBeKeptIsRefused()
 {
-    LogLines log;
+    LogCatcher log;
     QVERIFY(!m_manager->addROI(CROIBase(EROI_ELLIPSE, EROI_MEASUREMENT, QRectF(1, 1, 0, 2))));
     QVERIFY(!m_manager->addROI(rectangle(std::numeric_limits<double>::infinity(), 1)));
     QVERIFY(m_manager->rois().isEmpty());

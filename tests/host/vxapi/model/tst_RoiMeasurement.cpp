@@ -4,7 +4,7 @@
 #include "host/vxapi/model/CRoiMeasurementManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxparser/CPLClickInfo.h"
-#include "tests/host/vxapi/model/LogLines.h"
+#include "tests/support/LogCatcher.h"
 #include "tests/support/TestStudy.h"
 
 #include <cmath>
@@ -195,7 +195,7 @@ void tst_RoiMeasurement::aGridAndItsCells()
 
 void tst_RoiMeasurement::withoutRois()
 {
-    LogLines log;
+    LogCatcher log;
     QCOMPARE(m_dataset->MeasureROIAndMakeMeasRecords(true), ESTATUS_SUCCESS);
     CVXSDataset empty(OTHER_CLICK); // no image either
     QCOMPARE(empty.MeasureROIAndMakeMeasRecords(false), ESTATUS_SUCCESS);
@@ -325,7 +325,7 @@ void tst_RoiMeasurement::anUnregisteredTwinLeavesRecordsAlone()
     {
         CVXSDataset twin(CLICK);
         CROIBase *roi = twin.roiManager()->addROI(named("Tumor", BOX));
-        LogLines log;
+        LogCatcher log;
         QCOMPARE(twin.MeasureROIAndMakeMeasRecords(true), ESTATUS_FAILURE);
         QCOMPARE(log.failures().size(), 1);
         QVERIFY(log.failures().first().contains(CLICK));
@@ -397,7 +397,7 @@ void tst_RoiMeasurement::whatCannotBeMeasured()
         records()->store(before);
     }
     dataset->setUnit(tag_edisplayunit(unit));
-    LogLines log;
+    LogCatcher log;
     QCOMPARE(int(dataset->MeasureROIAndMakeMeasRecords(true)), status);
     QCOMPARE(log.failures().size(), 1);
     QVERIFY2(log.failures().first().contains(OTHER_CLICK) && log.failures().first().contains(told),
@@ -414,7 +414,7 @@ void tst_RoiMeasurement::aResultInEfficiencyHasNoCounts()
     ensureSection(info, SECTION_GRAPH_CONTROLS)->setValue(KEY_INTENSITY_CALIBRATION, QString("efficiency"));
     m_dataset->setUnit(EUNIT_EFFICIENCY);
     m_dataset->roiManager()->addROI(named("Tumor", BOX));
-    LogLines log;
+    LogCatcher log;
     QCOMPARE(m_dataset->MeasureROIAndMakeMeasRecords(true), ESTATUS_SUCCESS);
     const CRoiMeasInfo *record = recordOf(CLICK, "Tumor");
     QVERIFY(std::isnan(record->primaryROIStatistic()));

@@ -2,9 +2,9 @@
 #include "host/vxapi/model/CROIManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxparser/CPLSection.h"
-#include "tests/host/vxapi/model/Files.h"
-#include "tests/host/vxapi/model/LogLines.h"
 #include "tests/host/vxutils/UnprivilegedUser.h"
+#include "tests/support/Files.h"
+#include "tests/support/LogCatcher.h"
 #include "tests/support/TestStudy.h"
 
 #include <cmath>
@@ -159,7 +159,7 @@ void tst_RoiSaving::roundTrip()
         QCOMPARE(dataset->saveDatasetAs(folder()), ESTATUS_SUCCESS);
         QVERIFY(!dataset->isModified() && !dataset->roiManager()->isModified());
     }
-    LogLines log;
+    LogCatcher log;
     const auto dataset = opened(folder());
     QCOMPARE(namesOf(dataset), QStringList({roi->name(), "Behind it"}));
     QVERIFY(isSame(*dataset->roiManager()->rois().first(), *roi));
@@ -254,7 +254,7 @@ void tst_RoiSaving::damagedEntries()
     QVERIFY(write("Good 1 = background ellipse; left 1; top 1; width 1; height 1\n"
                   "Wells = measurement grid; left 1; top 1; width 1; height 1; rows 1; columns 2\n" +
                   entry + "\nGood 2 =   measurement\trectangle ;height 1;  width 1;top 1;left 1\n"));
-    LogLines log;
+    LogCatcher log;
     const auto dataset = opened(folder());
     QCOMPARE(namesOf(dataset), QStringList({"Good 1", "Wells", "Good 2"}));
     const QString name = QString::fromUtf8(entry).section('=', 0, 0).trimmed();
@@ -340,7 +340,7 @@ void tst_RoiSaving::otherSectionsStay()
 
 void tst_RoiSaving::withoutAChangeTheFileStays()
 {
-    // As a person writes it.
+    // As the user writes it.
     QVERIFY(write("# mine\nOld=measurement ellipse;left 1.00;top 1;width 1;height 1\r\nBad = x\n"));
     const QByteArray before = readFile(path());
     const auto dataset = opened(folder());
@@ -434,7 +434,7 @@ void tst_RoiSaving::aDamagedFileIsLeftAlone()
     const QByteArray damaged = "[ROIs]\nOld = measurement ellipse\nno pair\n";
     QVERIFY(writeFile(path(), damaged));
     const auto dataset = opened(folder());
-    LogLines log;
+    LogCatcher log;
     QVERIFY(dataset->roiManager()->rois().isEmpty());
     QCOMPARE(log.failures().size(), 1);
     QVERIFY(log.failures().first().startsWith(path() + ": line 3: "));
@@ -478,13 +478,13 @@ void tst_RoiSaving::aReadOnlyFolderKeepsTheOldFile()
     QVERIFY(holdsForUnprivilegedUser([&] {
         const auto dataset = opened(folder());
         dataset->roiManager()->addROI(named("New"));
-        LogLines log;
+        LogCatcher log;
         return dataset->saveDatasetAs(folder()) == ESTATUS_FILE_NOT_WRITABLE &&
                dataset->roiManager()->isModified() && dataset->isModified() && !log.failures().isEmpty();
     }));
     QCOMPARE(chmod(qPrintable(path()), 0000), 0);
     QVERIFY(holdsForUnprivilegedUser([&] {
-        LogLines log;
+        LogCatcher log;
         const auto dataset = opened(folder());
         return dataset->roiManager()->rois().isEmpty() && log.failures().size() == 1 &&
                log.failures().first().startsWith(path() + ": ");

@@ -2,7 +2,7 @@
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxutils/CVXPreference.h"
-#include "tests/host/vxapi/model/LogLines.h"
+#include "tests/support/LogCatcher.h"
 #include "tests/support/TestStudy.h"
 
 #include <QPointer>
@@ -12,13 +12,6 @@
 namespace {
 
 const QString ID = QStringLiteral("AB20260102030405_SEQ");
-
-ClickSpec click(const QString &number)
-{
-    ClickSpec spec;
-    spec.clickNumber = number;
-    return spec;
-}
 
 } // namespace
 
@@ -59,8 +52,8 @@ void tst_Sequence::registry()
 void tst_Sequence::orderOfClicks()
 {
     TestStudy study(ID);
-    CVXSDataset *first = study.add(click("AB1"));
-    CVXSDataset *last = study.add(click("AB2"));
+    CVXSDataset *first = study.add(ClickSpec::of("AB1"));
+    CVXSDataset *last = study.add(ClickSpec::of("AB2"));
     auto *between = new CVXSDataset("AB3");
     QSignalSpy changed(study.sequence(), &CVXSSequenceDataset::updateOnChangeSequence);
     QVERIFY(study.sequence()->addDataset(between, 1));
@@ -81,7 +74,7 @@ void tst_Sequence::orderOfClicks()
 void tst_Sequence::membership()
 {
     TestStudy study(ID);
-    CVXSDataset *dataset = study.add(click("AB1"));
+    CVXSDataset *dataset = study.add(ClickSpec::of("AB1"));
     QVERIFY(dataset->isPartOfSequence());
     QCOMPARE(dataset->getSequenceDataset(), study.sequence());
     QCOMPARE(CVXSDataset::getDataset("AB1"), dataset);
@@ -107,8 +100,8 @@ void tst_Sequence::associatedClick()
     QFETCH(bool, isAssociated);
     TestStudy study(ID);
     TestStudy other("XY1_SEQ");
-    study.add(click("AB1"));
-    other.add(click("XY1"));
+    study.add(ClickSpec::of("AB1"));
+    other.add(ClickSpec::of("XY1"));
     bool flag = !isAssociated;
     QCOMPARE(study.sequence()->isAssociatedClick(number, &flag), isAssociated);
     QCOMPARE(flag, isAssociated);
@@ -129,11 +122,11 @@ void tst_Sequence::refusedDatasets()
     QFETCH(QString, number);
     TestStudy study(ID);
     TestStudy other("XY1_SEQ");
-    study.add(click("AB1"));
-    other.add(click("XY1"));
+    study.add(ClickSpec::of("AB1"));
+    other.add(ClickSpec::of("XY1"));
     CVXSDataset dataset(number);
     QSignalSpy changed(study.sequence(), &CVXSSequenceDataset::updateOnChangeSequence);
-    LogLines log;
+    LogCatcher log;
     QVERIFY(!study.sequence()->addDataset(&dataset));
     QCOMPARE(changed.count(), 0);
     QCOMPARE(study.sequence()->getClickNumbers(), QStringList("AB1"));
@@ -149,8 +142,8 @@ void tst_Sequence::refusedDatasets()
 void tst_Sequence::removing()
 {
     TestStudy study(ID);
-    const QPointer<CVXSDataset> first = study.add(click("AB1"));
-    study.add(click("AB2"));
+    const QPointer<CVXSDataset> first = study.add(ClickSpec::of("AB1"));
+    study.add(ClickSpec::of("AB2"));
     QStringList seen;
     connect(study.sequence(), &CVXSSequenceDataset::datasetAboutToBeRemoved, this,
             [&](CVXSDataset *dataset) { seen += "about to remove " + dataset->getClickNumber(); });
@@ -166,7 +159,7 @@ void tst_Sequence::removing()
 void tst_Sequence::deletingASequenceDeletesItsDatasets()
 {
     TestStudy study(ID);
-    const QPointer<CVXSDataset> dataset = study.add(click("AB1"));
+    const QPointer<CVXSDataset> dataset = study.add(ClickSpec::of("AB1"));
     study.close();
     QVERIFY(!dataset);
     QVERIFY(!CVXSDataset::getDataset("AB1"));
@@ -175,7 +168,7 @@ void tst_Sequence::deletingASequenceDeletesItsDatasets()
 void tst_Sequence::aDatasetDeletedBySomeoneElseIsNull()
 {
     TestStudy study(ID);
-    delete study.add(click("AB1"));
+    delete study.add(ClickSpec::of("AB1"));
     QVERIFY(!(*study.sequence())[0]);
     QVERIFY(study.sequence()->getDatasets().isEmpty());
     QVERIFY(!study.sequence()->isAssociatedClick("AB1", nullptr));
@@ -184,13 +177,13 @@ void tst_Sequence::aDatasetDeletedBySomeoneElseIsNull()
 void tst_Sequence::activeUnitIsThatOfEveryDataset()
 {
     TestStudy study(ID);
-    CVXSDataset *before = study.add(click("AB1"));
+    CVXSDataset *before = study.add(ClickSpec::of("AB1"));
     before->setUnit(EUNIT_EFFICIENCY);
     QCOMPARE(study.sequence()->getActiveUnit(), EUNIT_COUNTS);
     QSignalSpy changed(study.sequence(), &CVXSSequenceDataset::displayChanged);
     study.sequence()->setActiveUnit(EUNIT_RADIANCE);
     QCOMPARE(changed.count(), 1);
-    CVXSDataset *after = study.add(click("AB2"));
+    CVXSDataset *after = study.add(ClickSpec::of("AB2"));
     QCOMPARE(before->getUnit(), EUNIT_RADIANCE);
     QCOMPARE(after->getUnit(), EUNIT_RADIANCE);
     study.sequence()->setActiveUnit(EUNIT_COUNT);

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
-#include "tests/host/vxapi/model/Files.h"
-#include "tests/host/vxapi/model/LogLines.h"
+#include "tests/support/Files.h"
+#include "tests/support/LogCatcher.h"
+#include "tests/support/Rows.h"
 #include "tests/support/TestStudy.h"
 
 #include <QtTest>
@@ -45,7 +46,7 @@ struct Opened
     ESTATUS status = ESTATUS_NO_RANGE;
     QString error;
     QStringList warnings;
-    LogLines log;
+    LogCatcher log;
     std::unique_ptr<CVXSSequenceDataset> sequence;
 };
 
@@ -122,16 +123,11 @@ void tst_SequenceBadInput::oneClickIsUnusable_data()
 {
     QTest::addColumn<QString>("damage");
     QTest::addColumn<QString>("says");
-    QTest::newRow("its folder is gone") << "gone"
-                                        << "AB2/: ";
-    QTest::newRow("a ClickInfo with broken lines") << "syntax"
-                                                   << "AB2/ClickInfo.txt: line 2";
-    QTest::newRow("no ClickInfo") << "missing"
-                                  << "AB2/ClickInfo.txt: ";
-    QTest::newRow("the ClickInfo of another click") << "other"
-                                                    << "\"AB7\"";
-    QTest::newRow("its own click number is unsafe") << "unsafe"
-                                                    << "\"../AB2\"";
+    row("its folder is gone", "gone", "AB2/: ");
+    row("a ClickInfo with broken lines", "syntax", "AB2/ClickInfo.txt: line 2");
+    row("no ClickInfo", "missing", "AB2/ClickInfo.txt: ");
+    row("the ClickInfo of another click", "other", "\"AB7\"");
+    row("its own click number is unsafe", "unsafe", "\"../AB2\"");
 }
 
 void tst_SequenceBadInput::oneClickIsUnusable()
@@ -236,7 +232,7 @@ void tst_SequenceBadInput::unusableSettingsAreLeftAtTheirDefaults()
         folder.filePath("SequenceInfo.txt"),
         "[Sequence]: " + ID.toUtf8() +
             "\nActive Unit = lux\nColor Table = Mauve\nReversed = yes\nBrightness = much\nGamma = -1\n"));
-    LogLines log;
+    LogCatcher log;
     const Opened opened(folder.path());
     QVERIFY(opened.sequence);
     QCOMPARE(opened.sequence->getActiveUnit(), EUNIT_COUNTS);

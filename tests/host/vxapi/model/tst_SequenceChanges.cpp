@@ -11,13 +11,6 @@ namespace {
 
 const QString ID = QStringLiteral("AB20260102030405_SEQ");
 
-ClickSpec click(const QString &number)
-{
-    ClickSpec spec;
-    spec.clickNumber = number;
-    return spec;
-}
-
 } // namespace
 
 using Change = std::function<void(CVXSSequenceDataset *)>;
@@ -39,7 +32,7 @@ void tst_SequenceChanges::aNewSequenceIsModified()
 {
     TestStudy study(ID);
     QVERIFY(study.sequence()->isModified());
-    QVERIFY(study.add(click("AB1")));
+    QVERIFY(study.add(ClickSpec::of("AB1")));
     QVERIFY(study.save());
     QVERIFY(!study.sequence()->isModified());
 }
@@ -100,8 +93,8 @@ void tst_SequenceChanges::changes()
     QFETCH(Change, change);
     QFETCH(bool, modified);
     TestStudy study(ID);
-    QVERIFY(study.add(click("AB1")));
-    QVERIFY(study.add(click("AB2")));
+    QVERIFY(study.add(ClickSpec::of("AB1")));
+    QVERIFY(study.add(ClickSpec::of("AB2")));
     QVERIFY(study.save());
     const QString folder = study.sequence()->getSequenceInfoPath();
     study.close();
@@ -117,7 +110,7 @@ void tst_SequenceChanges::changes()
 void tst_SequenceChanges::aFailedSaveLeavesItModified()
 {
     TestStudy study(ID);
-    QVERIFY(study.add(click("AB1")));
+    QVERIFY(study.add(ClickSpec::of("AB1")));
     QVERIFY(study.save());
     study.sequence()->setActiveUnit(EUNIT_RADIANCE);
     const QString folder = study.sequence()->getSequenceInfoPath();

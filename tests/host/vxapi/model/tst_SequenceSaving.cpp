@@ -4,9 +4,9 @@
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxparser/CPLClickInfo.h"
 #include "host/vxutils/CVXPreference.h"
-#include "tests/host/vxapi/model/Files.h"
-#include "tests/host/vxapi/model/LogLines.h"
 #include "tests/host/vxutils/UnprivilegedUser.h"
+#include "tests/support/Files.h"
+#include "tests/support/LogCatcher.h"
 #include "tests/support/TestStudy.h"
 
 #include <QtTest>
@@ -159,7 +159,7 @@ void tst_SequenceSaving::savingAgainWritesOnlyWhatChanged()
     CVXSDataset *changed = study.add(click("AB2"));
     QVERIFY(study.save());
     const QString folder = study.folder() + "/" + ID + "/";
-    const QByteArray mark = "# a person's remark\n";
+    const QByteArray mark = "# a user's remark\n";
     for (const char *number : {"AB1", "AB2"}) {
         const QString file = folder + number + "/ClickInfo.txt";
         QVERIFY(writeFile(file, mark + readFile(file)));
@@ -225,7 +225,7 @@ void tst_SequenceSaving::anotherSequenceIsNotOverwritten()
     auto *dataset = new CVXSDataset("AB1");
     QVERIFY(other.addDataset(dataset));
     const QByteArray before = readFile(study.folder() + "/" + ID + "/AB1/ClickInfo.txt");
-    LogLines log;
+    LogCatcher log;
     QVERIFY(other.save(study.folder()) != ESTATUS_SUCCESS);
     QVERIFY(other.lastError().startsWith(study.folder() + "/" + ID + "/SequenceInfo.txt: "));
     QCOMPARE(log.failures().size(), 1);

@@ -2,7 +2,7 @@
 #include "host/vxapi/plugin/CVXToolPluginBase.h"
 #include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
 #include "host/vxapi/view/windows/CVXSWorkspace.h"
-#include "host/vxutils/CVXSLog.h"
+#include "tests/support/LogCatcher.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -40,7 +40,7 @@ public:
     void onSignalCopyToClipboard(QString) override {}
 };
 
-/// A tool's window: the person can only hide it.
+/// A tool's window: the user can only hide it.
 class HidingWindow : public QWidget
 {
 protected:
@@ -99,10 +99,10 @@ private Q_SLOTS:
     {
         SmallTool tool;
         QWidget window;
-        const int before = getLogObject()->entries().size();
+        const LogCatcher log;
         tool.signalAddWidgetToWorkspace(&window);
-        QCOMPARE(getLogObject()->entries().size(), before + 1);
-        QCOMPARE(getLogObject()->entries().last().level, 3L);
+        QCOMPARE(log.entries().size(), 1);
+        QCOMPARE(log.failures().size(), 1);
         QCOMPARE(window.parentWidget(), nullptr);
     }
 

@@ -1,0 +1,132 @@
+// SPDX-License-Identifier: MIT
+#include "app/datasets/DatasetLoader.h"
+#include "app/menus/DisplayMenu.h"
+#include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/view/windows/CVXSWorkspace.h"
+#include "tests/support/WorkspaceFixture.h"
+
+#include <QAction>
+#include <QMenu>
+
+namespace {
+
+QAction *entry(MainWindow *window, const char *menu, const QString &text)
+{
+    for (QAction *action : window->findChild<QMenu *>(menu)->actions()) {
+        if (action->text() == text)
+            return action;
+    }
+    qFatal("no entry %s", qPrintable(text));
+}
+
+} // namespace
+
+class tst_DisplayMenu : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void isDisabledWithoutAnImage();
+    void offersEveryUnitAndTable();
+    void unitOfTheSequence();
+    void colorsOfTheSequence();
+    void marksFollowChangesOfOthers();
+    void datasetOfItsOwn();
+};
+
+void tst_DisplayMenu::isDisabledWithoutAnImage()
+{
+    WorkspaceFixture fixture;
+    QVERIFY(!entry(fixture.window.get(), "menuUnit", "Counts")->isEnabled());
+    QVERIFY(!entry(fixture.window.get(), "menuColorTable", "Grays")->isEnabled());
+    QVERIFY(!fixture.window->findChild<QAction *>("actionReversed")->isEnabled());
+    QVERIFY(!fixture.window->findChild<QAction *>("actionLogScale")->isEnabled());
+}
+
+void tst_DisplayMenu::offersEveryUnitAndTable()
+{
+    WorkspaceFixture fixture;
+    QStringList units;
+    for (QAction *action : fixture.window->findChild<QMenu *>("menuUnit")->actions())
+        units.append(action->text());
+    QCOMPARE(units, (QStringList{"Counts", "Radiance (Photons)", "Radiant Efficiency", "Efficiency"}));
+    QCOMPARE(fixture.window->findChild<QMenu *>("menuColorTable")->actions().size(), int(VXS_CT_COUNT));
+}
+
+void tst_DisplayMenu::unitOfTheSequence()
+{
+    QTemporaryDir dir;
+    WorkspaceFixture fixture;
+    CVXSSequenceDataset *sequence =
+        fixture.window->openSequence(writeSequence(dir.path(), "AB20260102030405_SEQ", "AB"));
+    QVERIFY(sequence);
+    QAction *radiance = entry(fixture.window.get(), "menuUnit", "Radiance (Photons)");
+    radiance->trigger();
+    QCOMPARE(sequence->getActiveUnit(), EUNIT_RADIANCE);
+    for (CVXSDataset *dataset : sequence->getDatasets())
+        QCOMPARE(dataset->getUnit(), EUNIT_RADIANCE);
+    QVERIFY(radiance->isChecked());
+    // From an image's window too it is the sequence's.
+    fixture.window->parts().workspace->showDataset(sequence->getDatasets().first());
+    entry(fixture.window.get(), "menuUnit", "Counts")->trigger();
+    QCOMPARE(sequence->getActiveUnit(), EUNIT_COUNTS);
+    QVERIFY(!radiance->isChecked());
+}
+
+void tst_DisplayMenu::colorsOfTheSequence()
+{
+    QTemporaryDir dir;
+    WorkspaceFixture fixture;
+    CVXSSequenceDataset *sequence =
+        fixture.window->openSequence(writeSequence(dir.path(), "AB20260102030405_SEQ", "AB"));
+    QVERIFY(sequence);
+    entry(fixture.window.get(), "menuColorTable", "Grays")->trigger();
+    fixture.window->findChild<QAction *>("actionReversed")->trigger();
+    fixture.window->findChild<QAction *>("actionLogScale")->trigger();
+    QCOMPARE(sequence->getImageAdjust().colorTable, VXS_CT_GRAYS);
+    QVERIFY(sequence->getImageAdjust().reverse);
+    QVERIFY(sequence->getImageAdjust().logScale);
+    QVERIFY(sequence->getToolInfo().reversed);
+    QVERIFY(sequence->getToolInfo().logarithmic);
+    for (CVXSDataset *dataset : sequence->getDatasets()) {
+        QCOMPARE(dataset->getColorTable(), VXS_CT_GRAYS);
+        QVERIFY(dataset->getToolInfo().reversed);
+        QVERIFY(dataset->getToolInfo().logarithmic);
+    }
+    fixture.window->findChild<QAction *>("actionReversed")->trigger();
+    QVERIFY(!sequence->getImageAdjust().reverse);
+    QVERIFY(sequence->getImageAdjust().logScale);
+    QCOMPARE(sequence->getImageAdjust().colorTable, VXS_CT_GRAYS);
+}
+
+void tst_DisplayMenu::marksFollowChangesOfOthers()
+{
+    QTemporaryDir dir;
+    WorkspaceFixture fixture;
+    CVXSSequenceDataset *sequence =
+        fixture.window->openSequence(writeSequence(dir.path(), "AB20260102030405_SEQ", "AB"));
+    QVERIFY(sequence);
+    sequence->setActiveUnit(EUNIT_RADIANCE);
+    Q_EMIT fixture.window->findChild<QMenu *>("menuView")->aboutToShow();
+    QVERIFY(entry(fixture.window.get(), "menuUnit", "Radiance (Photons)")->isChecked());
+    QVERIFY(!entry(fixture.window.get(), "menuUnit", "Counts")->isChecked());
+}
+
+void tst_DisplayMenu::datasetOfItsOwn()
+{
+    QTemporaryDir dir;
+    CVXSDataset written("AB20260102030406");
+    written.setCoreImage(EIMAGE_LUMINESCENT, TestStudy::image(8, 8, [](int x, int) { return float(x); }));
+    QCOMPARE(written.saveDatasetAs(dir.filePath("AB20260102030406")), ESTATUS_SUCCESS);
+    WorkspaceFixture fixture;
+    QCOMPARE(fixture.window->parts().datasetLoader->load(dir.filePath("AB20260102030406")), ESTATUS_SUCCESS);
+    CVXSDataset *dataset = CVXSDataset::getDataset("AB20260102030406");
+    QVERIFY(dataset);
+    entry(fixture.window.get(), "menuUnit", "Radiant Efficiency")->trigger();
+    QCOMPARE(dataset->getUnit(), EUNIT_RADIANT_EFFICIENCY);
+    entry(fixture.window.get(), "menuColorTable", "Grays")->trigger();
+    QCOMPARE(dataset->getColorTable(), VXS_CT_GRAYS);
+}
+
+QTEST_MAIN(tst_DisplayMenu)
+#include "tst_DisplayMenu.moc"

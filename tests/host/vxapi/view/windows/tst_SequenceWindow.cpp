@@ -1,0 +1,179 @@
+// SPDX-License-Identifier: MIT
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
+#include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/CVXSSequenceDataset.h"
+#include "host/vxapi/view/windows/CVXSSequenceWindow.h"
+#include "host/vxapi/view/windows/DatasetThumbnail.h"
+#include "host/vxparser/CPLClickInfo.h"
+#include "host/vxutils/CVXSLog.h"
+#include "tests/support/LogCatcher.h"
+#include "tests/support/ViewFixture.h"
+
+#include <QListWidget>
+#include <QtTest>
+
+namespace {
+
+void add(CVXSSequenceDataset &sequence, const QString &clickNumber, bool luminescent, bool photograph)
+{
+    auto *dataset = new CVXSDataset(clickNumber);
+    if (luminescent)
+        dataset->setCoreImage(EIMAGE_LUMINESCENT, spots(32, 32));
+    if (photograph)
+        dataset->setCoreImage(EIMAGE_PHOTOGRAPH, imageOf(64, 64, [](int x, int y) { return x + y; }));
+    QVERIFY(sequence.addDataset(dataset));
+}
+
+/// How many pixels of a thumbnail are coloured (not grey).
+int colouredPixels(const QImage &image)
+{
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QRgb p = image.pixel(x, y);
+            if (std::abs(qRed(p) - qGreen(p)) > 24 || std::abs(qGreen(p) - qBlue(p)) > 24)
+                ++count;
+        }
+    }
+    return count;
+}
+
+QListWidget *listOf(CVXSSequenceWindow &window)
+{
+    return window.findChild<QListWidget *>(QStringLiteral("SequenceThumbnails"));
+}
+
+} // namespace
+
+class tst_SequenceWindow : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aThumbnailAClick()
+    {
+        CVXSSequenceDataset sequence(QStringLiteral("SW1_SEQ"));
+        add(sequence, QStringLiteral("SW1a"), true, false);
+        add(sequence, QStringLiteral("SW1b"), false, true);
+        add(sequence, QStringLiteral("SW1c"), true, true);
+        CVXSSequenceWindow window(&sequence);
+        QListWidget *list = listOf(window);
+        QCOMPARE(list->count(), 3);
+        QVERIFY(list->item(0)->text().startsWith(QStringLiteral("SW1a")));
+        QVERIFY(list->item(1)->text().contains(QStringLiteral("Photograph")));
+        QVERIFY(window.isSequenceWindow());
+        QCOMPARE(window.getSequenceDataset(), &sequence);
+        QCOMPARE(window.getDataset(), nullptr);
+        const auto picture = [&](int row) { return list->item(row)->icon().pixmap(132, 132).toImage(); };
+        // Nothing is read while the window is being made; the pictures come one by one.
+        QCOMPARE(colouredPixels(picture(0)), 0);
+        QTRY_VERIFY(colouredPixels(picture(0)) > 1000);
+        QTRY_VERIFY(colouredPixels(picture(2)) > 100);
+        QCOMPARE(colouredPixels(picture(1)), 0);
+    }
+
+    void theTooltipOfAnImportedClickNamesItsFiles()
+    {
+        CVXSSequenceDataset sequence(QStringLiteral("SW8_SEQ"));
+        add(sequence, QStringLiteral("SW8a"), true, true);
+        add(sequence, QStringLiteral("SW8b"), true, false);
+        CPLClickInfo *info = sequence.getDataset(QStringLiteral("SW8a"))->getClickInfo();
+        const QString key = clickinfo::KEY_IMPORTED_FROM;
+        clickinfo::ensureSection(info, clickinfo::SECTION_LUMINESCENT)->setValue(key, "day 7.tif");
+        clickinfo::ensureSection(info, clickinfo::SECTION_PHOTOGRAPH)->setValue(key, "tray.tif");
+        CVXSSequenceWindow window(&sequence);
+        QVERIFY(listOf(window)->item(0)->toolTip().endsWith("\nFrom day 7.tif, tray.tif"));
+        QCOMPARE(listOf(window)->item(1)->toolTip(), listOf(window)->item(1)->text());
+    }
+
+    void changesOfTheSequenceAreShownAndTold()
+    {
+        CVXSSequenceDataset sequence(QStringLiteral("SW2_SEQ"));
+        add(sequence, QStringLiteral("SW2a"), true, false);
+        CVXSSequenceWindow window(&sequence);
+        QSignalSpy spy(&window, &CVXSSequenceWindow::signalUpdateMeasurmentsCombobox);
+        add(sequence, QStringLiteral("SW2b"), true, false);
+        QCOMPARE(listOf(window)->count(), 2);
+        QCOMPARE(spy.count(), 1);
+        QCOMPARE(spy.last().at(0).toString(), QStringLiteral("SW2b"));
+        sequence.removeDataset(QStringLiteral("SW2a"));
+        QCOMPARE(listOf(window)->count(), 1);
+        QCOMPARE(spy.count(), 2);
+        QCOMPARE(spy.last().at(0).toString(), QString());
+        window.refreshAfterDatasetAdded();
+        QCOMPARE(spy.count(), 3);
+    }
+
+    void activatingAThumbnailAsksForItsImageWindow()
+    {
+        CVXSSequenceDataset sequence(QStringLiteral("SW3_SEQ"));
+        add(sequence, QStringLiteral("SW3a"), true, false);
+        add(sequence, QStringLiteral("SW3b"), true, false);
+        CVXSSequenceWindow window(&sequence);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QSignalSpy spy(&window, &CVXSSequenceWindow::datasetActivated);
+        QListWidget *list = listOf(window);
+        list->setCurrentRow(1);
+        QTest::keyClick(list, Qt::Key_Return);
+        QCOMPARE(spy.count(), 1);
+        QCOMPARE(spy.last().at(0).toString(), QStringLiteral("SW3b"));
+        const QPoint place = list->visualItemRect(list->item(0)).center();
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, place);
+        QTest::mouseDClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, place);
+        QCOMPARE(spy.count(), 2);
+        QCOMPARE(spy.last().at(0).toString(), QStringLiteral("SW3a"));
+    }
+
+    void theWindowOfASequenceIsFound()
+    {
+        CVXSSequenceDataset sequence(QStringLiteral("SW4_SEQ"));
+        QCOMPARE(CVXSSequenceWindow::getSequenceWindow(&sequence), nullptr);
+        {
+            CVXSSequenceWindow window(&sequence);
+            QCOMPARE(CVXSSequenceWindow::getSequenceWindow(&sequence), &window);
+            QCOMPARE(CVXSSequenceWindow::getSequenceWindow(nullptr), nullptr);
+            QVERIFY(!window.is3DSceneOnlySequence());
+            sequence.set3DSceneOnly(true);
+            QVERIFY(window.is3DSceneOnlySequence());
+        }
+        QCOMPARE(CVXSSequenceWindow::getSequenceWindow(&sequence), nullptr);
+    }
+
+    void savingWritesTheSequenceWithoutAsking()
+    {
+        CVXSSequenceDataset sequence(QStringLiteral("SW5_SEQ"));
+        add(sequence, QStringLiteral("SW5a"), true, false);
+        CVXSSequenceWindow window(&sequence);
+        QVERIFY(sequence.getSequenceInfoPath().isEmpty());
+        const LogCatcher log;
+        QCOMPARE(window.saveSequence(), ESTATUS_SUCCESS);
+        QVERIFY(QFile::exists(sequence.getSequenceInfoPath() + QStringLiteral("SequenceInfo.txt")));
+        // Nobody was asked for the folder, so the log tells it.
+        const SLogEntry told = log.entries().last();
+        QCOMPARE(told.message, QStringLiteral("Sequence saved: SW5_SEQ"));
+        QCOMPARE(told.detail, sequence.getSequenceInfoPath());
+    }
+
+    void aThumbnailKeepsProportions()
+    {
+        CVXSDataset dataset(QStringLiteral("SW6a"));
+        dataset.setCoreImage(EIMAGE_LUMINESCENT, spots(64, 32));
+        const QImage image = datasetThumbnail(dataset, 100);
+        QCOMPARE(image.size(), QSize(100, 100));
+        QCOMPARE(image.pixel(50, 10), image.pixel(50, 90)); // the background above and below
+        QVERIFY(image.pixel(35, 45) != image.pixel(50, 10));
+    }
+
+    void aThumbnailWithoutAnImageIsPlain()
+    {
+        CVXSDataset dataset(QStringLiteral("SW7a"));
+        QCOMPARE(colouredPixels(datasetThumbnail(dataset, 50)), 0);
+        dataset.setCoreImage(EIMAGE_LUMINESCENT, CILImage());
+        QCOMPARE(colouredPixels(datasetThumbnail(dataset, 50)), 0);
+    }
+};
+
+QTEST_MAIN(tst_SequenceWindow)
+#include "tst_SequenceWindow.moc"

@@ -1,0 +1,439 @@
+// SPDX-License-Identifier: MIT
+#include "host/vxparser/CPLClickInfo.h"
+#include "host/vxutils/CVXUtilityFns.h"
+#include "tests/support/LogCatcher.h"
+#include "tests/support/Rows.h"
+#include "tests/window/constant/RoiStudy.h"
+
+#include <limits>
+
+namespace {
+
+const QRectF BOX(2.0, 3.0, 5.0, 4.0);   // [cm]
+const QRectF OTHER(9.0, 9.0, 4.0, 4.0); // [cm]
+const QString NONE = QStringLiteral("_none_");
+
+} // namespace
+
+/// The constant k as the ratio of an ROI's values in A and in B.
+class tst_KFromROI : public RoiStudy
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cleanup() { m_bound.reset(); }
+
+    void ratioInEachUnit_data();
+    void ratioInEachUnit();
+    void unitsDiffer_data();
+    void unitsDiffer();
+    void otherExposureAndBinning_data();
+    void otherExposureAndBinning();
+    void shapes_data();
+    void shapes();
+    void aPastedCopyOfTakenNameIsTheOneMeasured();
+    void theTextIsInGeneralFormat_data();
+    void theTextIsInGeneralFormat();
+    void theResultFollows();
+    void nothingIsLeftBehind_data();
+    void nothingIsLeftBehind();
+
+    void aValueOfZero_data();
+    void aValueOfZero();
+    void theSameClick_data();
+    void theSameClick();
+    void aMissingRecordStops_data();
+    void aMissingRecordStops();
+    void aTotalThatIsNotThereIsNoK();
+    void aNameThatIsNoROIStops();
+    void textsOneInTheOther();
+};
+
+void tst_KFromROI::ratioInEachUnit_data()
+{
+    QTest::addColumn<int>("unit");
+    QTest::addColumn<QString>("source");
+    const char *const units[] = {"counts", "radiance", "radiant efficiency", "efficiency"};
+    for (int unit = 0; unit < 4; ++unit)
+        for (const char *source : {"A1", "A2"})
+            QTest::addRow("%s, ROI of %s", units[unit], *(source + 1) == '1' ? "A" : "B")
+                << unit << QString::fromLatin1(source);
+}
+
+void tst_KFromROI::ratioInEachUnit()
+{
+    QFETCH(int, unit);
+    QFETCH(QString, source);
+    // The irradiances differ, so radiant efficiencies have another ratio than the counts.
+    ClickSpec b = click("A2", countsOfB);
+    b.luminescentKeys.insert("Excitation Irradiance", "5"); // A: 20
+    b.luminescentKeys.insert("Exposure Time", "30");        // A: 60
+    make({click("A1", countsOfA), b});
+    for (const char *number : {"A1", "A2"})
+        dataset(number)->setCoreImage(EIMAGE_EXCITATION,
+                                      TestStudy::image(32, 32, [](int x, int) { return float(10 + x); }));
+    m_bound->sequence()->setActiveUnit(tag_edisplayunit(unit));
+    QVERIFY(addBox(source.toLatin1(), "Tumor", BOX));
+    window()->forgetCalls();
+    choose(source, "Tumor");
+    const double counts = sum(countsOfA, BOX) / sum(countsOfB, BOX);
+    const double expected = unit == 1 ? counts / 2.0 : unit == 2 ? counts / 8.0 : counts;
+    QVERIFY2(isClose(window()->m_kValue, expected),
+             qPrintable(QString("%1, not %2").arg(double(window()->m_kValue)).arg(expected)));
+    QCOMPARE(window()->computations, 1);
+    QCOMPARE(int(dataset("A1")->getUnit()), unit);
+    QCOMPARE(int(dataset("A2")->getUnit()), unit);
+}
+
+void tst_KFromROI::unitsDiffer_data()
+{
+    QTest::addColumn<int>("unitA");
+    QTest::addColumn<int>("unitB");
+    QTest::addColumn<QString>("source");
+    QTest::addColumn<double>("factor"); // on the ratio of counts
+    QTest::newRow("A in radiance, ROI of A: both are measured in radiance") << 1 << 0 << "A1" << 0.5;
+    QTest::newRow("A in radiance, ROI of B: both are measured in counts") << 1 << 0 << "A2" << 1.0;
+    QTest::newRow("B in radiance, ROI of A: both are measured in counts") << 0 << 1 << "A1" << 1.0;
+    QTest::newRow("B in radiance, ROI of B: both are measured in radiance") << 0 << 1 << "A2" << 0.5;
+    QTest::newRow("radiant efficiency against radiance, ROI of B") << 1 << 2 << "A2" << 0.125;
+}
+
+void tst_KFromROI::unitsDiffer()
+{
+    QFETCH(int, unitA);
+    QFETCH(int, unitB);
+    QFETCH(QString, source);
+    QFETCH(double, factor);
+    ClickSpec b = click("A2", countsOfB);
+    b.luminescentKeys.insert("Excitation Irradiance", "5");
+    b.luminescentKeys.insert("Exposure Time", "30");
+    make({click("A1", countsOfA), b});
+    QVERIFY(addBox(source.toLatin1(), "Tumor", BOX));
+    dataset("A1")->setUnit(tag_edisplayunit(unitA));
+    dataset("A2")->setUnit(tag_edisplayunit(unitB));
+    window()->computeKFromROI(source, "Tumor");
+    QVERIFY(isClose(window()->m_kValue, factor * sum(countsOfA, BOX) / sum(countsOfB, BOX)));
+    QCOMPARE(int(dataset("A1")->getUnit()), unitA);
+    QCOMPARE(int(dataset("A2")->getUnit()), unitB);
+}
+
+void tst_KFromROI::otherExposureAndBinning_data()
+{
+    QTest::addColumn<int>("unit");
+    QTest::addColumn<QString>("source");
+    QTest::newRow("counts, ROI of A") << 0 << "A1";
+    QTest::newRow("counts, ROI of B") << 0 << "A2";
+    QTest::newRow("radiance, ROI of A") << 1 << "A1";
+    QTest::newRow("radiance, ROI of B") << 1 << "A2";
+}
+
+void tst_KFromROI::otherExposureAndBinning()
+{
+    QFETCH(int, unit);
+    QFETCH(QString, source);
+    // B is binned by 8: a pixel covers four of A's, on the sensor and on the subject, so that the total flux
+    // over the total counts depends on the exposure alone.
+    ClickSpec b = click("A2", countsOfB);
+    b.width = b.height = 16;
+    b.binning = 8.0f;
+    b.luminescentKeys.insert("Exposure Time", "15"); // A: 60
+    make({click("A1", countsOfA), b});
+    m_bound->sequence()->setActiveUnit(tag_edisplayunit(unit));
+    QVERIFY(addBox(source.toLatin1(), "Tumor", BOX));
+    choose(source, "Tumor");
+    const double counts = sum(countsOfA, BOX, 32) / sum(countsOfB, BOX, 16);
+    QVERIFY(isClose(window()->m_kValue, unit == 1 ? counts / 4.0 : counts));
+}
+
+void tst_KFromROI::shapes_data()
+{
+    QTest::addColumn<int>("shape");
+    QTest::addColumn<bool>("background");
+    QTest::newRow("rectangle") << int(EROI_RECTANGLE) << false;
+    QTest::newRow("ellipse") << int(EROI_ELLIPSE) << false;
+    QTest::newRow("polygon") << int(EROI_POLYGON) << false;
+    QTest::newRow("free-hand outline") << int(EROI_FREEHAND) << false;
+    QTest::newRow("background rectangle") << int(EROI_RECTANGLE) << true;
+    QTest::newRow("background grid") << int(EROI_GRID) << true;
+}
+
+void tst_KFromROI::shapes()
+{
+    QFETCH(int, shape);
+    QFETCH(bool, background);
+    makeDefault();
+    const EROIKIND kind = background ? EROI_BACKGROUND : EROI_MEASUREMENT;
+    const QPolygonF triangle({QPointF(2.1, 2.2), QPointF(12.3, 3.4), QPointF(4.5, 13.6)});
+    CROIBase roi = shape == EROI_POLYGON || shape == EROI_FREEHAND
+                       ? CROIBase(EROISHAPE(shape), kind, triangle)
+                   : shape == EROI_GRID ? CROIBase(kind, BOX, 2, 3)
+                                        : CROIBase(EROISHAPE(shape), kind, BOX);
+    roi.setName("Tumor");
+    QVERIFY(rois("A1")->addROI(roi));
+    choose("A1", "Tumor");
+    double a = 0.0;
+    double b = 0.0;
+    for (int y = 0; y < 32; ++y)
+        for (int x = 0; x < 32; ++x) {
+            if (roi.contains(QPointF((x + 0.5) * 0.5, (y + 0.5) * 0.5))) {
+                a += countsOfA(x, y);
+                b += countsOfB(x, y);
+            }
+        }
+    QVERIFY(b > 1000.0);
+    QVERIFY(isClose(window()->m_kValue, a / b));
+}
+
+void tst_KFromROI::aPastedCopyOfTakenNameIsTheOneMeasured()
+{
+    makeDefault();
+    QVERIFY(addBox("A1", "Tumor", BOX));
+    QVERIFY(addBox("A2", "Tumor", OTHER));
+    QVERIFY(addBox("A2", "Tumor 2", OTHER));
+    choose("A1", "Tumor");
+    QVERIFY(isClose(window()->m_kValue, sum(countsOfA, BOX) / sum(countsOfB, BOX)));
+    QCOMPARE(names(rois("A2")), QStringList({"Tumor", "Tumor 2"}));
+    choose("A2", "Tumor");
+    QVERIFY(isClose(window()->m_kValue, sum(countsOfA, OTHER) / sum(countsOfB, OTHER)));
+    QCOMPARE(names(rois("A1")), QStringList{"Tumor"});
+}
+
+void tst_KFromROI::theTextIsInGeneralFormat_data()
+{
+    QTest::addColumn<double>("a"); // counts a pixel
+    QTest::addColumn<double>("b");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("a whole number has no decimals") << 80.0 << 40.0 << "2";
+    QTest::newRow("a number below 1 has no exponent") << 10.0 << 40.0 << "0.25";
+    QTest::newRow("six digits") << 20.0 << 30.0 << "0.666667";
+    QTest::newRow("eleven stays plain") << 110.0 << 10.0 << "11";
+    QTest::newRow("a million and more") << 5000000.0 << 4.0 << "1.25e+06";
+    QTest::newRow("a small number") << 1.0 << 160000.0 << "6.25e-06";
+    QTest::newRow("a negative number") << -30.0 << 40.0 << "-0.75";
+    QTest::newRow("above the bound of a typed k") << 1.0e20 << 1.0 << "1e+20";
+}
+
+void tst_KFromROI::theTextIsInGeneralFormat()
+{
+    QFETCH(double, a);
+    QFETCH(double, b);
+    make({click("A1", [a](int, int) { return a; }), click("A2", [b](int, int) { return b; })});
+    QVERIFY(addBox("A1", "Tumor", BOX));
+    choose("A1", "Tumor");
+    QTEST(window()->m_pKLineEdit->text(), "text");
+    QVERIFY(isClose(window()->m_kValue, a / b));
+    QCOMPARE(CVXUtilityFns::getkValue(), QString("7.00"));
+    QCOMPARE(window()->calls.value("onChangeValueK"), 0);
+}
+
+void tst_KFromROI::theResultFollows()
+{
+    make({click("A1", countsOfA), click("A2", [](int, int) { return 10.0; })});
+    QVERIFY(addBox("A1", "Pixel", QRectF(0.0, 0.0, 0.5, 0.5)));
+    choose("A1", "Pixel");
+    QCOMPARE(window()->m_kValue, 10.0f);
+    QCOMPARE(window()->m_resultImage.pixelAt(0, 0), 0.0);
+    QCOMPARE(window()->m_resultImage.pixelAt(3, 4), 11.0);
+}
+
+void tst_KFromROI::nothingIsLeftBehind_data()
+{
+    QTest::addColumn<QString>("source");
+    QTest::addColumn<bool>("modifiedA");
+    QTest::addColumn<bool>("modifiedB");
+    QTest::newRow("neither was modified, ROI of A") << "A1" << false << false;
+    QTest::newRow("neither was modified, ROI of B") << "A2" << false << false;
+    QTest::newRow("A was modified") << "A1" << true << false;
+    QTest::newRow("B was modified") << "A1" << false << true;
+    QTest::newRow("both were modified, ROI of B") << "A2" << true << true;
+}
+
+void tst_KFromROI::nothingIsLeftBehind()
+{
+    QFETCH(QString, source);
+    QFETCH(bool, modifiedA);
+    QFETCH(bool, modifiedB);
+    makeDefault();
+    for (const char *number : {"A1", "A2"}) {
+        QVERIFY(addBox(number, "Tumor", BOX));
+        QVERIFY(addBox(number, "Bkg", OTHER, EROI_BACKGROUND));
+    }
+    dataset("A1")->setModified(modifiedA);
+    dataset("A2")->setModified(modifiedB);
+    choose(source, "Tumor");
+    QVERIFY(window()->m_kValue != 7.0f);
+    QCOMPARE(dataset("A1")->isModified(), modifiedA);
+    QCOMPARE(dataset("A2")->isModified(), modifiedB);
+    QVERIFY(!window()->m_bPastedROI);
+    for (const char *number : {"A1", "A2"}) {
+        QCOMPARE(names(rois(number)), QStringList({"Tumor", "Bkg"}));
+        QCOMPARE(rois(number)->rois().first()->boundingBox(), BOX);
+    }
+    // A second time it gives the same.
+    const float k = window()->m_kValue;
+    choose(source, "Tumor");
+    QCOMPARE(window()->m_kValue, k);
+}
+
+void tst_KFromROI::aValueOfZero_data()
+{
+    QTest::addColumn<double>("a");
+    QTest::addColumn<double>("b");
+    QTest::addColumn<QString>("source");
+    QTest::addColumn<float>("k");
+    QTest::addColumn<QString>("text");
+    const float inf = std::numeric_limits<float>::infinity();
+    QTest::newRow("of the target B: k is 1") << 50.0 << 0.0 << "A1" << 1.0f << "1";
+    QTest::newRow("of the target A: k is 1") << 0.0 << 50.0 << "A2" << 1.0f << "1";
+    QTest::newRow("of both, ROI of A") << 0.0 << 0.0 << "A1" << 1.0f << "1";
+    QTest::newRow("of both, ROI of B") << 0.0 << 0.0 << "A2" << 1.0f << "1";
+    QTest::newRow("of the source A: k is 0") << 0.0 << 50.0 << "A1" << 0.0f << "0";
+    QTest::newRow("of the source B the division is made all the same") << 50.0 << 0.0 << "A2" << inf << "inf";
+    QTest::newRow("of the source B, with a negative A") << -50.0 << 0.0 << "A2" << -inf << "-inf";
+}
+
+void tst_KFromROI::aValueOfZero()
+{
+    QFETCH(double, a);
+    QFETCH(double, b);
+    QFETCH(QString, source);
+    QFETCH(float, k);
+    make({click("A1", [a](int, int) { return a; }), click("A2", [b](int, int) { return b; })});
+    QVERIFY(addBox(source.toLatin1(), "Tumor", BOX));
+    choose(source, "Tumor");
+    QVERIFY2(window()->m_kValue == k, qPrintable(QString::number(double(window()->m_kValue))));
+    QTEST(window()->m_pKLineEdit->text(), "text");
+    QCOMPARE(window()->computations, 1);
+}
+
+void tst_KFromROI::theSameClick_data()
+{
+    QTest::addColumn<bool>("measured");
+    QTest::addColumn<double>("counts");
+    QTest::addColumn<float>("k");
+    QTest::newRow("measured before: k is 1") << true << 50.0 << 1.0f;
+    QTest::newRow("measured before, nothing in it: k is 1") << true << 0.0 << 1.0f;
+    QTest::newRow("never measured: nothing happens") << false << 50.0 << 7.0f;
+}
+
+void tst_KFromROI::theSameClick()
+{
+    QFETCH(bool, measured);
+    QFETCH(double, counts);
+    QFETCH(float, k);
+    make({click("A1", [counts](int, int) { return counts; }), click("A2", countsOfB)});
+    window()->m_pListBoxB->setCurrentRow(0);
+    QVERIFY(addBox("A1", "Tumor", BOX));
+    if (measured)
+        QCOMPARE(dataset("A1")->MeasureROIAndMakeMeasRecords(true), ESTATUS_SUCCESS);
+    dataset("A1")->setModified(false);
+    window()->forgetCalls();
+    choose("A1", "Tumor");
+    QCOMPARE(window()->m_kValue, k);
+    QCOMPARE(window()->m_pKLineEdit->text(), measured ? QString("1") : QString("7.00"));
+    QCOMPARE(window()->computations, measured ? 1 : 0);
+    QCOMPARE(names(rois("A1")), QStringList{"Tumor"});
+    QVERIFY(!window()->m_bPastedROI);
+    // It was not measured again.
+    const auto records = CRoiMeasurementManager::getRoiMeasurementManager()->getRoiMeasInfoList();
+    QCOMPARE(records.size(), measured ? 1 : 0);
+    if (measured) {
+        QVERIFY(!records.first()->isValid);
+        QVERIFY(!dataset("A1")->isModified());
+    }
+}
+
+void tst_KFromROI::aMissingRecordStops_data()
+{
+    QTest::addColumn<QString>("source");
+    QTest::addColumn<QString>("without");
+    row("of the target B", "A1", "A2");
+    row("of the target A", "A2", "A1");
+    row("of the source A", "A1", "A1");
+    row("of the source B", "A2", "A2");
+}
+
+void tst_KFromROI::aMissingRecordStops()
+{
+    QFETCH(QString, source);
+    QFETCH(QString, without);
+    // Without a field of view a click cannot be measured.
+    ClickSpec a = click("A1", countsOfA);
+    ClickSpec b = click("A2", countsOfB);
+    (without == "A1" ? a : b).luminescentKeys.insert("Field of View", QString());
+    make({a, b});
+    const QString target = source == "A1" ? "A2" : "A1";
+    QVERIFY(addBox(source.toLatin1(), "Tumor", BOX));
+    QVERIFY(addBox(target.toLatin1(), "Old", OTHER));
+    dataset(source.toLatin1())->setUnit(EUNIT_RADIANCE);
+    dataset(target.toLatin1())->setUnit(EUNIT_COUNTS);
+    dataset(target.toLatin1())->setModified(false);
+    window()->forgetCalls();
+    choose(source, "Tumor");
+    QCOMPARE(window()->m_kValue, 7.0f);
+    QCOMPARE(window()->m_pKLineEdit->text(), QString("7.00"));
+    QCOMPARE(window()->computations, 0);
+    // What was prepared stays: the pasted ROI, the unit, the modified flag.
+    QVERIFY(window()->m_bPastedROI);
+    QCOMPARE(names(rois(target.toLatin1())), QStringList({"Old", "Tumor"}));
+    QCOMPARE(dataset(target.toLatin1())->getUnit(), EUNIT_RADIANCE);
+    QVERIFY(dataset(target.toLatin1())->isModified());
+}
+
+// The pixels of a result computed in efficiency have no counts.
+void tst_KFromROI::aTotalThatIsNotThereIsNoK()
+{
+    ClickSpec a = click("A1", countsOfA);
+    ClickSpec b = click("A2", countsOfB);
+    for (ClickSpec *spec : {&a, &b})
+        spec->luminescentKeys.insert(clickinfo::KEY_MATH_OPERATION, "A / B * k");
+    make({a, b});
+    for (const char *number : {"A1", "A2"}) {
+        CPLClickInfo *info = dataset(number)->getClickInfo();
+        CPLSection *section = (*info)[clickinfo::SECTION_GRAPH_CONTROLS];
+        if (!section) {
+            section = new CPLSection;
+            section->setSectionKey(clickinfo::SECTION_GRAPH_CONTROLS);
+            info->addSection(section);
+        }
+        section->setValue(clickinfo::KEY_INTENSITY_CALIBRATION, QStringLiteral("efficiency"));
+        dataset(number)->setUnit(EUNIT_EFFICIENCY);
+    }
+    QVERIFY(addBox("A1", "Tumor", BOX));
+    LogCatcher log;
+    choose("A1", "Tumor");
+    QCOMPARE(window()->m_kValue, 7.0f);
+    QCOMPARE(window()->m_pKLineEdit->text(), QString("7.00"));
+    QVERIFY(!rois("A2")->selectedROI());
+    QCOMPARE(rois("A2")->rois().size(), 0);
+    QCOMPARE(log.toolEntries().size(), 1);
+    QVERIFY2(log.toolEntries().first().message.contains("Tumor"),
+             qPrintable(log.toolEntries().first().message));
+}
+
+void tst_KFromROI::aNameThatIsNoROIStops()
+{
+    makeDefault();
+    QVERIFY(addBox("A1", "Tumor", BOX));
+    QVERIFY(addBox("A2", "Old", OTHER));
+    window()->computeKFromROI("A1", "Nothing of that name");
+    window()->computeKFromROI("A1", QString());
+    QCOMPARE(window()->m_kValue, 7.0f);
+    QCOMPARE(window()->computations, 0);
+    QVERIFY(names(rois("A1")).contains("Tumor"));
+    QVERIFY(names(rois("A2")).contains("Old"));
+}
+
+void tst_KFromROI::textsOneInTheOther()
+{
+    make({click("A1", countsOfA), click("A10", countsOfB)});
+    QVERIFY(addBox("A1", "In A1", BOX));
+    QVERIFY(addBox("A10", "In A10", OTHER));
+    choose("A10", "In A10");
+    QVERIFY(isClose(window()->m_kValue, sum(countsOfA, OTHER) / sum(countsOfB, OTHER)));
+    choose("A1", "In A1");
+    QVERIFY(isClose(window()->m_kValue, sum(countsOfA, BOX) / sum(countsOfB, BOX)));
+}
+
+QTEST_MAIN(tst_KFromROI)
+#include "tst_KFromROI.moc"

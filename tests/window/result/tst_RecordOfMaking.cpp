@@ -1,0 +1,225 @@
+// SPDX-License-Identifier: MIT
+// The record of its making that a result's TIFF carries, and what must not come into it.
+#include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxparser/CPLClickInfo.h"
+#include "math/ResultRecord.h"
+#include "tests/window/result/FlowFixture.h"
+
+#include <QCryptographicHash>
+#include <sys/stat.h>
+
+using imagemath::FileRecord;
+using imagemath::ResultRecord;
+
+namespace {
+
+QString hashOf(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return QStringLiteral("unreadable");
+    return QString::fromLatin1(QCryptographicHash::hash(file.readAll(), QCryptographicHash::Sha256).toHex());
+}
+
+QStringList textsOf(const QVector<FileRecord> &files)
+{
+    QStringList texts;
+    for (const FileRecord &file : files)
+        texts << file.name + QLatin1Char(' ') + file.sha256;
+    return texts;
+}
+
+bool replaceFile(const QString &path, const CILImage &image)
+{
+    return QFile::remove(path) && image.saveTIFF(QFile::encodeName(path).constData()) == EIL_SUCCESS;
+}
+
+} // namespace
+
+class tst_RecordOfMaking : public FlowFixture
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { setUp(); }
+    void cleanup() { tearDown(); }
+
+    void aResultTellsItsMaking_data();
+    void aResultTellsItsMaking();
+    void theThresholdedRatioTellsItsMask();
+    void kIsTheOneThatWasUsed();
+    void theCorrectionIsThatOfTheComputation();
+    void aFileThatWasChangedAfterReadingIsNotHashed();
+    void aPipeInPlaceOfAFileIsNotWaitedFor();
+    void anOperandImageOfAnotherNameGivesAResultThatLoads();
+    void aPhotographOfAnotherNameComesAlong();
+
+private:
+    ResultRecord record() const
+    {
+        std::string description;
+        const QByteArray path = QFile::encodeName(m_bench->resultFile("luminescent.tif"));
+        ResultRecord read;
+        QString reason;
+        if (CILImage::loadDescription(path.constData(), &description) != EIL_SUCCESS ||
+            !imagemath::fromJson(QByteArray::fromStdString(description), &read, &reason))
+            qWarning("%s %s", CILImage::lastError().c_str(), qPrintable(reason));
+        return read;
+    }
+    QString fileOf(const QString &click, const char *name) const
+    {
+        return m_bench->folderOf(click) + QLatin1String(name);
+    }
+};
+
+void tst_RecordOfMaking::aResultTellsItsMaking_data()
+{
+    QTest::addColumn<QString>("photograph");
+    QTest::newRow("without photograph") << QString();
+    QTest::newRow("with the photograph of A") << "A";
+    QTest::newRow("with the photograph of B") << "B";
+}
+
+void tst_RecordOfMaking::aResultTellsItsMaking()
+{
+    QFETCH(QString, photograph);
+    m_bench->choosePhotograph(photograph);
+    press();
+    const ResultRecord made = record();
+    const QString a = ResultBench::clickA(), b = ResultBench::clickB();
+    QCOMPARE(made.operation, QStringLiteral("A - B * k"));
+    QCOMPARE(made.k, 2.5f);
+    QCOMPARE(made.unit, QStringLiteral("counts"));
+    QCOMPARE(made.a.clickNumber, a);
+    QCOMPARE(made.b.clickNumber, b);
+    QCOMPARE(made.a.sequenceId, sequence()->getSequenceID());
+    for (const QString &click : {a, b}) {
+        QStringList expected;
+        QStringList names{"luminescent.tif", "photograph.tif"};
+        if (click == a)
+            names << "flatfield.tif";
+        for (const QString &name : qAsConst(names))
+            expected << name + " " + hashOf(fileOf(click, name.toLatin1().constData()));
+        QCOMPARE(textsOf(click == a ? made.a.files : made.b.files), expected);
+    }
+    QVERIFY(made.maskPhotograph.clickNumber.isEmpty());
+    QCOMPARE(made.photograph.clickNumber, photograph.isEmpty() ? QString() : photograph == "A" ? a : b);
+    if (!photograph.isEmpty())
+        QCOMPARE(made.photograph.file.sha256, hashOf(m_bench->resultFile("photograph.tif")));
+    QVERIFY2(made.version.startsWith("1.0.0("), qPrintable(made.version));
+    const QDateTime computed = QDateTime::fromString(made.computed, Qt::ISODate);
+    QVERIFY2(qAbs(computed.secsTo(QDateTime::currentDateTimeUtc())) < 600, qPrintable(made.computed));
+}
+
+void tst_RecordOfMaking::theThresholdedRatioTellsItsMask()
+{
+    window()->m_pOperationCB->setCurrentIndex(4);
+    window()->onChangeMathOperation(4);
+    press();
+    const ResultRecord made = record();
+    QCOMPARE(made.maskPhotograph.clickNumber, ResultBench::clickB());
+    QCOMPARE(made.maskPhotograph.file.sha256, hashOf(fileOf(ResultBench::clickB(), "photograph.tif")));
+}
+
+// The field may show another text: "_none_" writes 1 and goes on with the k there was.
+void tst_RecordOfMaking::kIsTheOneThatWasUsed()
+{
+    window()->m_pKLineEdit->setText(QStringLiteral("1"));
+    press();
+    QCOMPARE(record().k, 2.5f);
+    QVERIFY(m_bench->writeRecord() == ESTATUS_SUCCESS);
+}
+
+void tst_RecordOfMaking::theCorrectionIsThatOfTheComputation()
+{
+    m_bench->datasetA()->setCoreImage(EIMAGE_FLATFIELD,
+                                      TestStudy::image(32, 32, [](int, int) { return 2.0f; }));
+    m_bench->datasetA()->doFlatFieldCorrection(true);
+    window()->calculateResultImage();
+    m_bench->datasetA()->doFlatFieldCorrection(false);
+    press();
+    QVERIFY(record().a.flatFieldCorrected);
+    QVERIFY(!record().b.flatFieldCorrected);
+}
+
+void tst_RecordOfMaking::aFileThatWasChangedAfterReadingIsNotHashed()
+{
+    const QString path = fileOf(ResultBench::clickA(), "luminescent.tif");
+    QVERIFY(m_bench->datasetA()->getCoreImage(EIMAGE_LUMINESCENT));
+    // Written long after the one that was read.
+    QVERIFY(replaceFile(path, TestStudy::image(32, 32, [](int, int) { return 7.0f; })));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    QVERIFY(file.setFileTime(QDateTime::currentDateTime().addSecs(60), QFileDevice::FileModificationTime));
+    file.close();
+    QVERIFY(!m_bench->datasetA()->isImageFileAsRead(EIMAGE_LUMINESCENT));
+    QVERIFY(m_bench->datasetA()->isImageFileAsRead(EIMAGE_PHOTOGRAPH));
+    press();
+    const ResultRecord made = record();
+    QCOMPARE(made.a.files.size(), 2);
+    QVERIFY(textsOf(made.a.files).filter("luminescent.tif").isEmpty());
+    QCOMPARE(made.b.files.size(), 2);
+    const QStringList told = failures().filter(path);
+    QCOMPARE(told.size(), 1);
+}
+
+void tst_RecordOfMaking::aPipeInPlaceOfAFileIsNotWaitedFor()
+{
+    const QString path = fileOf(ResultBench::clickA(), "photograph.tif");
+    QVERIFY(QFile::remove(path));
+    QCOMPARE(mkfifo(QFile::encodeName(path).constData(), 0600), 0);
+    m_bench->choosePhotograph(QStringLiteral("A"));
+    press(); // comes back
+    QCOMPARE(record().a.files.size(), 2);
+    QVERIFY(textsOf(record().a.files).filter("photograph.tif").isEmpty());
+    QVERIFY(!QFileInfo::exists(m_bench->resultFile("photograph.tif")));
+}
+
+void tst_RecordOfMaking::anOperandImageOfAnotherNameGivesAResultThatLoads()
+{
+    loadForReal();
+    CPLClickInfo info;
+    const QString path = m_bench->clickInfo(ResultBench::clickA());
+    QCOMPARE(info.loadClickInfo(path, false), ESTATUS_SUCCESS);
+    info["luminescent image"]->setSectionName(QStringLiteral("raw.tif"));
+    QCOMPARE(info.saveClickInfo(path), ESTATUS_SUCCESS);
+    press();
+    CVXSDataset *result = CVXSDataset::getDataset(ResultBench::resultNumber());
+    QVERIFY2(result, qPrintable(failures().join('\n')));
+    const CILImage *image = result->getCoreImage(EIMAGE_LUMINESCENT);
+    QVERIFY(image);
+    QCOMPARE(image->getMin(), 75.0f);
+    QCOMPARE(image->getMax(), 168.0f);
+}
+
+void tst_RecordOfMaking::aPhotographOfAnotherNameComesAlong()
+{
+    // An operand as somebody else named its files, opened anew.
+    const QString a = ResultBench::clickA();
+    for (const char *name : {"luminescent", "photograph"})
+        QVERIFY(QFile::rename(fileOf(a, qPrintable(QString(name) + ".tif")),
+                              fileOf(a, qPrintable(QString(name) + "-raw.tif"))));
+    CPLClickInfo &info = *m_bench->datasetA()->getClickInfo();
+    info["luminescent image"]->setSectionName(QStringLiteral("luminescent-raw.tif"));
+    info["photographic image"]->setSectionName(QStringLiteral("photograph-raw.tif"));
+    QCOMPARE(info.saveClickInfo(m_bench->clickInfo(a)), ESTATUS_SUCCESS);
+    const QString folder = m_bench->folderOf(a);
+    m_bench->bound().show(); // so that it follows the sequence
+    QVERIFY(sequence()->removeDataset(a));
+    CVXSDataset *again = CVXSDataset::open(folder, nullptr, nullptr);
+    QVERIFY(again);
+    QVERIFY(sequence()->addDataset(again, 0));
+    window()->m_pListBoxA->setCurrentRow(0);
+    window()->m_pListBoxB->setCurrentRow(1);
+    loadForReal();
+    m_bench->choosePhotograph(QStringLiteral("A"));
+    window()->agreesToAngles = true; // the bench's record of B says one
+    press();
+    QVERIFY2(CVXSDataset::getDataset(ResultBench::resultNumber()), qPrintable(failures().join('\n')));
+    QCOMPARE(hashOf(m_bench->resultFile("photograph.tif")), hashOf(fileOf(a, "photograph-raw.tif")));
+    QCOMPARE(hashOf(m_bench->resultFile("luminescentA.TIF")), hashOf(fileOf(a, "luminescent-raw.tif")));
+    QCOMPARE(record().photograph.file.sha256, hashOf(fileOf(a, "photograph-raw.tif")));
+}
+
+QTEST_MAIN(tst_RecordOfMaking)
+#include "tst_RecordOfMaking.moc"
