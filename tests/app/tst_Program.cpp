@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "tests/support/Files.h"
 #include "tests/support/WorkspaceFixture.h"
 
 #include <QProcess>
@@ -6,12 +7,6 @@
 namespace {
 
 const QString PROGRAM = QStringLiteral(VEXA_BINARY_DIR "/bin/vexa");
-
-QByteArray readFile(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 
 /// Whether the program is up and its log says so; it is ended then.
 bool logsBeforeItIsEnded(const QStringList &arguments, const QString &log, const QList<QByteArray> &lines)

@@ -14,9 +14,9 @@
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/model/StoredDatasets.h"
 #include "host/vxutils/CVXPreference.h"
-#include "host/vxutils/CVXSLog.h"
 #include "tests/safety/SafetyStudy.h"
 #include "tests/safety/ShownTool.h"
+#include "tests/support/LogCatcher.h"
 
 #include <QApplication>
 #include <QDir>
@@ -24,6 +24,8 @@
 #include <cstdio>
 
 namespace {
+
+const LogCatcher *heard = nullptr; ///< from the start of the program
 
 void say(const QString &line)
 {
@@ -33,7 +35,7 @@ void say(const QString &line)
 int wrong(const QString &what)
 {
     say(QStringLiteral("WRONG ") + what);
-    for (const SLogEntry &entry : getLogObject()->entries()) {
+    for (const SLogEntry &entry : heard->entries()) {
         if (entry.level >= 2)
             say(QStringLiteral("log ") + entry.message + QLatin1Char(' ') + entry.detail);
     }
@@ -118,6 +120,8 @@ int main(int argc, char **argv)
 {
     ApplicationSetup::beforeApplication();
     QApplication application(argc, argv);
+    const LogCatcher log;
+    heard = &log;
     ApplicationSetup::afterApplication();
     const QStringList arguments = QApplication::arguments();
     const bool isLook = arguments.size() == 3 && arguments.at(1) == QLatin1String("look");

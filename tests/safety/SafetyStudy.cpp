@@ -6,7 +6,6 @@
 #include "host/vxparser/CPLClickInfo.h"
 #include "tests/support/TestStudy.h"
 
-#include <QCryptographicHash>
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>

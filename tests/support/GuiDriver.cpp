@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
+#include <QRadioButton>
 #include <QTest>
 
 namespace {
@@ -34,10 +35,10 @@ bool GuiDriver::press(QAbstractButton *button, const char *name)
         return fail(QLatin1String(name) + QStringLiteral(" is not there"));
     if (!button->isEnabled())
         return fail(QLatin1String(name) + QStringLiteral(" is disabled"));
-    // Check boxes take clicks on indicator and text only, not on the space beside them.
-    const bool isCheckBox = qobject_cast<QCheckBox *>(button);
+    // Check boxes and radio buttons take clicks on indicator and text only, not on the space beside them.
+    const bool hasIndicator = qobject_cast<QCheckBox *>(button) || qobject_cast<QRadioButton *>(button);
     QTest::mouseClick(button, Qt::LeftButton, Qt::NoModifier,
-                      isCheckBox ? QPoint(8, button->height() / 2) : button->rect().center());
+                      hasIndicator ? QPoint(8, button->height() / 2) : button->rect().center());
     return true;
 }
 

@@ -6,6 +6,7 @@
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/view/canvas/CVXSMultiImageView.h"
 #include "host/vxapi/view/windows/CVXSImageWindow.h"
+#include "tests/support/GuiDriver.h"
 #include "tests/support/TestStudy.h"
 
 #include <memory>
@@ -53,12 +54,7 @@ public:
         settle();
     }
 
-    /// Lets everything that was put off happen.
-    static void settle()
-    {
-        for (int i = 0; i < 5; ++i)
-            QCoreApplication::processEvents();
-    }
+    static void settle() { GuiDriver::settle(); }
 
     template <typename T>
     T *child(const char *name) const

@@ -2,12 +2,11 @@
 #include "tests/window/result/RecordText.h"
 #include "tests/support/Files.h"
 
-#include <QCryptographicHash>
 #include <QDate>
-#include <QDirIterator>
 #include <QFile>
 #include <QLocale>
 #include <QRegularExpression>
+#include <QTest>
 
 namespace {
 
@@ -211,15 +210,15 @@ QString recordtext::value(const QString &path, const QString &sectionKey, const 
     return found;
 }
 
-QString recordtext::difference(const QStringList &found, const QStringList &expected)
+void recordtext::compare(const QStringList &found, const QStringList &expected)
 {
     for (int i = 0; i < qMax(found.size(), expected.size()); ++i) {
         const QString is = i < found.size() ? found.at(i) : QStringLiteral("(the end)");
         const QString should = i < expected.size() ? expected.at(i) : QStringLiteral("(the end)");
-        if (is != should)
-            return QStringLiteral("line %1 is\n  %2\nand should be\n  %3").arg(i + 1).arg(is, should);
+        QVERIFY2(
+            is == should,
+            qPrintable(QStringLiteral("line %1 is\n  %2\nand should be\n  %3").arg(i + 1).arg(is, should)));
     }
-    return QString();
 }
 
 QMap<QString, QByteArray> recordtext::hashes(const QString &folder)

@@ -27,8 +27,8 @@ QStringList headings(const QString &path);
 /// The value of the last pair of that key; null when there is none.
 QString value(const QString &path, const QString &sectionKey, const QString &key);
 
-/// What is different: "" when the lines are the same, else the first line that is not, with its number.
-QString difference(const QStringList &found, const QStringList &expected);
+/// Fails the test when the lines are not the same, with the first one that is not and its number.
+void compare(const QStringList &found, const QStringList &expected);
 
 /// Relative path and SHA-256 of every file under a folder.
 QMap<QString, QByteArray> hashes(const QString &folder);

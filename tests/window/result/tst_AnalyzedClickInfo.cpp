@@ -92,9 +92,7 @@ void tst_AnalyzedClickInfo::theWholeRecord()
     m_bench->choosePhotograph(from);
     QCOMPARE(m_bench->writeRecord(), ESTATUS_SUCCESS);
     QCOMPARE(m_bench->writeAnalyzed(), ESTATUS_SUCCESS);
-    const QString difference =
-        recordtext::difference(recordtext::lines(file()), expectedrecord::analyzed(from));
-    QVERIFY2(difference.isEmpty(), qPrintable(difference));
+    recordtext::compare(recordtext::lines(file()), expectedrecord::analyzed(from));
 }
 
 void tst_AnalyzedClickInfo::bothOperandsBearTheUnitOfB_data()
@@ -180,8 +178,7 @@ void tst_AnalyzedClickInfo::withoutTheAnalyzedRecordOfA()
     lines += expected("luminescent A image") + QStringList{""};
     lines += expected("luminescent B image") + QStringList{"", "[Graph Controls]"};
     lines += expectedrecord::graphPairs("A") + QStringList{"", "[ROIs]", ""};
-    const QString difference = recordtext::difference(recordtext::lines(file()), lines);
-    QVERIFY2(difference.isEmpty(), qPrintable(difference));
+    recordtext::compare(recordtext::lines(file()), lines);
 }
 
 void tst_AnalyzedClickInfo::anOperandWhoseRecordCannotBeRead_data()
@@ -255,8 +252,7 @@ void tst_AnalyzedClickInfo::withoutTheResultsOwnRecord()
                          "[luminescent image]: old luminescent.tif", "Old = luminescent",          ""} +
              expected("luminescent A image") + QStringList{""} + expected("luminescent B image") +
              QStringList{"", "[Graph Controls]: old graph", "Old = graph", "", "[ROIs]: regions of A", ""};
-    const QString difference = recordtext::difference(recordtext::lines(file()), lines);
-    QVERIFY2(difference.isEmpty(), qPrintable(difference));
+    recordtext::compare(recordtext::lines(file()), lines);
 }
 
 void tst_AnalyzedClickInfo::aNameOfTheResultsOwnSectionCountsWhenThereIsOne()
