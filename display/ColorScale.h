@@ -8,7 +8,18 @@
 
 class CVXSDataset;
 
-/// Lower and upper limit of colour scales.
+/// Colour-scale limits: which values the first and the last colour of a table stand for.
+///
+///     colorscale::Limits limits = colorscale::united(colorscale::fullRange(a), colorscale::fullRange(b));
+///     if (colorscale::extendedAutoRange(result, &datasetA, unitKey(EUNIT_RADIANCE), &limits) ==
+///     ESTATUS_SUCCESS)
+///         palette.SetImageMinMax(limits.min, limits.max); // in the unit of the pixels
+///     image.setPalette(palette);
+///
+/// Limits never change a pixel. Statistics skip what is not finite; an image without a finite pixel has the
+/// limits 0 and 0. The automatic range is the host's (VX_LuminImageMinMax): saturated pixels are left out,
+/// and it runs from the larger of 5 % of the maximum and the smallest value to the level below which 99.95 %
+/// of the pixels lie.
 namespace colorscale {
 
 struct Limits
@@ -17,7 +28,7 @@ struct Limits
     double max = 0.0;
 };
 
-/// The image's own smallest and largest pixel.
+/// The image's own smallest and largest finite pixel; an image that was not asked before is read once.
 Limits fullRange(const CILImage &image);
 
 /// The limits that hold both.

@@ -4,6 +4,12 @@
 #include <QString>
 
 /// The constant k as a text: what is typed becomes a short text, and what is stored is that text read back.
+///
+///     const float typed = ktext::clamped(ktext::read("0.123456"), ktext::MINIMUM, ktext::MAXIMUM);
+///     const QString shown = ktext::format(typed); // "1.23e-1"
+///     const float k = ktext::read(shown);         // 0.123f: what the user sees is what is computed with
+///
+/// Numbers are in the C locale, and formatted by Qt, so the text is the same on every platform.
 namespace ktext {
 
 /// Bounds of a typed k: the single-precision values nearest to -1e12 and 1e12.

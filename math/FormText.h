@@ -6,7 +6,7 @@
 
 namespace imagemath {
 
-/// A text that the person reads, translated with the context of the form's own texts.
+/// A text that the user reads, translated with the context of the form's own texts.
 inline QString formText(const char *text)
 {
     return QCoreApplication::translate("CVXSImageMathWnd", text);

@@ -10,6 +10,19 @@ class CPLClickInfo;
 
 /// The five formulas of image math, pixel by pixel on images of equal size.
 ///
+///     A + B * k             r = A + k B
+///     A - B * k             r = A - k B, for example a reporter minus its scaled autofluorescence
+///     A * B * k             r = k B A
+///     (A / B) * k           r = (A / B) k
+///     A/B if Counts(B)>k    r = A [C_B > k] / B * s * M
+///
+/// In the last one, C_B are B's camera counts, [.] is 1 where it holds and 0 elsewhere, s is 100 or 10 after
+/// B's fluorescence level, and M is the tissue mask of B's photograph, 1 without one.
+///
+///     const imagemath::Formula *formula = imagemath::formulaNamed("A - B * k");
+///     CILImage result;
+///     formula->evaluate({a, b, countsOfB, 1.25f}, result);
+///
 /// Every step is a 32-bit float operation rounded on its own. Division is IEEE: a zero pixel in B gives an
 /// infinity or a NaN, nothing is clamped. The result carries A's or B's binning factor, which are equal by
 /// then.
@@ -27,7 +40,7 @@ struct Operands
     const CILImage *tissueMask = nullptr; ///< thresholded ratio: opened photograph mask, or null for none
 };
 
-/// One formula: the text that the person chooses, what it reads, and how it is evaluated.
+/// One formula: the text that the user chooses, what it reads, and how it is evaluated.
 struct Formula
 {
     const char *text;

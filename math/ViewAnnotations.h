@@ -6,6 +6,13 @@
 #include <QString>
 
 /// What stands under and between the images of the view, and where.
+///
+///     imagemath::ColumnLayout layout{0.0f, 0.0f, 300.0f, 200.0f,
+///     imagemath::ColumnLayout::borderFor(200.0f)}; tag.setPosition(layout.tagLeft(tagWidth),
+///     layout.belowFirst()); // under image A, centred
+///
+/// Everything is in the object units of the view, y downwards, and nothing depends on its pixels on the
+/// screen.
 namespace imagemath {
 
 /// The unit as the view names it: "Counts", "Radiance (Photons)", "Radiant Efficiency", "Efficiency".

@@ -31,7 +31,7 @@ CVXSMdiSubWindow *subWindowOf(const CVXSImageMathWnd *window)
     return window ? qobject_cast<CVXSMdiSubWindow *>(window->parentWidget()) : nullptr;
 }
 
-// The sequence that the person works on; null when there is none.
+// The sequence that the user works on; null when there is none.
 CVXSSequenceDataset *sequenceOf(const CVXSChildWindow &child)
 {
     if (child.isSequenceWindow())

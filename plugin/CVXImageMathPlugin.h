@@ -10,7 +10,15 @@ class CVXSImageMathWnd;
 /// The tool "Image Math" as the host drives it: the menu action and when it is enabled, the one Image Math
 /// Window, and the relay of its load requests. It holds no image data of its own.
 ///
-/// Host classes are only forward-declared here, on purpose: no argument of a slot is a meta-type of its own.
+///     QPluginLoader loader(path); // the host's part
+///     auto *tool = qobject_cast<CVXToolPluginBase *>(loader.instance());
+///     menu->addAction(tool->getAction());
+///     tool->onSignalSequenceChanged(sequence); // the action is enabled for a sequence with two images
+///     tool->launchTool();                      // false when the window could not be made or bound
+///
+/// The library exports exactly the two functions that Qt's loader looks for. The constructor does nothing
+/// that can fail; the window is made at the first launch. Host classes are only forward-declared here, on
+/// purpose: no argument of a slot is a meta-type of its own.
 class CVXImageMathPlugin : public CVXToolPluginBase
 {
     Q_OBJECT

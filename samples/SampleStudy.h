@@ -8,6 +8,13 @@
 #include <QString>
 
 /// The sample study: one sequence of simulated acquisitions of a small animal, and beside it what is true.
+///
+///     QString error;
+///     if (samplestudy::make("/data/study", 1, &error) != ESTATUS_SUCCESS)
+///         qFatal("%s", qPrintable(error));
+///     const auto *sequence = CVXSSequenceDataset::open("/data/study/" + SEQUENCE_ID, nullptr, &error);
+///
+/// Counts are those of a camera with an offset, photon noise (Poisson) and read noise (normal), see Camera.h.
 namespace samplestudy {
 
 constexpr QLatin1String SEQUENCE_ID("AB20240511101000_SEQ");

@@ -17,7 +17,7 @@ class QMenu;
 class QPushButton;
 class QWidget;
 
-/// Mouse and keyboard of a person at the workspace: everything here goes through window-system events on the
+/// Mouse and keyboard of the user at the workspace: everything here goes through window-system events on the
 /// real widgets. What cannot be found or does not react ends the program with a message.
 namespace hand {
 

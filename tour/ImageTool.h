@@ -8,7 +8,7 @@ class CVXSDataset;
 class CVXSImageWindow;
 class Stage;
 
-/// What a person does in an image window.
+/// What the user does in an image window.
 namespace imagetool {
 
 /// Chooses a drawing tool of the tool bar by its object name and drags a box [cm of the field of view].

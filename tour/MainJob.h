@@ -9,7 +9,7 @@ class CVXSSequenceDataset;
 struct MainJob
 {
     bool holds = false;
-    QStringList lines; ///< the numbers, for people
+    QStringList lines; ///< the numbers, for the user
 };
 
 /// Computes A - B * k of the study's first pair with the true k, by the engine that the window calls, and

@@ -175,7 +175,7 @@ void measuringtour::closeEverything(Stage &stage)
     hand::Answer second;
     const hand::Answer first(QStringLiteral("Discard"), [&stage, &second] {
         stage.picture(QStringLiteral("80-closing"),
-                      QStringLiteral("a result that was not saved by the person"));
+                      QStringLiteral("a result that was not saved by the user"));
         second = hand::Answer(QStringLiteral("Discard"));
     });
     hand::chooseFromMenu(&stage.window, {QStringLiteral("File"), QStringLiteral("Quit")});

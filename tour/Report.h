@@ -5,7 +5,7 @@
 #include <QString>
 #include <QStringList>
 
-/// What a tour found, for people: pictures with captions, numbers, and what holds and what does not.
+/// What a tour found, for the user: pictures with captions, numbers, and what holds and what does not.
 class Report
 {
 public:

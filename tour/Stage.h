@@ -12,7 +12,16 @@ class CVXSImageWindow;
 class CVXSSequenceDataset;
 class MainWindow;
 
-/// Where a tour plays: the workspace with its windows, and what a person does there again and again.
+/// Where a tour plays: the workspace with its windows, and what the user does there again and again.
+///
+///     Stage stage(mainWindow, sequence, report);
+///     stage.openImageMath();
+///     stage.selectPair(FLUORESCENCE_A, FLUORESCENCE_B);
+///     stage.typeK("1.25");
+///     stage.pressDisplay(); // a result dataset is made, loaded and shown
+///
+/// All of it goes through real mouse and key events (Hand.h). What does not react ends the tour with a
+/// message; what does not hold is written into the report, which decides the exit status.
 class Stage
 {
 public:

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Drives the workspace as a person would, with mouse and keyboard on the real menus and widgets, and leaves
+// Drives the workspace as the user would, with mouse and keyboard on the real menus and widgets, and leaves
 // pictures and a report. It needs a display; ./run gives it a virtual one.
 //
 //   vexa-tour SEQUENCE_FOLDER OUT_FOLDER

@@ -61,7 +61,7 @@ void CVXSImageMathWnd::setHandleClose(bool bDontHandleClose)
     m_bHandleClose = bDontHandleClose;
 }
 
-// The person never closes the window, only hides it.
+// The user never closes the window, only hides it.
 void CVXSImageMathWnd::closeEvent(QCloseEvent *e)
 {
     if (auto *subWindow = qobject_cast<CVXSMdiSubWindow *>(parentWidget()))

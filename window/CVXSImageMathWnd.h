@@ -42,6 +42,14 @@ struct Request;
 /// The Image Math Window: two clicks of a sequence, a formula and a constant k on the left, image A, image B
 /// and the result in the view on the right.
 ///
+///     auto *window = new CVXSImageMathWnd(parent);
+///     if (window->bindToSequence("AB20240511101000_SEQ")) // a sequence that is open
+///         window->show();
+///     connect(window, SIGNAL(signalLoadImageMathReuslt(QString, bool, ESTATUS *, downloaded_save_data *)),
+///     host,
+///             SLOT(onLoadFile(QString, bool, ESTATUS *, downloaded_save_data *))); // directly: the status
+///             is read at once
+///
 /// The members read the widgets, call the free functions of math/, display/ and result/, and show the
 /// outcome; their bodies stand in a file for each subject. Everything runs on the user-interface thread, in
 /// slot calls made directly.
@@ -61,7 +69,7 @@ public:
     // --- binding ---
 
     /// Binds the window to an open sequence: title, lists, stored k, view, first computation. False when the
-    /// sequence was never saved and the person does not want it saved, or saving it failed.
+    /// sequence was never saved and the user does not want it saved, or saving it failed.
     virtual bool bindToSequence(const QString &sequenceID);
     /// Offers the photographs that the selected clicks have.
     virtual void updatePhotographChoice();
@@ -194,5 +202,5 @@ protected:
     bool m_bRefreshEnabled = true; ///< false exactly while the computation emits a colour-range signal
     bool m_bHandleClose = false;
     bool m_bMissedUpdate = false;      ///< the sequence changed while the window was hidden or minimised
-    bool m_bSavedForImageMath = false; ///< the person agreed to save the sequence at binding
+    bool m_bSavedForImageMath = false; ///< the user agreed to save the sequence at binding
 };

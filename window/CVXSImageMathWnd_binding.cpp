@@ -171,7 +171,7 @@ void CVXSImageMathWnd::updatePhotographChoice()
         m_pPhotoFromCB->addItem(QStringLiteral("A"));
     if (inB)
         m_pPhotoFromCB->addItem(QStringLiteral("B"));
-    // What the person chose stays as long as it is offered; otherwise the first is taken.
+    // What the user chose stays as long as it is offered; otherwise the first is taken.
     m_pPhotoFromCB->setCurrentIndex(std::max(0, m_pPhotoFromCB->findText(chosen)));
 }
 

@@ -77,7 +77,7 @@ DisplayFacts CVXSImageMathWnd::displayFacts()
         if (unit == EUNIT_RADIANCE)
             factor = VX_CalibrateIntensityWithFilterTrans(EIMAGE_LUMINESCENT, m_pDatasetA,
                                                           unitKey(EUNIT_COUNTS), unitKey(EUNIT_RADIANCE));
-        // The range is asked for and not written: what is written is what the person sees.
+        // The range is asked for and not written: what is written is what the user sees.
         double minimum = 0.0;
         double maximum = 0.0;
         VX_LuminImageMinMax(&m_resultImage, &minimum, &maximum, unitKey(unit), factor, VX_SATURATED_COUNTS,

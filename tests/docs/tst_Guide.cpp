@@ -47,7 +47,7 @@ QString joined(const QString &literals)
         .replace(QLatin1String("\\\""), QLatin1String("\""));
 }
 
-/// The texts for people in a source file.
+/// The texts for the user in a source file.
 QStringList messagesOf(const QString &source)
 {
     static const QRegularExpression call(

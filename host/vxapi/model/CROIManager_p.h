@@ -40,7 +40,7 @@ public:
     void removeSelected();
     void clear();
     QStringList allNames() const;
-    /// Appends the ROI of an entry; false, with a reason for people, when it is damaged.
+    /// Appends the ROI of an entry; false, with a reason for the user, when it is damaged.
     bool read(const QString &name, const QString &text, QString *reason);
 
     /// Moves it a little to the lower right, until no ROI of the dataset lies exactly there.

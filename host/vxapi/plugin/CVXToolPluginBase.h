@@ -45,7 +45,7 @@ public:
     virtual QAction *getAction() = 0;
     /// The icon of the action; may be null.
     virtual QIcon getIcon() = 0;
-    /// The tool's name for people, in menus and the log.
+    /// The tool's name for the user, in menus and the log.
     virtual QString getToolName() = 0;
     /// The sub-menu of Tools that the action belongs to.
     virtual QString getToolGroupName() = 0;

@@ -74,7 +74,7 @@ public:
     /// What belongs to the ROI of the row at that height [cm], from left to right, without overlap. This is
     /// the one definition of the shapes: contains() and the statistics follow it.
     QVector<RoiSpan> spansAt(double y) const;
-    /// Why the ROI cannot be kept, for people: no area, a coordinate that is not finite, too many corners or
+    /// Why the ROI cannot be kept, for the user: no area, a coordinate that is not finite, too many corners or
     /// cells. Null when it can.
     QString complaint() const;
 

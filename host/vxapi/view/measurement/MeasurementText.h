@@ -8,7 +8,7 @@
 
 class CVXSDataset;
 
-/// The numbers of measurement records as people and programs read them. Always in the C locale.
+/// The numbers of measurement records as the user and programs read them. Always in the C locale.
 namespace measurementtext {
 
 /// A dataset's records: in the order of its ROIs, a grid's cells behind it row by row. `unit` becomes the one

@@ -7,7 +7,7 @@
 
 class CVXSDataset;
 
-/// What kind of acquisition a dataset is, for people: "Fluorescence", "Photograph", ...
+/// What kind of acquisition a dataset is, for the user: "Fluorescence", "Photograph", ...
 QString datasetKindText(const CVXSDataset &dataset);
 /// What was corrected in its luminescent image: "background subtracted, flat-field corrected", or empty.
 QString correctionText(const CVXSDataset &dataset);
