@@ -35,7 +35,7 @@ LogPane::LogPane(CVXSLog *log, QWidget *parent)
     m_edit->setLineWrapMode(QPlainTextEdit::NoWrap);
     m_edit->setAccessibleName(tr("Log"));
     setWidget(m_edit);
-    for (const SLogEntry &entry : log->entries())
+    for (const LogEntry &entry : log->entries())
         append(entry);
     connect(log, &CVXSLog::logged, this, &LogPane::append);
 }
@@ -45,7 +45,7 @@ QString LogPane::text() const
     return m_edit->toPlainText();
 }
 
-QString LogPane::lineOf(const SLogEntry &entry)
+QString LogPane::lineOf(const LogEntry &entry)
 {
     QString line = QStringLiteral("%1  %2  %3").arg(entry.stamp, kindOf(entry.level), entry.message);
     if (!entry.detail.isEmpty())
@@ -55,7 +55,7 @@ QString LogPane::lineOf(const SLogEntry &entry)
     return line.replace(QLatin1Char('\n'), QLatin1Char(' '));
 }
 
-void LogPane::append(const SLogEntry &entry)
+void LogPane::append(const LogEntry &entry)
 {
     QTextCharFormat format;
     if (entry.level >= ELOG_FAILURE)

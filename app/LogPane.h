@@ -5,7 +5,7 @@
 
 class CVXSLog;
 class QPlainTextEdit;
-struct SLogEntry;
+struct LogEntry;
 
 /// The pane that shows the log, one line an entry, failures and warnings coloured.
 class LogPane : public QDockWidget
@@ -19,10 +19,10 @@ public:
     QString text() const;
 
     /// An entry as one text: stamp, kind, message, and what it is about.
-    static QString lineOf(const SLogEntry &entry);
+    static QString lineOf(const LogEntry &entry);
 
 private:
-    void append(const SLogEntry &entry);
+    void append(const LogEntry &entry);
 
     QPlainTextEdit *m_edit;
 };

@@ -244,7 +244,7 @@ void MainWindow::fillToolsMenu()
             ->setEnabled(false);
 }
 
-void MainWindow::onLogged(const SLogEntry &entry)
+void MainWindow::onLogged(const LogEntry &entry)
 {
     if (entry.level >= ELOG_FAILURE)
         m_parts.banner->tell(entry.detail.isEmpty() ? entry.message

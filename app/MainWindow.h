@@ -10,7 +10,7 @@ class CVXSDataset;
 class CVXSSequenceDataset;
 class DisplayMenu;
 class FileMenu;
-struct SLogEntry;
+struct LogEntry;
 
 /// The workspace's window: it puts the parts together (area, banner, log pane, menus) and hands on what the
 /// user asks.
@@ -62,7 +62,7 @@ private:
 
     void copy();
     void fillToolsMenu();
-    void onLogged(const SLogEntry &entry);
+    void onLogged(const LogEntry &entry);
     void onActiveChildChanged(CVXSChildWindow *window);
 
     WorkspaceParts m_parts;

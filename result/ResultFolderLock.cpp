@@ -1,6 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "result/ResultFolderLock.h"
 
+namespace {
+
+constexpr int SETTLING = 1000; // ms, far longer than it takes to write a line
+
+bool saysWhose(const QLockFile &file)
+{
+    qint64 process = 0;
+    QString host;
+    QString program;
+    return file.getLockInfo(&process, &host, &program);
+}
+
+} // namespace
+
 bool ResultFolderLock::take(const QString &folder, int patience)
 {
     m_file = std::make_unique<QLockFile>(folder + QStringLiteral("/.writing"));
@@ -11,8 +25,11 @@ bool ResultFolderLock::take(const QString &folder, int patience)
     };
     if (!isKeptOff(0))
         return true;
-    // Who lives holds the open file as well, and it stays. Who was killed may not even have come to write who
-    // he is.
+    // Who makes the file writes into it at once whose it is, and has it open from then on, so that nobody
+    // else removes it. A file that goes on saying nothing is of a program that was killed before it came to
+    // that; until then it may be of one that lives.
+    if (!saysWhose(*m_file) && !isKeptOff(SETTLING))
+        return true;
     m_file->removeStaleLockFile();
     if (!isKeptOff(patience))
         return true;

@@ -26,9 +26,9 @@
 /// would not come back from a QString as it went in, so QSaveFile could not write it; nor does QSaveFile
 /// bring the new name to the disk (TiffWriter.cpp does).
 
+#include "host/vximage/base/vximage_global.h"
+#include "host/vximage/base/VXImageTypes.h"
 #include "host/vximage/CILPalette.h"
-#include "host/vximage/vximage_global.h"
-#include "host/vximage/VXImageTypes.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "host/vximage/base/Messages.h"
 #include "host/vximage/CILImage.h"
-#include "host/vximage/Messages.h"
 #include "host/vximage/PixelStore.h"
 #include "host/vximage/TiffReader.h"
 #include "host/vximage/TiffWriter.h"

@@ -59,15 +59,23 @@ void CILPalette::setReversed(int on)
     m_reversed = on != 0;
 }
 
+CILPalette::ShownLimits CILPalette::shownLimits() const
+{
+    ShownLimits limits;
+    limits.lower = std::min(m_min, m_max);
+    limits.upper = std::max(m_min, m_max);
+    limits.isLogarithmic =
+        m_log && limits.upper > 0.0; // nothing is positive else: there is no logarithm to take
+    if (limits.isLogarithmic && limits.lower <= 0.0)
+        limits.lower = limits.upper * LOG_SPAN_SHARE;
+    return limits;
+}
+
 double CILPalette::position(double value) const
 {
     if (!std::isfinite(value))
         return std::numeric_limits<double>::quiet_NaN();
-    double low = std::min(m_min, m_max);
-    double high = std::max(m_min, m_max);
-    const bool logarithmic = m_log && high > 0.0; // nothing is positive else: there is no logarithm to take
-    if (logarithmic && low <= 0.0)
-        low = high * LOG_SPAN_SHARE;
+    const auto [low, high, logarithmic] = shownLimits();
     if (low == high)
         return value < low ? 0.0 : value > high ? 1.0 : 0.5;
     if (value <= low)

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "host/vximage/vximage_global.h"
-#include "host/vximage/VXImageTypes.h"
+#include "host/vximage/base/vximage_global.h"
+#include "host/vximage/base/VXImageTypes.h"
 
 #include <array>
 #include <cstdint>
@@ -43,6 +43,16 @@ public:
     VXS_COLORTABLE_TYPES getColorTableType() const { return m_type; }
     bool isLogScale() const { return m_log; }
     bool isReversed() const { return m_reversed; }
+
+    /// The limits between which the colours really run, the lower one first, after the rules above for log
+    /// scales and limits in the wrong order.
+    struct ShownLimits
+    {
+        double lower = 0.0;
+        double upper = 0.0;
+        bool isLogarithmic = false;
+    };
+    ShownLimits shownLimits() const;
 
     /// Position of a value in the table, 0 to 1, by the mapping above but without reversing; NaN for a value
     /// that is not finite.

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "host/vximage/CSLComposite.h"
 
-#include "host/vximage/BlockKernels.h"
-#include "host/vximage/Conversion.h"
-#include "host/vximage/Messages.h"
-#include "host/vximage/Parallel.h"
+#include "host/vximage/base/Messages.h"
+#include "host/vximage/base/Parallel.h"
+#include "host/vximage/kernels/BlockKernels.h"
+#include "host/vximage/kernels/Conversion.h"
 #include "host/vximage/PixelStore.h"
 
 #include <algorithm>

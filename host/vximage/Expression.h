@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "host/vximage/Statistics.h"
+#include "host/vximage/kernels/Statistics.h"
 
 #include <cstddef>
 #include <cstdint>

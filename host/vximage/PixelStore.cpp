@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/vximage/PixelStore.h"
 
+#include "host/vximage/base/Parallel.h"
 #include "host/vximage/CILImage.h"
-#include "host/vximage/Parallel.h"
 
 #include <algorithm>
 #include <atomic>

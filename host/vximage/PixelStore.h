@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "host/vximage/base/PixelBuffer.h"
+#include "host/vximage/base/PixelTypes.h"
 #include "host/vximage/Expression.h"
-#include "host/vximage/PixelBuffer.h"
-#include "host/vximage/PixelTypes.h"
-#include "host/vximage/Statistics.h"
+#include "host/vximage/kernels/Statistics.h"
 
 #include <cstdint>
 #include <memory>

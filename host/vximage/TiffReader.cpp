@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/vximage/TiffReader.h"
 
-#include "host/vximage/Messages.h"
-#include "host/vximage/Parallel.h"
+#include "host/vximage/base/Messages.h"
+#include "host/vximage/base/Parallel.h"
 #include "host/vximage/TiffHandle.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/vximage/TiffWriter.h"
 
-#include "host/vximage/Conversion.h"
-#include "host/vximage/Messages.h"
+#include "host/vximage/base/Messages.h"
+#include "host/vximage/kernels/Conversion.h"
 #include "host/vximage/TiffHandle.h"
 
 #include <algorithm>

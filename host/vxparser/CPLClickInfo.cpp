@@ -19,14 +19,14 @@ namespace {
 
 using Sections = std::vector<std::unique_ptr<CPLSection>>;
 
-QString translated(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("ClickInfo", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(ClickInfo)
+};
 
 QString tooBig()
 {
-    return translated("it is larger than %1 MB").arg(CPLClickInfo::MAX_FILE_BYTES / (1024 * 1024));
+    return Text::tr("it is larger than %1 MB").arg(CPLClickInfo::MAX_FILE_BYTES / (1024 * 1024));
 }
 
 bool isBlank(QChar c)
@@ -57,7 +57,7 @@ bool readSectionLine(QStringView line, Sections *sections, QString *reason)
 {
     const int end = findUnescaped(line, QLatin1Char(']'), 1);
     if (end < 0) {
-        *reason = translated("the section key has no \"]\" after it");
+        *reason = Text::tr("the section key has no \"]\" after it");
         return false;
     }
     QString key;
@@ -67,7 +67,7 @@ bool readSectionLine(QStringView line, Sections *sections, QString *reason)
     const QStringView rest = withoutBlanks(line.mid(end + 1));
     if (!rest.isEmpty()) {
         if (rest.at(0) != QLatin1Char(':')) {
-            *reason = translated("only \": name\" may follow the \"]\" of a section");
+            *reason = Text::tr("only \": name\" may follow the \"]\" of a section");
             return false;
         }
         if (!unescaped(withoutBlanks(rest.mid(1)), &name, reason))
@@ -85,11 +85,11 @@ bool readPairLine(QStringView line, Sections *sections, QString *reason)
 {
     const int equals = findUnescaped(line, QLatin1Char('='), 0);
     if (equals < 0) {
-        *reason = translated("neither a section nor \"key = value\"");
+        *reason = Text::tr("neither a section nor \"key = value\"");
         return false;
     }
     if (sections->empty()) {
-        *reason = translated("a pair stands before the first section");
+        *reason = Text::tr("a pair stands before the first section");
         return false;
     }
     QString key;
@@ -105,7 +105,7 @@ bool readLine(const char *bytes, int size, Sections *sections, QString *reason)
 {
     QString text;
     if (!decoded(bytes, size, &text)) {
-        *reason = translated("the line is not UTF-8");
+        *reason = Text::tr("the line is not UTF-8");
         return false;
     }
     const QStringView line = withoutBlanks(text);
@@ -135,10 +135,10 @@ ESTATUS CPLClickInfo::loadClickInfo(const QString &path, bool unused)
     m_sections.clear();
     const QFileInfo info(path);
     if (!info.exists())
-        return fail(ESTATUS_FILE_NOT_FOUND, path, translated("there is no such file"));
+        return fail(ESTATUS_FILE_NOT_FOUND, path, Text::tr("there is no such file"));
     // A folder or a pipe opens as well, and reading it would never end or tell nothing.
     if (!info.isFile())
-        return fail(ESTATUS_FILE_NOT_READABLE, path, translated("it is not a file"));
+        return fail(ESTATUS_FILE_NOT_READABLE, path, Text::tr("it is not a file"));
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return fail(ESTATUS_FILE_NOT_READABLE, path, file.errorString());
@@ -185,7 +185,7 @@ ESTATUS CPLClickInfo::fromText(const QByteArray &utf8, QString *error)
         QString reason;
         if (!readLine(utf8.constData() + begin, size, &sections, &reason)) {
             if (error)
-                *error = translated("line %1: %2").arg(QString::number(number), reason);
+                *error = Text::tr("line %1: %2").arg(QString::number(number), reason);
             return ESTATUS_BAD_SYNTAX;
         }
         begin = end + 1;

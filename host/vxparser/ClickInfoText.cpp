@@ -7,10 +7,10 @@ namespace {
 
 constexpr char16_t BACKSLASH = u'\\';
 
-QString translated(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("ClickInfo", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(ClickInfo)
+};
 
 /// What nobody could see, or what UTF-8 cannot carry: controls, format characters (byte order mark, direction
 /// marks), line separators, blanks other than the space, lone surrogates and noncharacters.
@@ -126,14 +126,14 @@ bool clickinfotext::unescaped(QStringView escapedText, QString *text, QString *r
         const QChar c = escapedText.at(i);
         if (c != QChar(BACKSLASH)) {
             if (c.category() == QChar::Other_Control && c != QLatin1Char('\t')) {
-                *reason = translated("control character %1 is not written as an escape").arg(codeOf(c));
+                *reason = Text::tr("control character %1 is not written as an escape").arg(codeOf(c));
                 return false;
             }
             *text += c;
             continue;
         }
         if (++i == escapedText.size()) {
-            *reason = translated("the line ends in the middle of an escape");
+            *reason = Text::tr("the line ends in the middle of an escape");
             return false;
         }
         switch (escapedText.at(i).unicode()) {
@@ -159,7 +159,7 @@ bool clickinfotext::unescaped(QStringView escapedText, QString *text, QString *r
         case u'u': {
             const int code = codeAt(escapedText, i + 1);
             if (code < 0) {
-                *reason = translated("\\u is not followed by four hexadecimal digits");
+                *reason = Text::tr("\\u is not followed by four hexadecimal digits");
                 return false;
             }
             *text += QChar(ushort(code));
@@ -167,7 +167,7 @@ bool clickinfotext::unescaped(QStringView escapedText, QString *text, QString *r
             break;
         }
         default:
-            *reason = translated("there is no escape \\%1").arg(escapedText.at(i));
+            *reason = Text::tr("there is no escape \\%1").arg(escapedText.at(i));
             return false;
         }
     }

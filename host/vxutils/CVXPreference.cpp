@@ -15,10 +15,10 @@ namespace {
 
 constexpr char KEY_DATA_PATH[] = "ProgramDataPath";
 
-QString translated(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("CVXPreference", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(CVXPreference)
+};
 
 /// The folder of the environment variable VEXA_PROFILE_DIR, absolute; empty when it is not set.
 QString profileDir()
@@ -32,17 +32,17 @@ bool isUsableDataPath(const QString &path, QString *why)
 {
     // Image paths are handed over as Latin-1 bytes.
     if (QString::fromLatin1(path.toLatin1()) != path || path.contains(QChar(0))) {
-        *why = translated(
+        *why = Text::tr(
                    "%1: the path has characters outside Latin-1, and image files could not be written there")
                    .arg(path);
         return false;
     }
     if (!QDir().mkpath(path)) {
-        *why = translated("%1: the folder cannot be created").arg(path);
+        *why = Text::tr("%1: the folder cannot be created").arg(path);
         return false;
     }
     if (!QFileInfo(path).isWritable()) {
-        *why = translated("%1: the folder cannot be written").arg(path);
+        *why = Text::tr("%1: the folder cannot be written").arg(path);
         return false;
     }
     return true;
@@ -80,14 +80,14 @@ QString CVXPreference::getProgramDataPath()
     if (!isUsableDataPath(path, &why) && reported != path) {
         reported = path;
         vxLog(ELOG_FAILURE,
-              translated("Results cannot be stored in the program-data folder; choose another one"), why);
+              Text::tr("Results cannot be stored in the program-data folder; choose another one"), why);
     }
     return path;
 }
 
 bool CVXPreference::setProgramDataPath(const QString &path, QString *why)
 {
-    QString reason = translated("no folder was named");
+    QString reason = Text::tr("no folder was named");
     const QString absolute = path.isEmpty() ? QString() : QDir::cleanPath(QDir(path).absolutePath());
     if (absolute.isEmpty() || !isUsableDataPath(absolute, &reason)) {
         if (why)

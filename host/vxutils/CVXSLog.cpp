@@ -12,7 +12,7 @@ namespace {
 constexpr int MAX_ENTRIES = 10000;
 
 /// An entry as one line of a file: what would break the line is written as an escape.
-QByteArray fileLine(const SLogEntry &entry)
+QByteArray fileLine(const LogEntry &entry)
 {
     QString line = QStringLiteral("%1 [%2] %3 %4")
                        .arg(QDateTime::currentDateTime().toString(Qt::ISODateWithMs),
@@ -34,7 +34,7 @@ CVXSLog::~CVXSLog() = default;
 void CVXSLog::log(QString message, QString detail, int number, QString stamp, long level, bool flush)
 {
     Q_UNUSED(flush)
-    SLogEntry entry;
+    LogEntry entry;
     entry.message = std::move(message);
     entry.detail = std::move(detail);
     entry.number = number;
@@ -61,10 +61,7 @@ bool CVXSLog::setFile(const QString &path)
     auto file = std::make_unique<QFile>(path);
     // Unbuffered: every line must be on record even when the next thing is a crash.
     if (!file->open(QIODevice::WriteOnly | QIODevice::Append | QIODevice::Unbuffered)) {
-        vxLog(ELOG_FAILURE,
-              QCoreApplication::translate("CVXSLog", "The log file cannot be written: %1")
-                  .arg(file->errorString()),
-              path);
+        vxLog(ELOG_FAILURE, CVXSLog::tr("The log file cannot be written: %1").arg(file->errorString()), path);
         return false;
     }
     m_file = std::move(file);

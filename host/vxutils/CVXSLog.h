@@ -35,7 +35,7 @@ enum ELOGLEVEL {
 };
 
 /// One line of the host's log.
-struct SLogEntry
+struct LogEntry
 {
     QString message;
     QString detail; ///< second text: the file or object concerned, may be empty
@@ -44,8 +44,8 @@ struct SLogEntry
     long level = ELOG_DEBUG;
 };
 
-Q_DECLARE_TYPEINFO(SLogEntry, Q_MOVABLE_TYPE);
-Q_DECLARE_METATYPE(SLogEntry)
+Q_DECLARE_TYPEINFO(LogEntry, Q_MOVABLE_TYPE);
+Q_DECLARE_METATYPE(LogEntry)
 
 class QFile;
 
@@ -63,7 +63,7 @@ public:
     void log(QString message, QString detail, int number, QString stamp, long level, bool flush);
 
     /// The lines in memory, oldest first.
-    const QVector<SLogEntry> &entries() const { return m_entries; }
+    const QVector<LogEntry> &entries() const { return m_entries; }
     /// Forgets the lines in memory; the file keeps them.
     void clear();
 
@@ -73,10 +73,10 @@ public:
 
 Q_SIGNALS:
     /// After the line was kept and written.
-    void logged(const SLogEntry &entry);
+    void logged(const LogEntry &entry);
 
 private:
-    QVector<SLogEntry> m_entries;
+    QVector<LogEntry> m_entries;
     std::unique_ptr<QFile> m_file;
 };
 

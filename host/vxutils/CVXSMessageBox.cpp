@@ -7,11 +7,16 @@
 
 namespace {
 
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(CVXSMessageBox)
+};
+
 int askWithTexts(QMessageBox::Icon icon, QWidget *parent, const QString &title, const QString &text,
                  QStringList texts, int defaultButton, int escapeButton)
 {
     if (texts.join(QString()).isEmpty())
-        texts = QStringList{QCoreApplication::translate("CVXSMessageBox", "OK")};
+        texts = QStringList{Text::tr("OK")};
 
     QMessageBox box(icon, title, text, QMessageBox::NoButton, parent);
     QList<QPushButton *> buttons;

@@ -5,6 +5,11 @@
 
 namespace {
 
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(ESTATUS)
+};
+
 struct StatusSentence
 {
     ESTATUS status;
@@ -43,7 +48,7 @@ QString statusText(ESTATUS status)
 {
     for (const StatusSentence &entry : SENTENCES) {
         if (entry.status == status)
-            return QCoreApplication::translate("ESTATUS", entry.sentence);
+            return Text::tr(entry.sentence);
     }
-    return QCoreApplication::translate("ESTATUS", "The operation failed with status %1.").arg(int(status));
+    return Text::tr("The operation failed with status %1.").arg(int(status));
 }

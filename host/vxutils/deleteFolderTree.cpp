@@ -9,6 +9,11 @@
 
 namespace {
 
+struct Text
+{
+    Q_DECLARE_TR_FUNCTIONS(deleteFolderTree)
+};
+
 /// A link counts as there even when what it points to is not.
 bool isThere(const QFileInfo &info)
 {
@@ -41,10 +46,7 @@ bool deleteFolderTree(const QDir &folder)
     const QString path = QDir::cleanPath(folder.absolutePath());
     const QString current = QDir::cleanPath(QDir::currentPath());
     if (QDir(path).isRoot() || path == current || current.startsWith(path + QLatin1Char('/'))) {
-        vxLog(ELOG_FAILURE,
-              QCoreApplication::translate("deleteFolderTree",
-                                          "Refused to remove the folder that the program runs in"),
-              path);
+        vxLog(ELOG_FAILURE, Text::tr("Refused to remove the folder that the program runs in"), path);
         return false;
     }
     return removeTree(path);

@@ -35,7 +35,7 @@ void say(const QString &line)
 int wrong(const QString &what)
 {
     say(QStringLiteral("WRONG ") + what);
-    for (const SLogEntry &entry : heard->entries()) {
+    for (const LogEntry &entry : heard->entries()) {
         if (entry.level >= 2)
             say(QStringLiteral("log ") + entry.message + QLatin1Char(' ') + entry.detail);
     }

@@ -5,7 +5,7 @@
 
 LogCatcher::LogCatcher()
     : m_connection(QObject::connect(getLogObject(), &CVXSLog::logged,
-                                    [this](const SLogEntry &entry) { m_entries << entry; }))
+                                    [this](const LogEntry &entry) { m_entries << entry; }))
 {
 }
 
@@ -14,18 +14,18 @@ LogCatcher::~LogCatcher()
     QObject::disconnect(m_connection);
 }
 
-QVector<SLogEntry> LogCatcher::toolEntries() const
+QVector<LogEntry> LogCatcher::toolEntries() const
 {
-    QVector<SLogEntry> found;
+    QVector<LogEntry> found;
     std::copy_if(m_entries.begin(), m_entries.end(), std::back_inserter(found),
-                 [](const SLogEntry &entry) { return entry.stamp == QLatin1String("18:26:27"); });
+                 [](const LogEntry &entry) { return entry.stamp == QLatin1String("18:26:27"); });
     return found;
 }
 
 QStringList LogCatcher::toolMessages() const
 {
     QStringList found;
-    for (const SLogEntry &entry : toolEntries())
+    for (const LogEntry &entry : toolEntries())
         found << entry.message;
     return found;
 }
@@ -33,7 +33,7 @@ QStringList LogCatcher::toolMessages() const
 QStringList LogCatcher::toolFailures() const
 {
     QStringList found;
-    for (const SLogEntry &entry : toolEntries()) {
+    for (const LogEntry &entry : toolEntries()) {
         if (entry.level == ELOG_FAILURE)
             found << entry.message;
     }
@@ -43,7 +43,7 @@ QStringList LogCatcher::toolFailures() const
 QStringList LogCatcher::ofLevel(long level) const
 {
     QStringList lines;
-    for (const SLogEntry &entry : m_entries) {
+    for (const LogEntry &entry : m_entries) {
         if (entry.level == level)
             lines << entry.message;
     }
@@ -53,7 +53,7 @@ QStringList LogCatcher::ofLevel(long level) const
 QStringList LogCatcher::failuresInFull() const
 {
     QStringList lines;
-    for (const SLogEntry &entry : m_entries) {
+    for (const LogEntry &entry : m_entries) {
         if (entry.level >= ELOG_FAILURE)
             lines << (entry.message + QLatin1Char(' ') + entry.detail).trimmed();
     }

@@ -26,8 +26,8 @@ public:
     /// Forgets what came so far.
     void restart() { m_entries.clear(); }
 
-    const QVector<SLogEntry> &entries() const { return m_entries; }
-    QVector<SLogEntry> toolEntries() const;
+    const QVector<LogEntry> &entries() const { return m_entries; }
+    QVector<LogEntry> toolEntries() const;
     QStringList toolMessages() const;
     QStringList toolFailures() const;
 
@@ -40,6 +40,6 @@ public:
     bool hasFailure(const QStringList &words) const;
 
 private:
-    QVector<SLogEntry> m_entries;
+    QVector<LogEntry> m_entries;
     QMetaObject::Connection m_connection;
 };

@@ -14,16 +14,16 @@
 
 namespace {
 
-QString translated(const char *text)
+struct Text
 {
-    return QCoreApplication::translate("Calibration", text);
-}
+    Q_DECLARE_TR_FUNCTIONS(Calibration)
+};
 
 double noFactor(const CVXSDataset *dataset, const QString &reason)
 {
     const QString who = dataset ? datasetfiles::nameFor(dataset->getClickNumber(), dataset->getFolderPath())
-                                : translated("no dataset");
-    vxLog(ELOG_FAILURE, translated("%1 cannot be calibrated: %2").arg(who, reason));
+                                : Text::tr("no dataset");
+    vxLog(ELOG_FAILURE, Text::tr("%1 cannot be calibrated: %2").arg(who, reason));
     return std::numeric_limits<double>::quiet_NaN();
 }
 
@@ -44,13 +44,13 @@ double VX_CalibrateIntensityWithFilterTrans(tag_eimagetype type, CVXSDataset *da
     tag_edisplayunit from;
     tag_edisplayunit to;
     if (!dataset)
-        return noFactor(dataset, translated("there is none"));
+        return noFactor(dataset, Text::tr("there is none"));
     if (type != EIMAGE_LUMINESCENT)
-        return noFactor(dataset, translated("only luminescent images have calibration constants"));
+        return noFactor(dataset, Text::tr("only luminescent images have calibration constants"));
     if (!unitOfKey(fromUnit, &from))
-        return noFactor(dataset, translated("there is no unit \"%1\"").arg(fromUnit));
+        return noFactor(dataset, Text::tr("there is no unit \"%1\"").arg(fromUnit));
     if (!unitOfKey(toUnit, &to))
-        return noFactor(dataset, translated("there is no unit \"%1\"").arg(toUnit));
+        return noFactor(dataset, Text::tr("there is no unit \"%1\"").arg(toUnit));
     QString reason;
     const double value = calibration::factor(*dataset->getClickInfo(), from, to, &reason);
     return std::isnan(value) ? noFactor(dataset, reason) : value;

@@ -29,7 +29,7 @@ VXAPI_EXPORT ESTATUS VX_LuminImageMinMax(CILImage *image, double *min, double *m
 /// magnification, A = (pixel pitch * binning)^2 in cm^2 on the sensor, t exposure in s: a sensor behind a
 /// lens sees E = pi L T / (4 N^2 (1 + m)^2). Radiant efficiency = radiance / excitation irradiance [uW/cm^2].
 /// Efficiency is an image over a reference image, not a factor: converting to or from it gives 1.
-/// A constant that is missing, not above 0, out of the range that ClickInfoKeys.h gives, or not a finite
+/// A constant that is missing, not above 0, out of the range that ConstantRanges.h gives, or not a finite
 /// number gives NaN and a log line of level 3 that names dataset, key and value; so do an unknown unit and
 /// another type than the luminescent image. Only the constants that the two units need are looked at.
 VXAPI_EXPORT double VX_CalibrateIntensityWithFilterTrans(tag_eimagetype type, CVXSDataset *dataset,

@@ -3,7 +3,7 @@
 
 #include "host/vxapi/model/DisplayUnits.h"
 #include "host/vxapi/vxapi_global.h"
-#include "host/vximage/VXImageTypes.h"
+#include "host/vximage/base/VXImageTypes.h"
 #include "host/vxutils/ESTATUS.h"
 
 #include <QString>

@@ -365,7 +365,7 @@ void tst_HowMadePanel::checkShowsItsOutcome()
     QVERIFY2(outcome("outcomeLines")->text().contains(line), qPrintable(outcome("outcomeLines")->text()));
     QVERIFY(button("howMadeCheck")->isEnabled());
     QVERIFY(!QApplication::overrideCursor());
-    const SLogEntry told = log.entries().last();
+    const LogEntry told = log.entries().last();
     QCOMPARE(int(told.level), level);
     QVERIFY(told.message.contains(result->getClickNumber()) && told.message.contains(headline));
     QVERIFY(told.detail.contains(line));

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/vximage/BlockKernels.h"
+#include "host/vximage/kernels/BlockKernels.h"
 #include "tests/host/vximage/ImageMaker.h"
 
 #include <atomic>

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "host/vximage/CILPalette.h"
+#include "tests/support/Rows.h"
 
 #include <cmath>
 #include <limits>
+
 #include <QtTest>
 
 class tst_CILPalette : public QObject
@@ -50,6 +52,35 @@ private slots:
         palette.setReversed(1); // the position knows nothing of it
         QVERIFY(std::isnan(expected) || std::abs(palette.position(value) - expected) < 1e-12);
         QCOMPARE(palette.color(value) == CILPalette::notFiniteColor(), std::isnan(expected));
+    }
+
+    void shownLimits_data()
+    {
+        QTest::addColumn<double>("min");
+        QTest::addColumn<double>("max");
+        QTest::addColumn<bool>("log");
+        QTest::addColumn<double>("lower");
+        QTest::addColumn<double>("upper");
+        QTest::addColumn<bool>("isLogarithmic");
+        row("linear limits are shown as they are", -2.0, 5.0, false, -2.0, 5.0, false);
+        row("the lower one comes first", 5.0, -2.0, false, -2.0, 5.0, false);
+        row("positive limits of a log scale stay", 3.0, 30.0, true, 3.0, 30.0, true);
+        row("a zero gives way to a ten-thousandth of the upper limit", 0.0, 10000.0, true, 1.0, 10000.0,
+            true);
+        row("so does a negative one", -7.0, 10000.0, true, 1.0, 10000.0, true);
+        row("no logarithm without a positive limit", -7.0, 0.0, true, -7.0, 0.0, false);
+    }
+    void shownLimits()
+    {
+        QFETCH(double, min);
+        QFETCH(double, max);
+        QFETCH(bool, log);
+        CILPalette palette;
+        palette.SetColorTable(VXS_CT_GRAYS, min, max, 0, 0);
+        palette.setLogScale(log ? 1 : 0);
+        QTEST(palette.shownLimits().lower, "lower");
+        QTEST(palette.shownLimits().upper, "upper");
+        QTEST(palette.shownLimits().isLogarithmic, "isLogarithmic");
     }
 
     void colorsRunFromEndToEndAndBackWhenReversed()

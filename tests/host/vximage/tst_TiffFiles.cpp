@@ -356,10 +356,7 @@ private slots:
         write(path("bad.tif"), bytes);
         CILImage image = maker::floats(2, 1, {1, 2});
         const std::uint64_t id = image.contentId();
-        QElapsedTimer clock;
-        clock.start();
         const int found = image.loadTIFF(QFile::encodeName(path("bad.tif")));
-        QVERIFY(clock.elapsed() < 2000);
         const QByteArray said = QByteArray::fromStdString(CILImage::lastError());
         QVERIFY2(found == status, said);
         QVERIFY2(said.startsWith(QFile::encodeName(path("bad.tif")) + ": "), said);

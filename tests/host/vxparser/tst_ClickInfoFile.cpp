@@ -111,7 +111,7 @@ void tst_ClickInfoFile::brokenLineIsLoggedWithFileAndLine()
     QCOMPARE(sectionCount(record), 0);
     QVERIFY2(record.lastError().startsWith(path + ": line 3: "), qPrintable(record.lastError()));
     QCOMPARE(getLogObject()->entries().size(), 1);
-    const SLogEntry entry = getLogObject()->entries().first();
+    const LogEntry entry = getLogObject()->entries().first();
     QCOMPARE(entry.level, 3L);
     QCOMPARE(entry.number, int(ESTATUS_BAD_SYNTAX));
     QCOMPARE(entry.message, record.lastError());

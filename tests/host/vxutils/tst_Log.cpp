@@ -41,7 +41,7 @@ void tst_Log::keepsAndAnnouncesALine()
     log.log("message", "detail", 7, "18:26:27", 3, false);
     QCOMPARE(log.entries().size(), 1);
     QCOMPARE(spy.size(), 1);
-    for (const SLogEntry &entry : {log.entries().first(), spy.first().first().value<SLogEntry>()}) {
+    for (const LogEntry &entry : {log.entries().first(), spy.first().first().value<LogEntry>()}) {
         QCOMPARE(entry.message, QString("message"));
         QCOMPARE(entry.detail, QString("detail"));
         QCOMPARE(entry.number, 7);
@@ -109,7 +109,7 @@ void tst_Log::thereIsOneLogOfTheProcess()
     QSignalSpy spy(getLogObject(), &CVXSLog::logged);
     vxLog(ELOG_WARNING, "message", "detail", 9);
     QCOMPARE(spy.size(), 1);
-    const SLogEntry entry = getLogObject()->entries().last();
+    const LogEntry entry = getLogObject()->entries().last();
     QCOMPARE(entry.message, QString("message"));
     QCOMPARE(entry.detail, QString("detail"));
     QCOMPARE(entry.number, 9);

@@ -166,7 +166,7 @@ void tst_MessageBox::errorHandlerShowsAndLogs()
     QCOMPARE(user.seen().title, QString("Vexa"));
     QVERIFY(user.seen().text.contains(statusText(ESTATUS_TOOL_WINDOW)));
     QVERIFY(user.seen().text.contains("more about it"));
-    const SLogEntry entry = getLogObject()->entries().last();
+    const LogEntry entry = getLogObject()->entries().last();
     QCOMPARE(entry.level, 3L);
     QCOMPARE(entry.number, 34);
     QCOMPARE(entry.message, statusText(ESTATUS_TOOL_WINDOW));

@@ -132,7 +132,7 @@ void tst_Preference::aDefaultPathOutsideLatin1IsTold()
     getLogObject()->clear();
     QCOMPARE(CVXPreference::getProgramDataPath(), profile + "/data");
     QCOMPARE(CVXPreference::getProgramDataPath(), profile + "/data");
-    const QVector<SLogEntry> entries = getLogObject()->entries();
+    const QVector<LogEntry> entries = getLogObject()->entries();
     QCOMPARE(entries.size(), 1); // once, however often the tool asks
     QCOMPARE(entries.first().level, 3L);
     QVERIFY2(entries.first().detail.contains(profile) && entries.first().detail.contains("Latin-1"),

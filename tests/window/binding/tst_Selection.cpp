@@ -135,7 +135,7 @@ void tst_Selection::aClickOfNoSequenceIsRefused()
     }
     QVERIFY(!bound.window()->m_pDisplayBtn->isEnabled());
     QCOMPARE(log.entries().size(), 1);
-    const SLogEntry entry = log.entries().first();
+    const LogEntry entry = log.entries().first();
     QCOMPARE(entry.message, QStringLiteral("One or more dataset(s) is/are invalid..."));
     QCOMPARE(entry.detail, QString());
     QCOMPARE(entry.number, 0);

@@ -127,7 +127,7 @@ void tst_CalculationFailures::logLineOfTheInvalidExit()
     LogCatcher log;
     window.calculateResultImage();
     QCOMPARE(log.entries().size(), 1);
-    const SLogEntry line = log.entries().first();
+    const LogEntry line = log.entries().first();
     QCOMPARE(line.message, INVALID);
     QCOMPARE(line.detail, QString());
     QCOMPARE(line.number, 0);
@@ -180,7 +180,7 @@ void tst_CalculationFailures::logLinesOfRefusedSlots()
         LogCatcher log;
         window.calculateResultImage();
         QCOMPARE(log.entries().size(), 1);
-        const SLogEntry line = log.entries().first();
+        const LogEntry line = log.entries().first();
         QCOMPARE(line.detail, QString());
         QCOMPARE(line.number, 0);
         QCOMPARE(line.stamp, QString("18:26:27"));

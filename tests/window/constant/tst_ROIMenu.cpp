@@ -187,7 +187,7 @@ void tst_ROIMenu::noneInTheMenu()
     QCOMPARE(window()->calls.value("onChangeValueK"), 0);
     QCOMPARE(CVXUtilityFns::getkValue(), QString("7.00"));
     QCOMPARE(log.toolEntries().size(), 1);
-    const SLogEntry line = log.toolEntries().first();
+    const LogEntry line = log.toolEntries().first();
     QCOMPARE(line.message, QString("There was no ROI selected to compute 'k' - setting 'k' to '1.0'"));
     QCOMPARE(line.detail, QString());
     QCOMPARE(line.number, 0);

@@ -271,7 +271,7 @@ void tst_ResultFiles::withEverySuffixTakenNothingIsPrepared()
     QCOMPARE(int(m_bench->writeRecord()), 31);
     QCOMPARE(entries(m_bench->dataPath()), QStringList());
     int failures = 0;
-    for (const SLogEntry &line : log.entries())
+    for (const LogEntry &line : log.entries())
         failures += line.level == 3;
     QVERIFY(failures >= 1);
     // With one of them closed there is a name again.

@@ -149,7 +149,7 @@ void tst_ResultUnits::theAutomaticRangeIsAskedForWithTheFullRangeOnly()
     LogCatcher log;
     QCOMPARE(m_bench->writeRecord(), ESTATUS_SUCCESS);
     int told = 0;
-    for (const SLogEntry &line : log.entries())
+    for (const LogEntry &line : log.entries())
         told += (line.message + line.detail).contains("Exposure Time");
     QTEST(told > 0, "asked");
     QCOMPARE(value("Color Table Min"), QString("12.500000"));

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/roi/RoiStatistics.h"
 
-#include "host/vximage/PixelTypes.h"
+#include "host/vximage/base/PixelTypes.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/view/canvas/ColorbarScale.h"
 
-#include "host/vxapi/view/canvas/PaletteLimits.h"
+#include "host/vximage/CILPalette.h"
 
 #include <algorithm>
 #include <cmath>
@@ -124,7 +124,7 @@ void addLogarithmic(ColorbarScale &scale, double low, double high)
 ColorbarScale ColorbarScale::of(const CILPalette &palette, double length, double lineHeight)
 {
     ColorbarScale scale;
-    const PaletteLimits limits(palette);
+    const CILPalette::ShownLimits limits = palette.shownLimits();
     const double low = limits.lower;
     const double high = limits.upper;
     if (!std::isfinite(low) || !std::isfinite(high)) {

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/view/canvas/PaletteUniforms.h"
 
-#include "host/vxapi/view/canvas/PaletteLimits.h"
 #include "host/vximage/CILPalette.h"
 
 #include <algorithm>
@@ -9,7 +8,7 @@
 
 PaletteUniforms::PaletteUniforms(const CILPalette &palette)
 {
-    const PaletteLimits limits(palette);
+    const CILPalette::ShownLimits limits = palette.shownLimits();
     const double lower = limits.lower;
     const double upper = limits.upper;
     if (!std::isfinite(lower) || !std::isfinite(upper) || !(upper > lower)) {

@@ -151,7 +151,7 @@ private Q_SLOTS:
         QCOMPARE(window.saveSequence(), ESTATUS_SUCCESS);
         QVERIFY(QFile::exists(sequence.getSequenceInfoPath() + QStringLiteral("SequenceInfo.txt")));
         // Nobody was asked for the folder, so the log tells it.
-        const SLogEntry told = log.entries().last();
+        const LogEntry told = log.entries().last();
         QCOMPARE(told.message, QStringLiteral("Sequence saved: SW5_SEQ"));
         QCOMPARE(told.detail, sequence.getSequenceInfoPath());
     }

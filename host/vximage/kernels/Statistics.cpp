@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "host/vximage/Statistics.h"
+#include "host/vximage/kernels/Statistics.h"
 
-#include "host/vximage/BlockKernels.h"
-#include "host/vximage/Parallel.h"
-#include "host/vximage/PixelTypes.h"
+#include "host/vximage/base/Parallel.h"
+#include "host/vximage/base/PixelTypes.h"
+#include "host/vximage/kernels/BlockKernels.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/vximage/Messages.h"
+#include "host/vximage/base/Messages.h"
 
 namespace il {
 namespace {

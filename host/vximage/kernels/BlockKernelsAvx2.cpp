@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/vximage/BlockKernels.h"
+#include "host/vximage/kernels/BlockKernels.h"
 
 #if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__)
 #define IL_HAVE_AVX2
@@ -10,7 +10,7 @@
 namespace il {
 namespace avx2 {
 namespace {
-#include "host/vximage/BlockKernels.inl"
+#include "host/vximage/kernels/BlockKernels.inl"
 }
 } // namespace avx2
 } // namespace il

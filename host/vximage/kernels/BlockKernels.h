@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "host/vximage/vximage_global.h"
+#include "host/vximage/base/vximage_global.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "host/vximage/Conversion.h"
+#include "host/vximage/kernels/Conversion.h"
 
-#include "host/vximage/BlockKernels.h"
-#include "host/vximage/Parallel.h"
+#include "host/vximage/base/Parallel.h"
+#include "host/vximage/kernels/BlockKernels.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "host/vximage/VXImageTypes.h"
+#include "host/vximage/base/VXImageTypes.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/vximage/BlockKernels.h"
+#include "host/vximage/kernels/BlockKernels.h"
 
 #ifdef __SSE2__
 #include <immintrin.h>
@@ -12,7 +12,7 @@
 namespace il {
 namespace base {
 namespace {
-#include "host/vximage/BlockKernels.inl"
+#include "host/vximage/kernels/BlockKernels.inl"
 }
 } // namespace base
 

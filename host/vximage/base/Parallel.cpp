@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/vximage/Parallel.h"
+#include "host/vximage/base/Parallel.h"
 
 #include <algorithm>
 #include <tbb/blocked_range.h>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "host/vximage/PixelTypes.h"
+#include "host/vximage/base/PixelTypes.h"
 
 #include <cstddef>
 #include <cstdint>

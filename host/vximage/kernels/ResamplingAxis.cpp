@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/vximage/ResamplingAxis.h"
+#include "host/vximage/kernels/ResamplingAxis.h"
 
 #include <algorithm>
 

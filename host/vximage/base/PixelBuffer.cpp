@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/vximage/PixelBuffer.h"
+#include "host/vximage/base/PixelBuffer.h"
 
 #include <cstdlib>
 #include <limits>
