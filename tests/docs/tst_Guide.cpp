@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "host/vxapi/model/DisplayUnits.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -137,6 +139,8 @@ void tst_Guide::everyMessageOfTheToolIsExplained_data()
                 QTest::addRow("%d %s", ++count, qPrintable(plain(message).left(60))) << message;
         }
     }
+    for (const DisplayUnit &unit : DISPLAY_UNITS) // under the images
+        QTest::addRow("%d %s", ++count, unit.label) << QString::fromLatin1(unit.label);
 }
 
 void tst_Guide::everyMessageOfTheToolIsExplained()
