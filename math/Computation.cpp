@@ -6,6 +6,7 @@
 #include "math/ToolLog.h"
 
 #include <QDateTime>
+#include <QPointer>
 
 namespace imagemath {
 
@@ -18,13 +19,45 @@ Corrections correctionsOf(const CVXSDataset &dataset)
     return {dataset.isLuminFlatFieldCorrected(), dataset.isLuminBackgroundSubtracted()};
 }
 
-void correct(CVXSDataset &dataset, const Corrections &wanted, QStringList *problems)
+void switchCorrections(CVXSDataset &dataset, const Corrections &wanted)
 {
     const Corrections before = correctionsOf(dataset);
     if (before.flatField != wanted.flatField)
         dataset.doFlatFieldCorrection(wanted.flatField);
     if (before.background != wanted.background)
         dataset.doBackgroundSubtraction(wanted.background);
+}
+
+/// Hands corrections that the computation switches back when it goes, on the dataset itself: no later number
+/// depends on a computation. What others switch meanwhile is theirs.
+class CorrectionsKept
+{
+public:
+    explicit CorrectionsKept(const Operand &operand) : m_dataset(operand.dataset)
+    {
+        if (!operand.dataset)
+            return;
+        m_before = correctionsOf(*operand.dataset);
+        m_isSwitched = m_before.flatField != operand.corrections.flatField ||
+                       m_before.background != operand.corrections.background;
+    }
+    ~CorrectionsKept()
+    {
+        if (m_dataset && m_isSwitched)
+            switchCorrections(*m_dataset, m_before);
+    }
+    CorrectionsKept(const CorrectionsKept &) = delete;
+    CorrectionsKept &operator=(const CorrectionsKept &) = delete;
+
+private:
+    QPointer<CVXSDataset> m_dataset; // who is shown the operands may close it
+    Corrections m_before;
+    bool m_isSwitched = false;
+};
+
+void correct(CVXSDataset &dataset, const Corrections &wanted, QStringList *problems)
+{
+    switchCorrections(dataset, wanted);
     const Corrections is = correctionsOf(dataset);
     if (is.flatField == wanted.flatField && is.background == wanted.background)
         return;
@@ -127,8 +160,14 @@ Outcome compute(const Request &request, const Images &images, TissueMaskMemo &ma
                 const OperandsReady &operandsReady)
 {
     CILImage countsB;
-    Outcome outcome = prepare(request, images, countsB);
-    const bool isWanted = !operandsReady || operandsReady(outcome);
+    Outcome outcome;
+    bool isWanted = true;
+    {
+        const CorrectionsKept ofA(request.a);
+        const CorrectionsKept ofB(request.b);
+        outcome = prepare(request, images, countsB);
+        isWanted = !operandsReady || operandsReady(outcome);
+    }
     if (isWanted && request.formula && outcome.combination == Combination::Possible)
         evaluate(request, images, countsB, masks, &outcome.record);
     return outcome;

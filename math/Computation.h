@@ -42,7 +42,7 @@ Corrections correctionsFor(const CVXSDataset &dataset);
 struct Operand
 {
     CVXSDataset *dataset = nullptr; ///< null: there is no luminescent image to compute with
-    Corrections corrections;        ///< switched on the dataset, which keeps them
+    Corrections corrections;        ///< switched on the dataset, and handed back to what they were before
 };
 
 struct Request
@@ -75,7 +75,8 @@ struct Outcome
     ResultRecord record;
 };
 
-/// Called once, when the operands are prepared and before anything is evaluated; false leaves it at that.
+/// Called once, when the operands are prepared and before their corrections are handed back and anything is
+/// evaluated; false leaves it at that.
 using OperandsReady = std::function<bool(const Outcome &)>;
 
 /// `masks` remembers the photograph's mask from one computation to the next.

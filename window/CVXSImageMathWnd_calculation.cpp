@@ -107,7 +107,8 @@ void CVXSImageMathWnd::showResult()
     showWhatIsSet();
 }
 
-// The correction that the computation switched on goes back through the image window, which shows it.
+// The correction that the computation switched on goes back, through the image window where there is one,
+// which shows it.
 void CVXSImageMathWnd::restoreFlatField(CVXSDataset *dataset, bool remembered)
 {
     if (!dataset || dataset->getUnit() != EUNIT_RADIANCE ||
@@ -115,6 +116,8 @@ void CVXSImageMathWnd::restoreFlatField(CVXSDataset *dataset, bool remembered)
         return;
     if (auto *imageWindow = CVXSImageWindow::getImageWindow(dataset))
         imageWindow->switchFlatFieldCorrection(remembered);
+    else
+        dataset->doFlatFieldCorrection(remembered);
 }
 
 void CVXSImageMathWnd::announceColorRange(void (CVXSImageMathWnd::*signal)())

@@ -96,8 +96,8 @@ void tst_FlatFieldHandling::handedBack_data()
     const QVector<bool> never;
     QTest::newRow("radiance, off before, image window open")
         << 1 << false << true << true << false << QVector<bool>{false};
-    QTest::newRow("radiance, off before, no image window: left on")
-        << 1 << false << false << true << true << never;
+    QTest::newRow("radiance, off before, no image window: on the dataset itself")
+        << 1 << false << false << true << false << never;
     QTest::newRow("radiance, on before, image window open") << 1 << true << true << true << true << never;
     QTest::newRow("radiance, on before, no image window") << 1 << true << false << true << true << never;
     for (int unit : {0, 2}) {

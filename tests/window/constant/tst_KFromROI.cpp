@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
+#include "host/vxapi/model/DisplayUnits.h"
+#include "host/vxapi/view/windows/CVXSWorkspace.h"
 #include "host/vxparser/CPLClickInfo.h"
 #include "host/vxutils/CVXUtilityFns.h"
 #include "tests/support/LogCatcher.h"
 #include "tests/support/Rows.h"
 #include "tests/window/constant/RoiStudy.h"
 
+#include <cmath>
 #include <limits>
 
 namespace {
@@ -29,6 +32,8 @@ private Q_SLOTS:
     void unitsDiffer();
     void otherExposureAndBinning_data();
     void otherExposureAndBinning();
+    void whicheverImageWindowsAreOpen_data();
+    void whicheverImageWindowsAreOpen();
     void shapes_data();
     void shapes();
     void aPastedCopyOfTakenNameIsTheOneMeasured();
@@ -143,6 +148,47 @@ void tst_KFromROI::otherExposureAndBinning()
     choose(source, "Tumor");
     const double counts = sum(countsOfA, BOX, 32) / sum(countsOfB, BOX, 16);
     QVERIFY(isClose(window()->m_kValue, unit == 1 ? counts / 4.0 : counts));
+}
+
+// Radiance is corrected for the computation alone: what the ROIs are measured in does not depend on it, nor
+// on who shows the datasets.
+void tst_KFromROI::whicheverImageWindowsAreOpen_data()
+{
+    QTest::addColumn<QStringList>("shown");
+    QTest::addColumn<int>("unit");
+    for (const tag_edisplayunit unit : {EUNIT_COUNTS, EUNIT_RADIANCE}) {
+        const QString name = unitLabel(unit);
+        row(qPrintable(name + ", no image window"), QStringList(), int(unit));
+        row(qPrintable(name + ", A's image window alone"), QStringList{"A1"}, int(unit));
+        row(qPrintable(name + ", B's image window alone"), QStringList{"A2"}, int(unit));
+        row(qPrintable(name + ", both image windows"), QStringList{"A1", "A2"}, int(unit));
+    }
+}
+
+void tst_KFromROI::whicheverImageWindowsAreOpen()
+{
+    QFETCH(QStringList, shown);
+    QFETCH(int, unit);
+    // The lens passes less light to the side; A is 1.25 of B everywhere.
+    const auto lens = [](int x, int y) {
+        return 1.0f - 0.02f * std::abs(float(x) - 12.0f) - 0.01f * float(y);
+    };
+    ClickSpec a = click("A1", [lens](int x, int y) { return 1000.0 * double(lens(x, y)); });
+    ClickSpec b = click("A2", [lens](int x, int y) { return 800.0 * double(lens(x, y)); });
+    a.flatField = lens;
+    b.flatField = lens;
+    make({a, b});
+    for (const QString &number : qAsConst(shown))
+        m_bound->workspace()->showDataset(dataset(number.toLatin1()));
+    m_bound->sequence()->setActiveUnit(EUNIT_RADIANCE); // somebody has a look at radiance
+    window()->calculateResultImage();
+    m_bound->sequence()->setActiveUnit(tag_edisplayunit(unit));
+    window()->calculateResultImage();
+    QVERIFY(!dataset("A1")->isLuminFlatFieldCorrected());
+    QVERIFY(!dataset("A2")->isLuminFlatFieldCorrected());
+    QVERIFY(addBox("A1", "Tissue", BOX));
+    choose("A1", "Tissue");
+    QVERIFY2(isClose(window()->m_kValue, 1.25), qPrintable(window()->m_pKLineEdit->text()));
 }
 
 void tst_KFromROI::shapes_data()
