@@ -100,8 +100,13 @@ CILImage computedAgain(const ResultRecord &record, CVXSDataset &a, CVXSDataset &
     CILImage imageB;
     CILImage result;
     imagemath::TissueMaskMemo masks;
-    const auto outcome = imagemath::compute(request, {imageA, imageB, result}, masks,
-                                            [](const auto &prepared) { return prepared.problems.isEmpty(); });
+    // The first thing that goes wrong ends it: a result of other operands proves nothing.
+    imagemath::Steps steps;
+    steps.operandsReady = [](const imagemath::Outcome &prepared) { return prepared.problems.isEmpty(); };
+    steps.operandFetched = [](const imagemath::Outcome &so, const CILImage &) {
+        return so.problems.isEmpty();
+    };
+    const auto outcome = imagemath::compute(request, {imageA, imageB, result}, masks, steps);
     if (!outcome.problems.isEmpty())
         *reason = outcome.problems.first();
     else if (outcome.combination != imagemath::Combination::Possible)

@@ -14,11 +14,6 @@ namespace {
 
 const QString CALLER = QStringLiteral("Image Math");
 
-Corrections correctionsOf(const CVXSDataset &dataset)
-{
-    return {dataset.isLuminFlatFieldCorrected(), dataset.isLuminBackgroundSubtracted()};
-}
-
 void switchCorrections(CVXSDataset &dataset, const Corrections &wanted)
 {
     const Corrections before = correctionsOf(dataset);
@@ -61,11 +56,11 @@ void correct(CVXSDataset &dataset, const Corrections &wanted, QStringList *probl
     const Corrections is = correctionsOf(dataset);
     if (is.flatField == wanted.flatField && is.background == wanted.background)
         return;
-    problems->append(
-        QStringLiteral("%1 cannot be corrected as it was: %2")
-            .arg(dataset.getClickNumber(), dataset.lastError().isEmpty()
-                                               ? QStringLiteral("its correction images are others now")
-                                               : dataset.lastError()));
+    problems->append(QStringLiteral("%1 cannot be corrected as it has to be: %2")
+                         .arg(dataset.getClickNumber(),
+                              dataset.lastError().isEmpty()
+                                  ? QStringLiteral("its correction images are not what that takes")
+                                  : dataset.lastError()));
 }
 
 void calibrate(const CVXSDataset &dataset, tag_edisplayunit unit, CILImage *image, QStringList *problems)
@@ -74,12 +69,15 @@ void calibrate(const CVXSDataset &dataset, tag_edisplayunit unit, CILImage *imag
         problems->append(dataset.lastError());
 }
 
-void fetch(const Operand &operand, tag_edisplayunit unit, CILImage *image, QStringList *problems)
+/// False when the caller wants no more.
+bool fetch(const Operand &operand, tag_edisplayunit unit, CILImage *image, const Steps &steps,
+           Outcome *outcome)
 {
     if (!operand.dataset)
-        return;
-    correct(*operand.dataset, operand.corrections, problems);
-    calibrate(*operand.dataset, unit, image, problems);
+        return true;
+    correct(*operand.dataset, operand.corrections, &outcome->problems);
+    calibrate(*operand.dataset, unit, image, &outcome->problems);
+    return !steps.operandFetched || steps.operandFetched(*outcome, *image);
 }
 
 // B's counts are fetched for every formula, though only the thresholded ratio reads them: the dataset
@@ -101,21 +99,22 @@ Combination compared(const Request &request, const Images &images)
                            request.b.dataset->getFOVForImage(EIMAGE_LUMINESCENT), images.b);
 }
 
-Outcome prepare(const Request &request, const Images &images, CILImage &countsB)
+bool prepare(const Request &request, const Images &images, CILImage &countsB, const Steps &steps,
+             Outcome *outcome)
 {
-    Outcome outcome;
-    fetch(request.a, request.unit, &images.a, &outcome.problems);
-    fetch(request.b, request.unit, &images.b, &outcome.problems);
-    fetchCounts(request, &countsB, &outcome.problems);
-    outcome.combination = compared(request, images);
-    if (outcome.combination != Combination::Possible)
-        return outcome;
-    reconcileBinning(images.a, images.b, countsB);
-    // Before anybody switches the corrections back.
-    outcome.record.unit = unitKey(request.unit);
-    outcome.record.a = recordOf(*request.a.dataset);
-    outcome.record.b = recordOf(*request.b.dataset);
-    return outcome;
+    if (!fetch(request.a, request.unit, &images.a, steps, outcome) ||
+        !fetch(request.b, request.unit, &images.b, steps, outcome))
+        return false;
+    fetchCounts(request, &countsB, &outcome->problems);
+    outcome->combination = compared(request, images);
+    if (outcome->combination == Combination::Possible) {
+        reconcileBinning(images.a, images.b, countsB);
+        // Before anybody switches the corrections back.
+        outcome->record.unit = unitKey(request.unit);
+        outcome->record.a = recordOf(*request.a.dataset);
+        outcome->record.b = recordOf(*request.b.dataset);
+    }
+    return !steps.operandsReady || steps.operandsReady(*outcome);
 }
 
 /// What the thresholded ratio takes from B's dataset; the mask lives in `masks`. Gives the click number whose
@@ -149,6 +148,11 @@ void evaluate(const Request &request, const Images &images, CILImage &countsB, T
 
 } // namespace
 
+Corrections correctionsOf(const CVXSDataset &dataset)
+{
+    return {dataset.isLuminFlatFieldCorrected(), dataset.isLuminBackgroundSubtracted()};
+}
+
 Corrections correctionsFor(const CVXSDataset &dataset)
 {
     Corrections corrections = correctionsOf(dataset);
@@ -156,8 +160,7 @@ Corrections correctionsFor(const CVXSDataset &dataset)
     return corrections;
 }
 
-Outcome compute(const Request &request, const Images &images, TissueMaskMemo &masks,
-                const OperandsReady &operandsReady)
+Outcome compute(const Request &request, const Images &images, TissueMaskMemo &masks, const Steps &steps)
 {
     CILImage countsB;
     Outcome outcome;
@@ -165,8 +168,7 @@ Outcome compute(const Request &request, const Images &images, TissueMaskMemo &ma
     {
         const CorrectionsKept ofA(request.a);
         const CorrectionsKept ofB(request.b);
-        outcome = prepare(request, images, countsB);
-        isWanted = !operandsReady || operandsReady(outcome);
+        isWanted = prepare(request, images, countsB, steps, &outcome);
     }
     if (isWanted && request.formula && outcome.combination == Combination::Possible)
         evaluate(request, images, countsB, masks, &outcome.record);

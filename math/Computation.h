@@ -35,7 +35,9 @@ struct Corrections
     bool background = false;
 };
 
-/// Those that a dataset has now; in radiance with the flat field, because radiance is only comparable over
+/// Those that a dataset has now.
+Corrections correctionsOf(const CVXSDataset &dataset);
+/// The same; in radiance with the flat field, because radiance is only comparable over
 /// the field once the lens's fall-off is taken out.
 Corrections correctionsFor(const CVXSDataset &dataset);
 
@@ -75,12 +77,17 @@ struct Outcome
     ResultRecord record;
 };
 
-/// Called once, when the operands are prepared and before their corrections are handed back and anything is
-/// evaluated; false leaves it at that.
-using OperandsReady = std::function<bool(const Outcome &)>;
+/// What the caller does between the steps; either may be empty, and false ends the computation there.
+struct Steps
+{
+    /// An operand is calibrated and not yet compared: `image` is that of the request's Images.
+    std::function<bool(const Outcome &, const CILImage &image)> operandFetched;
+    /// The operands are prepared, and their corrections not yet handed back. The request's formula and k are
+    /// read after this.
+    std::function<bool(const Outcome &)> operandsReady;
+};
 
 /// `masks` remembers the photograph's mask from one computation to the next.
-Outcome compute(const Request &request, const Images &images, TissueMaskMemo &masks,
-                const OperandsReady &operandsReady = {});
+Outcome compute(const Request &request, const Images &images, TissueMaskMemo &masks, const Steps &steps = {});
 
 } // namespace imagemath

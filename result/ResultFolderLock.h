@@ -13,8 +13,9 @@
 class ResultFolderLock
 {
 public:
-    /// Waits for another program that has the folder, `patience` ms at most; false when it still has it. The
-    /// folder that was taken before is free again.
+    /// Waits for another program that has the folder, `patience` ms at most, and a second more for one that
+    /// has not said yet who it is; false when it still has it. The folder that was taken before is free
+    /// again.
     bool take(const QString &folder, int patience);
     bool isTaken() const { return m_file != nullptr; }
 

@@ -17,20 +17,10 @@ using resultwriter::Request;
 
 namespace {
 
-/// An operand's image file: of the usual name or, where there is none, of the name that the operand gives it.
-QString fileOf(const Operand &operand, QLatin1String usualName, tag_eimagetype type)
-{
-    const QString folder = resultimages::folderOf(operand.clickInfoPath);
-    const QString usual = folder + usualName;
-    if (!operand.dataset || QFileInfo::exists(usual))
-        return usual;
-    return folder + operand.dataset->getImageFileName(type);
-}
-
-void copyFrom(const Operand &operand, QLatin1String usualName, tag_eimagetype type, const QString &to)
+void copyFrom(const Operand &operand, tag_eimagetype type, const QString &to)
 {
     if (!operand.clickInfoPath.isEmpty())
-        resultimages::copyFile(fileOf(operand, usualName, type), to);
+        resultimages::copyFile(resultimages::fileOf(operand, type), to);
 }
 
 QVector<imagemath::FileRecord> filesOf(const Operand &operand)
@@ -45,7 +35,7 @@ imagemath::PhotographRecord photographOf(const Request &request)
     const Operand *photographed = request.photographed();
     if (!photographed)
         return {};
-    const QString path = fileOf(*photographed, FILE_PHOTOGRAPH, EIMAGE_PHOTOGRAPH);
+    const QString path = resultimages::fileOf(*photographed, EIMAGE_PHOTOGRAPH);
     const auto &operand =
         request.photograph == resultwriter::PhotographSource::A ? request.record.a : request.record.b;
     return {operand.clickNumber, {QFileInfo(path).fileName(), imagemath::sha256OfFile(path)}};
@@ -78,10 +68,19 @@ QString resultimages::folderOf(const QString &path)
     return path.left(path.lastIndexOf(QLatin1Char('/')) + 1);
 }
 
+QString resultimages::fileOf(const Operand &operand, tag_eimagetype type)
+{
+    const QString folder = folderOf(operand.clickInfoPath);
+    const QString usual = folder + (type == EIMAGE_PHOTOGRAPH ? FILE_PHOTOGRAPH : FILE_LUMINESCENT);
+    if (!operand.dataset || QFileInfo::exists(usual))
+        return usual;
+    return folder + operand.dataset->getImageFileName(type);
+}
+
 void resultimages::write(const Request &request, const QString &folder)
 {
-    copyFrom(request.a, FILE_LUMINESCENT, EIMAGE_LUMINESCENT, folder + FILE_LUMINESCENT_A);
-    copyFrom(request.b, FILE_LUMINESCENT, EIMAGE_LUMINESCENT, folder + FILE_LUMINESCENT_B);
+    copyFrom(request.a, EIMAGE_LUMINESCENT, folder + FILE_LUMINESCENT_A);
+    copyFrom(request.b, EIMAGE_LUMINESCENT, folder + FILE_LUMINESCENT_B);
 
     CILImage image = request.image;
     image.setDescription(description(request));
@@ -90,7 +89,7 @@ void resultimages::write(const Request &request, const QString &folder)
         imagemath::logLine(QString::fromStdString(CILImage::lastError()));
 
     if (const Operand *photographed = request.photographed())
-        copyFrom(*photographed, FILE_PHOTOGRAPH, EIMAGE_PHOTOGRAPH, folder + FILE_PHOTOGRAPH);
+        copyFrom(*photographed, EIMAGE_PHOTOGRAPH, folder + FILE_PHOTOGRAPH);
 }
 
 void resultimages::copyFile(const QString &from, const QString &to)

@@ -17,7 +17,7 @@ ESTATUS ProgramDataPlace::prepareFolder(const QString &clickNumber, QString *fol
 {
     const ESTATUS status = empty(clickNumber, reason);
     if (status == ESTATUS_SUCCESS)
-        *folder = folderOf(clickNumber) + QLatin1Char('/');
+        *folder = folderNamed(clickNumber) + QLatin1Char('/');
     return status;
 }
 
@@ -27,14 +27,19 @@ QString ProgramDataPlace::freeClickNumber(const QString &clickA)
         clickA, [](const QString &candidate) { return CVXSDataset::getDataset(candidate) != nullptr; });
 }
 
-QString ProgramDataPlace::folderOf(const QString &clickNumber)
+QString ProgramDataPlace::folderOf(const QString &clickNumber) const
+{
+    return folderNamed(clickNumber);
+}
+
+QString ProgramDataPlace::folderNamed(const QString &clickNumber)
 {
     return CVXPreference::getProgramDataPath() + QLatin1Char('/') + clickNumber;
 }
 
 ESTATUS ProgramDataPlace::empty(const QString &clickNumber, QString *reason)
 {
-    const QString folder = folderOf(clickNumber);
+    const QString folder = folderNamed(clickNumber);
     if (!QDir(folder).exists())
         QDir().mkdir(folder);
     if (clickNumber.isEmpty())

@@ -68,7 +68,7 @@ ESTATUS sourceFrom(const QString &path, const QString &section, CPLClickInfo &in
 bool reserveFolder(const Request &request, ResultPlace &place, ResultFolderLock &lock, Written *written)
 {
     for (;;) {
-        const QString folder = ProgramDataPlace::folderOf(written->clickNumber);
+        const QString folder = place.folderOf(written->clickNumber);
         QDir().mkdir(folder);
         if (!lock.take(folder, PATIENCE)) {
             written->reason = folder + QStringLiteral(": another workspace is writing a result there");
@@ -177,15 +177,28 @@ QString analyzedBeside(const QString &clickInfoPath)
     return resultimages::folderOf(clickInfoPath) + FILE_ANALYZED_CLICK_INFO;
 }
 
-/// The half before AnalyzedClickInfo.txt has to be whole, or the folder must not get that file.
-QString firstMissingImage(const Request &request, const QString &folder)
+/// The half before AnalyzedClickInfo.txt has to be whole, or the folder must not get that file. Empty when it
+/// is, else why not, with the file that is to blame.
+QString obstacleOfImages(const Request &request, const QString &folder)
 {
-    QStringList names{FILE_LUMINESCENT, FILE_LUMINESCENT_A, FILE_LUMINESCENT_B};
-    if (request.photographed())
-        names += FILE_PHOTOGRAPH;
-    for (const QString &name : qAsConst(names)) {
-        if (!QFile::exists(folder + name))
-            return folder + name + QStringLiteral(": it could not be written");
+    struct Image
+    {
+        QLatin1String name;
+        const Operand *operand; ///< of whose file it is a copy; null: the result itself
+        tag_eimagetype type;
+    };
+    const Image images[] = {{FILE_LUMINESCENT_A, &request.a, EIMAGE_LUMINESCENT},
+                            {FILE_LUMINESCENT_B, &request.b, EIMAGE_LUMINESCENT},
+                            {FILE_PHOTOGRAPH, request.photographed(), EIMAGE_PHOTOGRAPH},
+                            {FILE_LUMINESCENT, nullptr, EIMAGE_LUMINESCENT}};
+    for (const Image &image : images) {
+        const bool isWanted = image.type == EIMAGE_LUMINESCENT || image.operand;
+        if (!isWanted || QFile::exists(folder + image.name))
+            continue;
+        const QString source = image.operand ? resultimages::fileOf(*image.operand, image.type) : QString();
+        if (!source.isEmpty() && !QFile::exists(source))
+            return source + QStringLiteral(": there is no such file");
+        return folder + image.name + QStringLiteral(": it could not be written");
     }
     return QString();
 }
@@ -205,9 +218,9 @@ Written writeAll(const Request &request, ResultPlace &place, ResultFolderLock &l
     Written written = writeClickInfo(request, place, &lock);
     if (written.status != ESTATUS_SUCCESS)
         return written;
-    const QString missing = firstMissingImage(request, written.folder);
-    if (!missing.isEmpty())
-        return failed(written, ESTATUS_NOT_COMPLETE, missing);
+    const QString obstacle = obstacleOfImages(request, written.folder);
+    if (!obstacle.isEmpty())
+        return failed(written, ESTATUS_NOT_COMPLETE, obstacle);
     const ESTATUS analyzed = writeAnalyzedClickInfo(request, written, analyzedBeside(request.a.clickInfoPath),
                                                     analyzedBeside(request.b.clickInfoPath));
     if (analyzed != ESTATUS_SUCCESS)
@@ -307,7 +320,7 @@ Written write(const Request &request, ResultPlace &place)
     }
     // Empty by now, or it holds what is not ours.
     if (written.status != ESTATUS_SUCCESS && !written.clickNumber.isEmpty())
-        QDir().rmdir(ProgramDataPlace::folderOf(written.clickNumber));
+        QDir().rmdir(place.folderOf(written.clickNumber));
     return written;
 }
 

@@ -66,7 +66,7 @@ Written write(const Request &request, ResultPlace &place);
 
 /// The first half: the name is chosen, the folder prepared, ClickInfo.txt and the images are written. With a
 /// lock, the folder is kept to this program while the lock lives. An image that cannot be written or copied
-/// is told in the log and changes nothing else: it is missing then.
+/// is told in the log (not one whose source is not there) and changes nothing else: it is missing then.
 Written writeClickInfo(const Request &request, ResultPlace &place, ResultFolderLock *lock);
 /// The second half: AnalyzedClickInfo.txt, made from the operands' analyzed files and the ClickInfo.txt of
 /// the first half. The status is that of the last file read; that of the writing is not looked at, because

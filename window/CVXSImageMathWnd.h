@@ -29,7 +29,6 @@ struct SColorbar;
 namespace imagemath {
 struct Operand;
 struct Outcome;
-struct Request;
 } // namespace imagemath
 namespace resultclickinfo {
 struct DisplayFacts;
@@ -142,8 +141,9 @@ protected:
     QString currentClickB() const;
     bool bothAssociated(const QString &clickA, const QString &clickB) const;
     void showInvalidSelection();
-    imagemath::Operand operandOf(const QString &click) const;
-    void showOperands(const imagemath::Request &request, const imagemath::Outcome &prepared);
+    imagemath::Operand operandOf(const QString &click, const CVXSDataset *own) const;
+    void showOperand(const CILImage &image);
+    void showOperands(const imagemath::Outcome &prepared);
     void showResult();
     bool takesImage(int slot, CILImage *image);
     void announceColorRange(void (CVXSImageMathWnd::*signal)());

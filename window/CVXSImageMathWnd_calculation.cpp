@@ -32,19 +32,24 @@ void CVXSImageMathWnd::calculateResultImage()
     const bool flatFieldA = m_pDatasetA && m_pDatasetA->isLuminFlatFieldCorrected();
     const bool flatFieldB = m_pDatasetB && m_pDatasetB->isLuminFlatFieldCorrected();
     imagemath::Request request;
-    request.a = operandOf(clickA);
-    request.b = operandOf(clickB);
+    request.a = operandOf(clickA, m_pDatasetA);
+    request.b = operandOf(clickB, m_pDatasetB);
     request.unit = m_pSequence->getActiveUnit();
-    request.formula = imagemath::formulaAt(m_pOperationCB->currentIndex());
-    request.k = m_kValue;
-    const imagemath::Images images{m_imageA, m_imageB, m_resultImage};
+    imagemath::Steps steps;
+    steps.operandFetched = [this](const imagemath::Outcome &, const CILImage &image) {
+        showOperand(image);
+        return true;
+    };
+    steps.operandsReady = [&](const imagemath::Outcome &prepared) {
+        showOperands(prepared);
+        restoreFlatField(m_pDatasetA, flatFieldA);
+        restoreFlatField(m_pDatasetB, flatFieldB);
+        request.formula = imagemath::formulaAt(m_pOperationCB->currentIndex());
+        request.k = m_kValue;
+        return viewImage(SLOT_A) && viewImage(SLOT_B);
+    };
     const imagemath::Outcome outcome =
-        imagemath::compute(request, images, m_tissueMask, [&](const imagemath::Outcome &prepared) {
-            showOperands(request, prepared);
-            restoreFlatField(m_pDatasetA, flatFieldA);
-            restoreFlatField(m_pDatasetB, flatFieldB);
-            return viewImage(SLOT_A) && viewImage(SLOT_B);
-        });
+        imagemath::compute(request, {m_imageA, m_imageB, m_resultImage}, m_tissueMask, steps);
     m_resultRecord = outcome.record;
 
     if (m_bCannotCombine) {
@@ -73,26 +78,32 @@ void CVXSImageMathWnd::showInvalidSelection()
         setViewImage(slot, nullptr);
     m_pDisplayBtn->setEnabled(false);
     imagemath::logLine(QStringLiteral("One or more dataset(s) is/are invalid..."));
-    m_messages = QStringList{tr("Need two images.")};
+    m_messages = imagemath::messageOf(imagemath::Combination::MissingImage);
     m_pResultTag->setStringList(m_messages);
     showWhatIsSet();
 }
 
-// A click without a luminescent image takes part as no dataset.
-imagemath::Operand CVXSImageMathWnd::operandOf(const QString &click) const
+// A click without a luminescent image takes part as no dataset. Whose flat field goes with radiance is for
+// the window's own dataset to say, which is that of the click.
+imagemath::Operand CVXSImageMathWnd::operandOf(const QString &click, const CVXSDataset *own) const
 {
     if (!clickHasImage(click, EIMAGE_LUMINESCENT))
         return {};
     CVXSDataset *dataset = m_pSequence->getDataset(click);
-    return {dataset, imagemath::correctionsFor(*dataset)};
+    return {dataset,
+            own == dataset ? imagemath::correctionsFor(*dataset) : imagemath::correctionsOf(*dataset)};
 }
 
-void CVXSImageMathWnd::showOperands(const imagemath::Request &request, const imagemath::Outcome &prepared)
+void CVXSImageMathWnd::showOperand(const CILImage &image)
 {
-    if (request.a.dataset && !takesImage(SLOT_A, &m_imageA))
-        imagemath::logLine(QStringLiteral("Image A could not be replaced."));
-    if (request.b.dataset && !takesImage(SLOT_B, &m_imageB))
-        imagemath::logLine(QStringLiteral("Image B could not be replaced."));
+    const bool isA = &image == &m_imageA;
+    if (!takesImage(isA ? SLOT_A : SLOT_B, isA ? &m_imageA : &m_imageB))
+        imagemath::logLine(isA ? QStringLiteral("Image A could not be replaced.")
+                               : QStringLiteral("Image B could not be replaced."));
+}
+
+void CVXSImageMathWnd::showOperands(const imagemath::Outcome &prepared)
+{
     m_bCannotCombine = prepared.combination != imagemath::Combination::Possible;
     m_messages += imagemath::messageOf(prepared.combination);
     m_pDisplayBtn->setEnabled(!m_bCannotCombine);

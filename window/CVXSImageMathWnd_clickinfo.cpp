@@ -27,8 +27,13 @@ public:
     ESTATUS prepareFolder(const QString &, QString *folder, QString *) override
     {
         const ESTATUS status = m_window.prepareResultFolder();
-        *folder = m_folder;
+        if (status == ESTATUS_SUCCESS)
+            *folder = m_folder;
         return status;
+    }
+    QString folderOf(const QString &clickNumber) const override
+    {
+        return ProgramDataPlace::folderNamed(clickNumber);
     }
 
 private:

@@ -153,7 +153,7 @@ ESTATUS CVXSImageMathWnd::prepareResultFolder()
     QString reason;
     const ESTATUS status = ProgramDataPlace::empty(m_resultClickNumber, &reason);
     if (status == ESTATUS_SUCCESS)
-        m_resultFolderPath = ProgramDataPlace::folderOf(m_resultClickNumber) + QLatin1Char('/');
+        m_resultFolderPath = ProgramDataPlace::folderNamed(m_resultClickNumber) + QLatin1Char('/');
     else
         imagemath::logLine(reason);
     return status;

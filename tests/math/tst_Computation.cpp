@@ -45,6 +45,8 @@ private Q_SLOTS:
     void theCallerSeesTheOperandsFirst();
     void aCallerWhoRefusesLeavesTheResult();
     void theFinerOperandIsBinnedDown();
+    void eachOperandIsSeenBeforeTheNextAndBeforeItIsBinned();
+    void whoSeesAProblemMayEndIt();
     void correctionsForAComparison_data();
     void correctionsForAComparison();
     void correctionsAreSwitchedAsAsked();
@@ -55,6 +57,7 @@ private Q_SLOTS:
     void anUnreadablePhotographMasksNothing();
 
 private:
+    using OperandsReady = std::function<bool(const Outcome &)>;
     Outcome compute(const QString &formula, const OperandsReady &ready = {});
     void add(const ClickSpec &a, const ClickSpec &b);
 
@@ -89,7 +92,9 @@ void tst_Computation::add(const ClickSpec &a, const ClickSpec &b)
 Outcome tst_Computation::compute(const QString &formula, const OperandsReady &ready)
 {
     m_request.formula = formulaNamed(formula);
-    return imagemath::compute(m_request, {m_a, m_b, m_result}, m_masks, ready);
+    Steps steps;
+    steps.operandsReady = ready;
+    return imagemath::compute(m_request, {m_a, m_b, m_result}, m_masks, steps);
 }
 
 void tst_Computation::everyFormulaGivesItsResultAndItsRecord_data()
@@ -222,6 +227,46 @@ void tst_Computation::theFinerOperandIsBinnedDown()
     QCOMPARE(int(m_result.getWidth()), 16);
     QCOMPARE(m_result.binningFactor(), 8.0f);
     QCOMPARE(m_a.binningFactor(), 8.0f);
+}
+
+void tst_Computation::eachOperandIsSeenBeforeTheNextAndBeforeItIsBinned()
+{
+    ClickSpec b = specOf(B, 100.0f);
+    b.width = b.height = 16;
+    b.binning = 8.0f;
+    add(specOf(A, 300.0f), b);
+    m_request.formula = formulaNamed("A - B * k");
+    QStringList seen;
+    Steps steps;
+    steps.operandFetched = [&](const Outcome &, const CILImage &image) {
+        seen << QString("%1 %2, B %3")
+                    .arg(&image == &m_a ? "A" : "B")
+                    .arg(image.getWidth())
+                    .arg(m_b.getWidth());
+        return true;
+    };
+    steps.operandsReady = [&](const Outcome &) {
+        seen << QString("both, A %1").arg(m_a.getWidth());
+        return true;
+    };
+    imagemath::compute(m_request, {m_a, m_b, m_result}, m_masks, steps);
+    QCOMPARE(seen, (QStringList{"A 32, B 0", "B 16, B 16", "both, A 16"}));
+}
+
+void tst_Computation::whoSeesAProblemMayEndIt()
+{
+    ClickSpec a = specOf(A, 300.0f);
+    a.luminescentKeys.insert(clickinfo::KEY_EXPOSURE, QString());
+    add(a, specOf(B, 100.0f));
+    m_request.unit = EUNIT_RADIANCE;
+    m_request.formula = formulaNamed("A - B * k");
+    bool isReady = false;
+    Steps steps;
+    steps.operandFetched = [](const Outcome &so, const CILImage &) { return so.problems.isEmpty(); };
+    steps.operandsReady = [&](const Outcome &) { return isReady = true; };
+    const Outcome made = imagemath::compute(m_request, {m_a, m_b, m_result}, m_masks, steps);
+    QCOMPARE(made.problems.size(), 1);
+    QVERIFY(m_b.isEmpty() && !isReady);
 }
 
 void tst_Computation::correctionsForAComparison_data()

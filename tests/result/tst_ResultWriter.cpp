@@ -148,11 +148,11 @@ void tst_ResultWriter::aFailureLeavesNothing_data()
     QTest::newRow("B's ClickInfo.txt is damaged")
         << B << "ClickInfo.txt" << true << int(ESTATUS_IMAGING_ANGLES) << "ClickInfo.txt";
     QTest::newRow("A's image is gone")
-        << A << "luminescent.tif" << false << int(ESTATUS_NOT_COMPLETE) << "luminescentA.TIF";
+        << A << "luminescent.tif" << false << int(ESTATUS_NOT_COMPLETE) << A + "/luminescent.tif";
     QTest::newRow("B's image is gone")
-        << B << "luminescent.tif" << false << int(ESTATUS_NOT_COMPLETE) << "luminescentB.TIF";
+        << B << "luminescent.tif" << false << int(ESTATUS_NOT_COMPLETE) << B + "/luminescent.tif";
     QTest::newRow("the photograph is gone")
-        << B << "photograph.tif" << false << int(ESTATUS_NOT_COMPLETE) << "photograph.tif";
+        << B << "photograph.tif" << false << int(ESTATUS_NOT_COMPLETE) << B + "/photograph.tif";
 }
 
 void tst_ResultWriter::aFailureLeavesNothing()
