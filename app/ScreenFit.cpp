@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/ScreenFit.h"
 
-#include "host/vxapi/view/windows/KeepInSight.h"
+#include "host/vxapi/view/canvas/KeepInSight.h"
 
 #include <QGuiApplication>
 #include <QScreen>

@@ -36,11 +36,14 @@ void streamingPart(const float *a, const float *b, float k, float *r, std::size_
 
 void fusedPassTwoThreadsStreaming(const float *a, const float *b, float k, float *r, std::size_t n)
 {
-    tbb::parallel_for(0, 2, [&](int part) {
-        const std::size_t begin = n / 2 / 16 * 16 * std::size_t(part);
-        const std::size_t end = part == 1 ? n : n / 2 / 16 * 16;
-        streamingPart(a + begin, b + begin, k, r + begin, end - begin);
-    });
+    tbb::parallel_for(
+        0, 2,
+        [&](int part) {
+            const std::size_t begin = n / 2 / 16 * 16 * std::size_t(part);
+            const std::size_t end = part == 1 ? n : n / 2 / 16 * 16;
+            streamingPart(a + begin, b + begin, k, r + begin, end - begin);
+        },
+        tbb::static_partitioner()); // a half for each thread, never both for one
 }
 
 } // namespace yardstick

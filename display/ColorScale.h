@@ -11,8 +11,8 @@ class CVXSDataset;
 /// Colour-scale limits: which values the first and the last colour of a table stand for.
 ///
 ///     colorscale::Limits limits = colorscale::united(colorscale::fullRange(a), colorscale::fullRange(b));
-///     if (colorscale::extendedAutoRange(result, &datasetA, unitKey(EUNIT_RADIANCE), &limits) ==
-///     ESTATUS_SUCCESS)
+///     const QString unit = unitKey(EUNIT_RADIANCE);
+///     if (colorscale::extendedAutoRange(result, &datasetA, unit, &limits) == ESTATUS_SUCCESS)
 ///         palette.SetImageMinMax(limits.min, limits.max); // in the unit of the pixels
 ///     image.setPalette(palette);
 ///

@@ -9,6 +9,8 @@ constexpr std::array<const char *, EUNIT_COUNT> DisplayUnitNames{
     DISPLAY_UNITS[EUNIT_COUNTS].key, DISPLAY_UNITS[EUNIT_RADIANCE].key,
     DISPLAY_UNITS[EUNIT_RADIANT_EFFICIENCY].key, DISPLAY_UNITS[EUNIT_EFFICIENCY].key};
 
+static_assert(DisplayUnitNames.size() == 4, "a unit of the table is missing here");
+
 inline QString displayUnitName(tag_edisplayunit unit)
 {
     return unitKey(unit);

@@ -17,14 +17,14 @@ using namespace clickinfo;
 
 namespace {
 
-struct SConstant
+struct Constant
 {
     QLatin1String section;
     QLatin1String key;
 };
 
 // Everything of ClickInfo that decides about a calibrated image or a formula.
-constexpr SConstant CONSTANTS[] = {
+constexpr Constant CONSTANTS[] = {
     {SECTION_CAMERA, KEY_GAIN},
     {SECTION_CAMERA, KEY_QUANTUM_EFFICIENCY},
     {SECTION_CAMERA, KEY_PIXEL_PITCH},
@@ -44,7 +44,7 @@ constexpr SConstant CONSTANTS[] = {
 };
 
 /// The constants of one section as texts.
-struct SSectionConstants
+struct SectionConstants
 {
     QString section;
     QVector<QPair<QString, QString>> keys; ///< key, and "section/key"
@@ -55,11 +55,11 @@ QString pathOf(QLatin1String section, QLatin1String key)
     return section + QLatin1Char('/') + key;
 }
 
-SSectionConstants constantsOf(QLatin1String section)
+SectionConstants constantsOf(QLatin1String section)
 {
-    SSectionConstants found;
+    SectionConstants found;
     found.section = section;
-    for (const SConstant &constant : CONSTANTS) {
+    for (const Constant &constant : CONSTANTS) {
         if (found.section == QLatin1String(constant.section))
             found.keys.append({constant.key, pathOf(section, constant.key)});
     }
@@ -82,7 +82,7 @@ imagemath::OperandRecord imagemath::recordOf(const CVXSDataset &dataset)
     record.fluorescenceBackgroundSubtracted = dataset.isLuminFLBkgSubtracted();
 
     // This runs at every computation: each section is looked up once, and no text is made.
-    const auto note = [&](const SSectionConstants &wanted) {
+    const auto note = [&](const SectionConstants &wanted) {
         const CPLSection *section = (*dataset.getClickInfo())[wanted.section];
         for (const auto &[key, path] : wanted.keys) {
             QString value;
@@ -90,9 +90,9 @@ imagemath::OperandRecord imagemath::recordOf(const CVXSDataset &dataset)
                 record.constants.insert(path, value);
         }
     };
-    static const SSectionConstants camera = constantsOf(SECTION_CAMERA);
-    static const SSectionConstants luminescent = constantsOf(SECTION_LUMINESCENT);
-    static const SSectionConstants graph = constantsOf(SECTION_GRAPH_CONTROLS);
+    static const SectionConstants camera = constantsOf(SECTION_CAMERA);
+    static const SectionConstants luminescent = constantsOf(SECTION_LUMINESCENT);
+    static const SectionConstants graph = constantsOf(SECTION_GRAPH_CONTROLS);
     static const QString isResult = pathOf(SECTION_LUMINESCENT, KEY_MATH_OPERATION);
     note(camera);
     note(luminescent);

@@ -7,9 +7,9 @@
 
 /// What stands under and between the images of the view, and where.
 ///
-///     imagemath::ColumnLayout layout{0.0f, 0.0f, 300.0f, 200.0f,
-///     imagemath::ColumnLayout::borderFor(200.0f)}; tag.setPosition(layout.tagLeft(tagWidth),
-///     layout.belowFirst()); // under image A, centred
+///     const int border = imagemath::ColumnLayout::borderFor(200.0f);
+///     const imagemath::ColumnLayout layout{0.0f, 0.0f, 300.0f, 200.0f, border};
+///     tag.setPosition(layout.tagLeft(tagWidth), layout.belowFirst()); // under image A, centred
 ///
 /// Everything is in the object units of the view, y downwards, and nothing depends on its pixels on the
 /// screen.

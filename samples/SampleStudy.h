@@ -45,8 +45,8 @@ constexpr QLatin1String TRUTH_B("truth-b.tif");
 // Keys of the truth file's section "Main Job".
 constexpr QLatin1String SECTION_MAIN_JOB("Main Job");
 constexpr QLatin1String KEY_TRUE_K("True k");
-constexpr QLatin1String
-    KEY_MEAN_VARIANCE("Mean Variance of A - B * k"); ///< [counts^2], from the camera's noise
+/// [counts^2], from the camera's noise
+constexpr QLatin1String KEY_MEAN_VARIANCE("Mean Variance of A - B * k");
 
 /// Makes the study in `folder` (created when missing): the sequence's folder, saved by the host's own
 /// writers, and the truth beside it. Every byte follows from the seed. On failure a status, and `error` names

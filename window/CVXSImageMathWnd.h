@@ -44,10 +44,9 @@ struct Request;
 ///     auto *window = new CVXSImageMathWnd(parent);
 ///     if (window->bindToSequence("AB20240511101000_SEQ")) // a sequence that is open
 ///         window->show();
+///     // The host's answer is read when the signal returns: connect it directly.
 ///     connect(window, SIGNAL(signalLoadImageMathReuslt(QString, bool, ESTATUS *, downloaded_save_data *)),
-///     host,
-///             SLOT(onLoadFile(QString, bool, ESTATUS *, downloaded_save_data *))); // directly: the status
-///             is read at once
+///             host, SLOT(onLoadFile(QString, bool, ESTATUS *, downloaded_save_data *)));
 ///
 /// The members read the widgets, call the free functions of math/, display/ and result/, and show the
 /// outcome; their bodies stand in a file for each subject. Everything runs on the user-interface thread, in

@@ -5,9 +5,9 @@
 #include "app/provenance/VerdictStrip.h"
 #include "check/StoredRecord.h"
 #include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/view/canvas/KeepInSight.h"
 #include "host/vxapi/view/windows/CVXSChildWindow.h"
 #include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
-#include "host/vxapi/view/windows/KeepInSight.h"
 #include "host/vxutils/CVXPreference.h"
 #include "host/vxutils/CVXSLog.h"
 

@@ -274,11 +274,11 @@ void CILImage::Threshold(float t, CILImage &target) const
     try {
         // The bytes are written when they are first read: arithmetic that follows compares as it goes.
         il::Source source = PixelStore::sourceOf(m_pixels);
-        if (source.isAbove) { // of a threshold that waits itself
+        if (source.isThresholded) { // of a threshold that waits itself
             m_pixels->data();
             source = {m_pixels, false, 0.0f};
         }
-        source.isAbove = true;
+        source.isThresholded = true;
         source.t = t;
         const bool exposed = m_pixels->isExposed();
         target.m_pixels = PixelStore::deferred(VXS_MASK, getWidth(), getHeight(), {std::move(source), {}});

@@ -19,7 +19,7 @@
 ///   the image empty (0 x 0) and says why through setMessageHandler(): an empty picture is seen, a
 ///   silently wrong number is not.
 /// - Statistics (extremes, automatic range, Otsu's threshold) skip pixels that are not finite.
-/// - The classes are for one thread. An operation may use several inside (Parallel.h) and returns when it
+/// - The classes are for one thread. An operation may use several inside (base/Parallel.h) and returns when it
 ///   is done; results do not depend on how many.
 ///
 /// The room knows nothing of Qt. A path is the file system's own bytes, and a name that is no valid text

@@ -25,7 +25,7 @@ constexpr std::size_t STREAM_FROM_BYTES = std::size_t(12) << 20;
 
 } // namespace
 
-EvaluationPlan::Input::Input(const Source &source) : isAbove(source.isAbove), t(source.t)
+EvaluationPlan::Input::Input(const Source &source) : isThresholded(source.isThresholded), t(source.t)
 {
     if (!source.store)
         return;
@@ -42,7 +42,7 @@ const float *EvaluationPlan::Input::read(const BlockKernels &kernels, std::size_
         values = static_cast<const float *>(pixels) + i;
     else
         toFloat(static_cast<const char *>(pixels) + i * bytesPerPixel(type), type, scratch, n);
-    if (!isAbove)
+    if (!isThresholded)
         return values;
     kernels.above(values, t, scratch, n);
     return scratch;

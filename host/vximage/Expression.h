@@ -18,7 +18,7 @@ struct BlockKernels;
 struct Source
 {
     std::shared_ptr<PixelStore> store;
-    bool isAbove = false;
+    bool isThresholded = false;
     float t = 0.0f;
 };
 
@@ -69,7 +69,7 @@ private:
     {
         const void *pixels = nullptr;
         VXSDataTypes type = VXS_FLOAT;
-        bool isAbove = false;
+        bool isThresholded = false;
         float t = 0.0f;
 
         explicit Input(const Source &source);

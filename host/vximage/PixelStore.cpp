@@ -117,7 +117,7 @@ void *PixelStore::evaluated(bool withStatistics)
 bool PixelStore::takeBufferOfOperand()
 {
     const auto gives = [](const Source &source) {
-        return source.store && !source.isAbove && source.store.use_count() == 1 &&
+        return source.store && !source.isThresholded && source.store.use_count() == 1 &&
                source.store->m_type == VXS_FLOAT && source.store->m_state == State::Ready &&
                !source.store->m_exposed;
     };
@@ -161,7 +161,7 @@ Statistics PixelStore::statistics()
     if (m_state == State::Pending) {
         // Integers that are about to be read as floats have the same extremes, which may be known already.
         const Source &base = m_expression.base;
-        if (m_expression.steps.empty() && !base.isAbove && isSmallInteger(base.store->type())) {
+        if (m_expression.steps.empty() && !base.isThresholded && isSmallInteger(base.store->type())) {
             m_statistics = base.store->statistics();
             return *m_statistics;
         }
@@ -236,7 +236,7 @@ Source PixelStore::sourceOf(const StorePtr &store)
 
 StorePtr PixelStore::readable(const StorePtr &store)
 {
-    if (store->isPending() && store->m_expression.steps.empty() && !store->m_expression.base.isAbove &&
+    if (store->isPending() && store->m_expression.steps.empty() && !store->m_expression.base.isThresholded &&
         isSmallInteger(store->m_expression.base.store->type()))
         return store->m_expression.base.store;
     store->data();

@@ -6,7 +6,7 @@
 /// deleteFolderTree.h, writeWhole.h).
 ///
 ///     if (!CVXUtilityFns::isSafeFileName(clickNumber)) {        // it came from a file
-///         vxLog(3, "The dataset was not opened", clickNumber, int(ESTATUS_BAD_NAME));
+///         vxLog(ELOG_FAILURE, "The dataset was not opened", clickNumber, int(ESTATUS_BAD_NAME));
 ///         return ESTATUS_BAD_NAME;
 ///     }
 ///     const QString folder = CVXPreference::getProgramDataPath() + "/" + clickNumber;
@@ -83,7 +83,7 @@ private:
 /// The one log of the process; never null.
 VXUTILS_EXPORT CVXSLog *getLogObject();
 
-/// A line of the host's own, with the present time as stamp: the file or object
-/// concerned as detail, a status code or 0 as number.
+/// A line of the host's own, with the present time as stamp: the file or object concerned as detail, a status
+/// code or 0 as number.
 VXUTILS_EXPORT void vxLog(ELOGLEVEL level, const QString &message, const QString &detail = QString(),
                           int number = 0);

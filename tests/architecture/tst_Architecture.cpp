@@ -98,19 +98,20 @@ QMap<QString, QStringList> hostArrows()
 // Whom any room may include, besides itself.
 QMap<QString, QStringList> arrows()
 {
+    const QString canvas = QStringLiteral("host/vxapi/view/canvas");
     const QString windows = QStringLiteral("host/vxapi/view/windows");
     QMap<QString, QStringList> all = hostArrows();
     all.insert("math", MODEL);
     all.insert("display", MODEL);
     all.insert("result", QStringList{"display", "math"} + MODEL);
-    all.insert("check", QStringList{"math", "result"} + MODEL);
+    all.insert("check", QStringList{"math"} + MODEL);
     all.insert("window", QStringList{"math", "display", "result", "host/vxapi/view/canvas", windows} + MODEL);
     all.insert("plugin", QStringList{"window", "host/vxapi/plugin", windows} + MODEL);
     all.insert("app/datasets", QStringList{windows} + MODEL);
     all.insert("app/import", MODEL);
-    all.insert("app/provenance", QStringList{"app/datasets", "check", windows} + MODEL);
+    all.insert("app/provenance", QStringList{"app/datasets", "check", canvas, windows} + MODEL);
     all.insert("app/menus", QStringList{"app/datasets", "app/import", windows} + MODEL);
-    all.insert("app", APP + QStringList{"host/vxapi/plugin", windows} + MODEL);
+    all.insert("app", APP + QStringList{"host/vxapi/plugin", canvas, windows} + MODEL);
     all.insert("samples", MODEL);
     all.insert("tour", APP + VIEW + QStringList{"check", "math", "samples"} + MODEL);
     all.insert("bench", QStringList{"display", "math", "tests/support", "window"} + MODEL);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 #include "host/vxapi/model/clickinfo/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/ConstantRanges.h"
 #include "host/vxapi/model/CROIManager.h"
 #include "host/vxapi/model/CRoiMeasurementManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
@@ -94,8 +95,8 @@ ESTATUS CVXSDataset::Private::imagesToMeasure(const CVXSDataset &dataset, Measur
     measured->pixelSize = dataset.getFOVForImage(EIMAGE_LUMINESCENT) / measured->calibrated.getWidth();
     if (!(measured->pixelSize > 0.0)) {
         *error = tr("%1: its ROIs cannot be measured: \"%2\" of the luminescent image is missing or not a "
-                    "number above 0")
-                     .arg(name, KEY_FOV);
+                    "number %3")
+                     .arg(name, KEY_FOV, constantRange(KEY_FOV).text());
         return ESTATUS_BAD_VALUE;
     }
     if (unit == EUNIT_COUNTS) {

@@ -10,18 +10,6 @@ struct Texts
     Q_DECLARE_TR_FUNCTIONS(DisplayUnits)
 };
 
-// For the extraction of texts to be translated; the table has them.
-[[maybe_unused]] constexpr const char *TRANSLATED[] = {
-    QT_TRANSLATE_NOOP("DisplayUnits", "Counts"),
-    QT_TRANSLATE_NOOP("DisplayUnits", "Radiance (Photons)"),
-    QT_TRANSLATE_NOOP("DisplayUnits", "Radiant Efficiency"),
-    QT_TRANSLATE_NOOP("DisplayUnits", "Efficiency"),
-    QT_TRANSLATE_NOOP("DisplayUnits", "Total counts"),
-    QT_TRANSLATE_NOOP("DisplayUnits", "Total flux"),
-    QT_TRANSLATE_NOOP("DisplayUnits", "Total radiant efficiency"),
-    QT_TRANSLATE_NOOP("DisplayUnits", "Total efficiency"),
-};
-
 constexpr DisplayUnit NO_UNIT{"", "", "", "", ""};
 
 const DisplayUnit &of(tag_edisplayunit unit)

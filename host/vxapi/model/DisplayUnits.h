@@ -34,11 +34,14 @@ struct DisplayUnit
 
 /// Indexed by tag_edisplayunit.
 constexpr std::array<DisplayUnit, EUNIT_COUNT> DISPLAY_UNITS{{
-    {"counts", "Counts", "counts", "Total counts", ""},
-    {"Radiance (Photons)", "Radiance (Photons)", "p/s/cm²/sr", "Total flux", "p/s"},
-    {"Radiant Efficiency", "Radiant Efficiency", "(p/s/cm²/sr)/(µW/cm²)", "Total radiant efficiency",
-     "(p/s)/(µW/cm²)"},
-    {"efficiency", "Efficiency", "", "Total efficiency", "cm²"},
+    {"counts", QT_TRANSLATE_NOOP("DisplayUnits", "Counts"), "counts",
+     QT_TRANSLATE_NOOP("DisplayUnits", "Total counts"), ""},
+    {"Radiance (Photons)", QT_TRANSLATE_NOOP("DisplayUnits", "Radiance (Photons)"), "p/s/cm²/sr",
+     QT_TRANSLATE_NOOP("DisplayUnits", "Total flux"), "p/s"},
+    {"Radiant Efficiency", QT_TRANSLATE_NOOP("DisplayUnits", "Radiant Efficiency"), "(p/s/cm²/sr)/(µW/cm²)",
+     QT_TRANSLATE_NOOP("DisplayUnits", "Total radiant efficiency"), "(p/s)/(µW/cm²)"},
+    {"efficiency", QT_TRANSLATE_NOOP("DisplayUnits", "Efficiency"), "",
+     QT_TRANSLATE_NOOP("DisplayUnits", "Total efficiency"), "cm²"},
 }};
 
 /// The unit's key; empty for a number that is no unit, as of the other functions.

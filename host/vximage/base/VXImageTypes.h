@@ -42,8 +42,7 @@ enum EILSTATUS {
 /// tools pass them as numbers; every other code is refused.
 enum IL_RESAMPLEMODES {
     /// Area average: the mean of the old pixels from i * old / new to (i + 1) * old / new, each weighed by
-    /// how
-    /// much of it lies between. An axis that grows goes like IL_RESAMPLE_NEAREST_MASK.
+    /// how much of it lies between. An axis that grows goes like IL_RESAMPLE_NEAREST_MASK.
     IL_RESAMPLE_AREA = 1,
     /// Software binning: the mean of the old pixels i * f to i * f + f - 1, f = old / new truncated, what
     /// remains at the right and bottom edge dropped. An axis that grows goes like IL_RESAMPLE_NEAREST_MASK.

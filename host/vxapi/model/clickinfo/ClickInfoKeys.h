@@ -21,8 +21,8 @@ constexpr QLatin1String SECTION_USER_LABELS("User Label Name Set");
 constexpr QLatin1String SECTION_CAMERA("Camera System Info");
 constexpr QLatin1String SECTION_GRAPH_CONTROLS("Graph Controls");
 constexpr QLatin1String SECTION_ROIS("ROIs"); ///< of AnalyzedClickInfo.txt
-constexpr QLatin1String
-    SECTION_LUMINESCENT_A("luminescent A image"); ///< of a result's AnalyzedClickInfo.txt; "luminescentA.TIF"
+/// Of a result's AnalyzedClickInfo.txt; "luminescentA.TIF"
+constexpr QLatin1String SECTION_LUMINESCENT_A("luminescent A image");
 constexpr QLatin1String SECTION_LUMINESCENT_B("luminescent B image"); ///< "luminescentB.TIF"
 
 // --- "ClickNumber" ---
@@ -35,8 +35,8 @@ constexpr QLatin1String KEY_FOLDER_ON_DISK("Folder On Disk");
 constexpr QLatin1String KEY_ACQUISITION_DATE("Acquisition Date"); ///< ISO 8601
 constexpr QLatin1String KEY_BINNING("Binning Factor");            ///< sensor pixels a pixel, an axis
 constexpr QLatin1String KEY_FOV("Field of View");                 ///< width of the imaged field [cm]
-constexpr QLatin1String
-    KEY_IMPORTED_FROM("Imported From");             ///< name of the file that an image was imported from
+/// Name of the file that an image was imported from
+constexpr QLatin1String KEY_IMPORTED_FROM("Imported From");
 constexpr QLatin1String KEY_NOTE("Igor Wave Note"); ///< "key=value;" entries; the last pair of its section
 
 // --- "luminescent image" ---
@@ -48,20 +48,20 @@ constexpr QLatin1String KIND_TRANSILLUMINATION("transillumination");      ///< a
 constexpr QLatin1String KEY_EXPOSURE("Exposure Time");                    ///< t [s]
 constexpr QLatin1String KEY_FNUMBER("f Number");                          ///< N
 constexpr QLatin1String KEY_TRANSMISSION("Lens and Filter Transmission"); ///< T
-constexpr QLatin1String
-    KEY_EXCITATION_IRRADIANCE("Excitation Irradiance");                ///< [uW/cm^2]; for radiant efficiency
+/// [uW/cm^2]; for radiant efficiency
+constexpr QLatin1String KEY_EXCITATION_IRRADIANCE("Excitation Irradiance");
 constexpr QLatin1String KEY_BOTTOM_POWER("Bottom Illumination Power"); ///< [mW]; absent or not above 0: none
 constexpr QLatin1String KEY_FLUORESCENCE_LEVEL("Fluorescence level string"); ///< "High", "Low", ...
 constexpr QLatin1String KEY_IMAGING_ANGLE("Imaging Angle");         ///< [degrees] or a name such as "Left"
 constexpr QLatin1String KEY_EXCITATION_FILTER("Excitation Filter"); ///< centre wavelength [nm]
 constexpr QLatin1String KEY_EMISSION_FILTER("Emission Filter");     ///< centre wavelength [nm]
-constexpr QLatin1String
-    KEY_BACKGROUND_CORRECTED("Background Corrected"); ///< "1": subtracted already in the stored pixels
-constexpr QLatin1String
-    KEY_FLATFIELD_CORRECTED("Flat Field Corrected"); ///< "1": corrected already in the stored pixels
+/// "1": subtracted already in the stored pixels
+constexpr QLatin1String KEY_BACKGROUND_CORRECTED("Background Corrected");
+/// "1": corrected already in the stored pixels
+constexpr QLatin1String KEY_FLATFIELD_CORRECTED("Flat Field Corrected");
 constexpr QLatin1String KEY_FL_BACKGROUND_CORRECTED("FL Background Corrected");
-constexpr QLatin1String
-    KEY_MATH_OPERATION("Image Math Operation");     ///< its presence marks a result of image math
+/// Its presence marks a result of image math
+constexpr QLatin1String KEY_MATH_OPERATION("Image Math Operation");
 constexpr QLatin1String KEY_MATH_K("Image Math k"); ///< as it was typed or shown
 constexpr QLatin1String KEY_MATH_A("Image Math A ClickNumber");
 constexpr QLatin1String KEY_MATH_B("Image Math B ClickNumber");
@@ -75,10 +75,10 @@ constexpr QLatin1String KEY_MAGNIFICATION("Magnification");           ///< m, im
 constexpr QLatin1String KEY_CAMERA_NAME("Camera");
 
 // --- "Graph Controls" ---
-constexpr QLatin1String
-    KEY_INTENSITY_CALIBRATION("Intensity Calibration"); ///< unit key; of a result: the unit of its pixels
-constexpr QLatin1String KEY_REVERSED("Reversed");       ///< "0" or "1"
-constexpr QLatin1String KEY_COLOR_TABLE("Color Table"); ///< name of the colour table
+/// unit key; of a result: the unit of its pixels
+constexpr QLatin1String KEY_INTENSITY_CALIBRATION("Intensity Calibration");
+constexpr QLatin1String KEY_REVERSED("Reversed");               ///< "0" or "1"
+constexpr QLatin1String KEY_COLOR_TABLE("Color Table");         ///< name of the colour table
 constexpr QLatin1String KEY_COLOR_TABLE_LOG("ColorTableIsLog"); ///< "0" or "1"
 constexpr QLatin1String KEY_COLOR_TABLE_MIN("Color Table Min");
 constexpr QLatin1String KEY_COLOR_TABLE_MAX("Color Table Max");
@@ -106,8 +106,8 @@ constexpr QLatin1String SECTION_SEQUENCE("Sequence");            ///< its name i
 constexpr QLatin1String SECTION_SEQUENCE_CLICKS("ClickNumbers"); ///< one pair "Click" a dataset, in order
 constexpr QLatin1String KEY_CLICK("Click");
 constexpr QLatin1String KEY_ACTIVE_UNIT("Active Unit"); ///< unit key
-constexpr QLatin1String
-    KEY_TRANSILLUM_OVERVIEW("Transillumination Overview");  ///< "1": computed overview of a raster
+/// "1": computed overview of a raster
+constexpr QLatin1String KEY_TRANSILLUM_OVERVIEW("Transillumination Overview");
 constexpr QLatin1String KEY_3D_SCENE_ONLY("3D Scene Only"); ///< "1": holds only a 3D scene
 
 // --- file names ---

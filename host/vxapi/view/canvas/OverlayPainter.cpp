@@ -2,6 +2,7 @@
 #include "host/vxapi/view/canvas/OverlayPainter.h"
 
 #include "host/vxapi/view/canvas/ColorbarPainter.h"
+#include "host/vxapi/view/canvas/KeepInSight.h"
 #include "host/vxapi/view/canvas/ViewDecoration.h"
 
 #include <algorithm>
@@ -12,11 +13,9 @@
 namespace {
 
 /// The rectangle moved into the picture as far as it fits.
-QRectF movedInside(QRectF rect, const QSizeF &picture)
+QRectF movedInside(const QRectF &rect, const QSizeF &picture)
 {
-    rect.moveLeft(std::max(0.0, std::min(rect.left(), picture.width() - rect.width())));
-    rect.moveTop(std::max(0.0, std::min(rect.top(), picture.height() - rect.height())));
-    return rect;
+    return {placeInSight(rect.topLeft(), rect.size(), QRectF(QPointF(), picture)), rect.size()};
 }
 
 void paintFrames(QPainter &painter, const OverlayContent &content)

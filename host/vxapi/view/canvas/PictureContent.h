@@ -24,8 +24,7 @@ struct PictureItem
 };
 
 /// What both painters paint under the overlay. Every device pixel of a target shows the level's pixel at its
-/// centre: pixel
-/// ((2 x + 1) * level width) / (2 * target width), in whole numbers, and so for y. Hence both paint the same.
+/// centre: pixel ((2 x + 1) * level width) / (2 * target width), in whole numbers, and so for y. Hence both paint the same.
 struct PictureContent
 {
     QSize size; ///< device pixels

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
 
-#include "host/vxapi/view/windows/KeepInSight.h"
+#include "host/vxapi/view/canvas/KeepInSight.h"
 
 #include <QAction>
 #include <QMdiArea>

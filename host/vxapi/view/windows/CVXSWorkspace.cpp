@@ -3,10 +3,10 @@
 
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
+#include "host/vxapi/view/canvas/KeepInSight.h"
 #include "host/vxapi/view/windows/CVXSImageWindow.h"
 #include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
 #include "host/vxapi/view/windows/CVXSSequenceWindow.h"
-#include "host/vxapi/view/windows/KeepInSight.h"
 
 #include <QList>
 #include <QPointer>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "host/vxapi/view/windows/KeepInSight.h"
+#include "host/vxapi/view/canvas/KeepInSight.h"
 #include "tests/support/Rows.h"
 
 #include <QtTest>
