@@ -328,8 +328,10 @@ void tst_Architecture::theEngineHoldsNoWidget()
 {
     QFETCH(QString, room);
     QVERIFY(hasModule(QStringLiteral("QtWidgets"), QStringLiteral("QWidget")));
+    const QStringList files = filesUnder(room, SOURCES);
+    QVERIFY2(!files.isEmpty(), "the room has no sources");
     QStringList wrong;
-    for (const QString &reached : reachedFromAll(filesUnder(room, SOURCES))) {
+    for (const QString &reached : reachedFromAll(files)) {
         wrong += moduleIncludesOf(reached, QStringLiteral("QtWidgets"));
         for (const Include &include : includesOf(ROOT + QLatin1Char('/') + reached)) {
             if (include.name.startsWith(QLatin1String("ui_")))

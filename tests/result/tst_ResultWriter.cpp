@@ -45,7 +45,7 @@ private Q_SLOTS:
     void aFailureLeavesNothing();
     void otherAnglesAreRefusedUnlessAllowed();
     void aFolderWithSomethingElseStays();
-    void aNameThatAnotherProgramWritesIsWaitedFor();
+    void aNameThatIsFinishedMeanwhileIsLeftAlone();
 
 private:
     QString fileOf(const QString &click, const QString &name) const;
@@ -202,8 +202,8 @@ void tst_ResultWriter::aFolderWithSomethingElseStays()
              QStringList{"kept"});
 }
 
-// The other one has finished meanwhile: its name is not free any more, and its result is left alone.
-void tst_ResultWriter::aNameThatAnotherProgramWritesIsWaitedFor()
+// Another program has finished a result of the chosen name: the name is not free any more.
+void tst_ResultWriter::aNameThatIsFinishedMeanwhileIsLeftAlone()
 {
     class OtherFinishes : public ProgramDataPlace
     {

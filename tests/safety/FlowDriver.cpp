@@ -36,7 +36,7 @@ int wrong(const QString &what)
 {
     say(QStringLiteral("WRONG ") + what);
     for (const LogEntry &entry : heard->entries()) {
-        if (entry.level >= 2)
+        if (entry.level >= ELOG_WARNING)
             say(QStringLiteral("log ") + entry.message + QLatin1Char(' ') + entry.detail);
     }
     return 1;

@@ -51,28 +51,28 @@ bool FlowFolder::copyTo(const FlowFolder &other) const
     return copyTree(m_path, other.m_path);
 }
 
-SFlowRun FlowFolder::look() const
+FlowRun FlowFolder::look() const
 {
     return run({QStringLiteral("look"), sequence()}, {});
 }
 
-SFlowRun FlowFolder::makeResult(const QStringList &arguments, const QMap<QString, QString> &environment) const
+FlowRun FlowFolder::makeResult(const QStringList &arguments, const QMap<QString, QString> &environment) const
 {
     return run(QStringList{QStringLiteral("result"), sequence()} + arguments, environment);
 }
 
-QList<SFlowRun> FlowFolder::makeResultsAtOnce(const QList<QStringList> &arguments) const
+QList<FlowRun> FlowFolder::makeResultsAtOnce(const QList<QStringList> &arguments) const
 {
     std::vector<std::unique_ptr<QProcess>> processes;
     for (const QStringList &one : arguments)
         processes.push_back(start(QStringList{QStringLiteral("result"), sequence()} + one, {}));
-    QList<SFlowRun> runs;
+    QList<FlowRun> runs;
     for (const auto &process : processes)
         runs += finish(process.get());
     return runs;
 }
 
-SFlowRun FlowFolder::run(const QStringList &arguments, const QMap<QString, QString> &environment) const
+FlowRun FlowFolder::run(const QStringList &arguments, const QMap<QString, QString> &environment) const
 {
     return finish(start(arguments, environment).get());
 }
@@ -96,9 +96,9 @@ std::unique_ptr<QProcess> FlowFolder::start(const QStringList &arguments,
     return process;
 }
 
-SFlowRun FlowFolder::finish(QProcess *process)
+FlowRun FlowFolder::finish(QProcess *process)
 {
-    SFlowRun run;
+    FlowRun run;
     // It may have ended while another one was waited for.
     if (process->state() != QProcess::NotRunning && !process->waitForFinished(MOST_TIME)) {
         process->kill();

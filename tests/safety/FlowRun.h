@@ -10,7 +10,7 @@
 #include <QStringList>
 
 /// What a run of safety-flow said.
-struct SFlowRun
+struct FlowRun
 {
     bool isFinished = false; ///< ended by itself with 0
     bool isKilled = false;   ///< ended by SIGKILL
@@ -35,17 +35,17 @@ public:
     bool make() const;
     bool copyTo(const FlowFolder &other) const;
 
-    SFlowRun look() const;
-    SFlowRun makeResult(const QStringList &arguments, const QMap<QString, QString> &environment = {}) const;
+    FlowRun look() const;
+    FlowRun makeResult(const QStringList &arguments, const QMap<QString, QString> &environment = {}) const;
 
     /// In two or more workspaces that run at the same time.
-    QList<SFlowRun> makeResultsAtOnce(const QList<QStringList> &arguments) const;
+    QList<FlowRun> makeResultsAtOnce(const QList<QStringList> &arguments) const;
 
 private:
     std::unique_ptr<QProcess> start(const QStringList &arguments,
                                     const QMap<QString, QString> &environment) const;
-    static SFlowRun finish(QProcess *process);
-    SFlowRun run(const QStringList &arguments, const QMap<QString, QString> &environment) const;
+    static FlowRun finish(QProcess *process);
+    FlowRun run(const QStringList &arguments, const QMap<QString, QString> &environment) const;
 
     QString m_path;
 };

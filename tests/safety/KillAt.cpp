@@ -25,7 +25,7 @@ namespace killat {
 
 namespace {
 
-struct SPlan
+struct Plan
 {
     std::vector<std::string> folders;
     long at = 0;
@@ -40,9 +40,9 @@ int openTrace(const char *path)
     return next(path, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644);
 }
 
-SPlan readPlan()
+Plan readPlan()
 {
-    SPlan plan;
+    Plan plan;
     const char *folders = std::getenv("KILL_AT_FOLDERS");
     std::string rest = folders ? folders : "";
     while (!rest.empty()) {
@@ -59,10 +59,10 @@ SPlan readPlan()
     return plan;
 }
 
-const SPlan &plan()
+const Plan &plan()
 {
     // Never destroyed: files are still closed while the program ends.
-    static const auto *read = new SPlan(readPlan());
+    static const auto *read = new Plan(readPlan());
     return *read;
 }
 

@@ -195,11 +195,11 @@ void tst_FailingFlows::twoWorkspacesAtTheSameMomentMakeTwoResults()
     QVERIFY(folder.make());
     for (int round = 0; round < 5; ++round) {
         const QStringList arguments = {CLICK_A, CLICK_B};
-        const QList<SFlowRun> both = folder.makeResultsAtOnce({arguments, arguments});
+        const QList<FlowRun> both = folder.makeResultsAtOnce({arguments, arguments});
         QVERIFY2(both.at(0).isFinished, qPrintable(both.at(0).output));
         QVERIFY2(both.at(1).isFinished, qPrintable(both.at(1).output));
         QVERIFY2(both.at(0).resultClick != both.at(1).resultClick, qPrintable(both.at(0).resultClick));
-        for (const SFlowRun &run : both)
+        for (const FlowRun &run : both)
             QCOMPARE(firstFaultOfResult(run.resultFolder, false), QString());
     }
     QCOMPARE(folder.look().known.size(), 10);

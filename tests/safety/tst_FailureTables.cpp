@@ -28,7 +28,7 @@ bool nothing(FailureBench &)
 }
 
 /// What happens to the files, what comes of the next press, and how the files come back.
-struct SFailure
+struct Failure
 {
     Step harm = nothing;
     QString message;      ///< of the flow; null when a result is made all the same
@@ -84,7 +84,7 @@ std::function<QString(const FailureBench &)> folderOf(const QString &click)
 
 } // namespace
 
-Q_DECLARE_METATYPE(SFailure)
+Q_DECLARE_METATYPE(Failure)
 
 /// What can go wrong between the press of the button and the shown result, done for real: what is said, what
 /// is left, and that the window goes on working.
@@ -120,7 +120,7 @@ void tst_FailureTables::cleanup()
 
 void tst_FailureTables::addFoldersAndPermissions()
 {
-    SFailure readOnly;
+    Failure readOnly;
     readOnly.harm = [](FailureBench &bench) {
         return QFile::setPermissions(bench.folder().data(), QFile::Permissions(0x5555));
     };
@@ -133,7 +133,7 @@ void tst_FailureTables::addFoldersAndPermissions()
     readOnly.asNobody = true;
     QTest::newRow("the program-data folder is read-only") << readOnly;
 
-    SFailure stuck;
+    Failure stuck;
     stuck.harm = [](FailureBench &bench) {
         const QString folder = bench.resultFolder(M);
         return QFile::setPermissions(bench.folder().data(), QFile::Permissions(0x7777)) &&
@@ -151,7 +151,7 @@ void tst_FailureTables::addFoldersAndPermissions()
     stuck.asNobody = true;
     QTest::newRow("a file in the result folder cannot be removed") << stuck;
 
-    SFailure gone;
+    Failure gone;
     gone.harm = [](FailureBench &bench) { return QDir(bench.folder().data()).removeRecursively(); };
     gone.next = N;
     QTest::newRow("the program-data folder was deleted while the program runs: it is made again") << gone;
@@ -160,7 +160,7 @@ void tst_FailureTables::addFoldersAndPermissions()
 void tst_FailureTables::addOperandFiles()
 {
     for (const QString &click : {CLICK_A, CLICK_B}) {
-        SFailure folder;
+        Failure folder;
         folder.harm = aside(folderOf(click));
         folder.message = CLICK_INFO_FAILED;
         folder.logged = QStringList{click + "/ClickInfo.txt", "there is no such file"};
@@ -170,7 +170,7 @@ void tst_FailureTables::addOperandFiles()
                                        : "the folder of operand B vanished")
             << folder;
 
-        SFailure damaged = folder;
+        Failure damaged = folder;
         const auto clickInfo = fileOf(click, "ClickInfo.txt");
         damaged.harm = replaced(clickInfo, "\x01\x02 this is not\n[a ClickInfo\n");
         damaged.repair = unreplaced(clickInfo);
@@ -179,7 +179,7 @@ void tst_FailureTables::addOperandFiles()
                                        : "the ClickInfo of operand B is damaged")
             << damaged;
 
-        SFailure empty = damaged;
+        Failure empty = damaged;
         empty.harm = replaced(clickInfo, "");
         empty.logged = QStringList{click + "/ClickInfo.txt", "it has no section \"luminescent image\""};
         QTest::newRow(click == CLICK_A ? "the ClickInfo of operand A has no section"
@@ -187,7 +187,7 @@ void tst_FailureTables::addOperandFiles()
             << empty;
     }
 
-    SFailure pixels;
+    Failure pixels;
     pixels.harm = aside(fileOf(CLICK_A, "luminescent.tif"));
     pixels.check = [](FailureBench &bench) {
         const QStringList files = hashesBelow(bench.resultFolder(M)).keys();
@@ -198,14 +198,14 @@ void tst_FailureTables::addOperandFiles()
     pixels.next = N;
     QTest::newRow("the image file of operand A vanished: the result is made without the copy") << pixels;
 
-    SFailure photograph;
+    Failure photograph;
     photograph.harm = aside(fileOf(CLICK_B, "photograph.tif"));
     photograph.message = LOADING_FAILED;
     photograph.logged = QStringList{M + "/ClickInfo.txt", "photograph.tif", "not there"};
     photograph.repair = back(fileOf(CLICK_B, "photograph.tif"));
     QTest::newRow("the photograph was deleted in between") << photograph;
 
-    SFailure analyzed;
+    Failure analyzed;
     analyzed.harm = replaced(fileOf(CLICK_A, "AnalyzedClickInfo.txt"), "\x01 damaged\n[");
     analyzed.logged = QStringList{CLICK_A + "/AnalyzedClickInfo.txt", "line "};
     analyzed.check = [](FailureBench &bench) {
@@ -219,7 +219,7 @@ void tst_FailureTables::addOperandFiles()
 
 void tst_FailureTables::addWhatIsInTheWay()
 {
-    SFailure file;
+    Failure file;
     file.harm = [](FailureBench &bench) {
         return writeFile(bench.folder().data() + '/' + M, "somebody's notes");
     };
@@ -232,7 +232,7 @@ void tst_FailureTables::addWhatIsInTheWay()
     file.repair = [](FailureBench &bench) { return QFile::remove(bench.folder().data() + '/' + M); };
     QTest::newRow("a file has the name of the result folder: it is left alone") << file;
 
-    SFailure sub;
+    Failure sub;
     sub.harm = [](FailureBench &bench) {
         return QDir().mkpath(bench.resultFolder(M) + "luminescent.tif/of the user") &&
                writeFile(bench.resultFolder(M) + "old.txt", "old");
@@ -249,10 +249,10 @@ void tst_FailureTables::addWhatIsInTheWay()
     };
     QTest::newRow("a sub-folder of the result folder has the name of the image: it is left alone") << sub;
 
-    SFailure other;
+    Failure other;
     const auto made = std::make_shared<QMap<QString, QByteArray>>();
     other.harm = [made](FailureBench &bench) {
-        const SFlowRun theirs = bench.folder().makeResult({CLICK_A, CLICK_B});
+        const FlowRun theirs = bench.folder().makeResult({CLICK_A, CLICK_B});
         *made = hashesBelow(bench.resultFolder(M));
         return theirs.isFinished && theirs.resultClick == M && made->size() == 5;
     };
@@ -265,7 +265,7 @@ void tst_FailureTables::addWhatIsInTheWay()
 
 void tst_FailureTables::theFlowSaysWhatFailedAndGoesOn_data()
 {
-    QTest::addColumn<SFailure>("failure");
+    QTest::addColumn<Failure>("failure");
     addFoldersAndPermissions();
     addOperandFiles();
     addWhatIsInTheWay();
@@ -273,7 +273,7 @@ void tst_FailureTables::theFlowSaysWhatFailedAndGoesOn_data()
 
 void tst_FailureTables::theFlowSaysWhatFailedAndGoesOn()
 {
-    QFETCH(SFailure, failure);
+    QFETCH(Failure, failure);
     FailureBench bench(m_place->path());
     QVERIFY2(bench.start({specOf(CLICK_A), specOf(CLICK_B)}, "B"), qPrintable(bench.lastError()));
     const auto operands = hashesBelow(bench.folder().study());

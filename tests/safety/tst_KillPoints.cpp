@@ -18,7 +18,7 @@ const QString LEFTOVER = QStringLiteral("AB_M20260102030406");
 constexpr int POINTS = 20; // of ctest; VEXA_KILL_POINTS asks for others
 
 /// A way to make a result, and what lies in the program-data folder before.
-struct SOperation
+struct Operation
 {
     QString name;
     QStringList arguments;
@@ -27,9 +27,9 @@ struct SOperation
     bool hasLeftover = false;
 };
 
-const QList<SOperation> &operations()
+const QList<Operation> &operations()
 {
-    static const QList<SOperation> all = {
+    static const QList<Operation> all = {
         {QStringLiteral("the first result"), {CLICK_A, CLICK_B}, false, false, false},
         {QStringLiteral("a second result, with photograph"),
          {CLICK_A, CLICK_B, QStringLiteral("--photograph"), QStringLiteral("B")},
@@ -48,7 +48,7 @@ const QList<SOperation> &operations()
 }
 
 /// A place in a run where it can be killed.
-struct SPoint
+struct Point
 {
     int operation = 0;
     int number = 0;
@@ -80,7 +80,7 @@ QString withoutChance(QString path)
 
 } // namespace
 
-Q_DECLARE_METATYPE(SPoint)
+Q_DECLARE_METATYPE(Point)
 
 /// The program is killed with SIGKILL while it makes a result, at places spread over everything that it does
 /// to files. Whatever the place: no operand and no earlier result is harmed, nothing half-made is known, and
@@ -96,11 +96,11 @@ private Q_SLOTS:
 
 private:
     FlowFolder templateOf(int operation) const;
-    QMap<QString, QString> killing(const FlowFolder &folder, const QString &trace, const SPoint &point) const;
+    QMap<QString, QString> killing(const FlowFolder &folder, const QString &trace, const Point &point) const;
     void collectPoints(int operation);
 
     QTemporaryDir m_folder;
-    QList<SPoint> m_points;
+    QList<Point> m_points;
 };
 
 FlowFolder tst_KillPoints::templateOf(int operation) const
@@ -109,7 +109,7 @@ FlowFolder tst_KillPoints::templateOf(int operation) const
 }
 
 QMap<QString, QString> tst_KillPoints::killing(const FlowFolder &folder, const QString &trace,
-                                               const SPoint &point) const
+                                               const Point &point) const
 {
     return {{QStringLiteral("LD_PRELOAD"), preloadOf(KILL_AT)},
             {QStringLiteral("KILL_AT_FOLDERS"), folder.study() + QLatin1Char(':') + folder.data()},
@@ -124,7 +124,7 @@ void tst_KillPoints::initTestCase()
         const FlowFolder start = templateOf(i);
         QVERIFY(start.make());
         if (operations().at(i).hasEarlierResult) {
-            const SFlowRun earlier = start.makeResult({CLICK_A, CLICK_B});
+            const FlowRun earlier = start.makeResult({CLICK_A, CLICK_B});
             QVERIFY2(earlier.isFinished, qPrintable(earlier.output));
         }
         if (operations().at(i).hasLeftover)
@@ -141,8 +141,8 @@ void tst_KillPoints::collectPoints(int operation)
     const FlowFolder counted(m_folder.path() + QStringLiteral("/counted-%1").arg(operation));
     QVERIFY(templateOf(operation).copyTo(counted));
     const QString trace = m_folder.path() + QStringLiteral("/trace-%1").arg(operation);
-    const SFlowRun run = counted.makeResult(operations().at(operation).arguments,
-                                            killing(counted, trace, {operation, 0, QString(), QString()}));
+    const FlowRun run = counted.makeResult(operations().at(operation).arguments,
+                                           killing(counted, trace, {operation, 0, QString(), QString()}));
     QVERIFY2(run.isFinished, qPrintable(run.output));
     QFile file(trace);
     QVERIFY2(file.open(QIODevice::ReadOnly), "nothing was counted: the library was not loaded");
@@ -169,22 +169,22 @@ void tst_KillPoints::collectPoints(int operation)
 
 void tst_KillPoints::nothingIsLostWhenKilled_data()
 {
-    QTest::addColumn<SPoint>("point");
+    QTest::addColumn<Point>("point");
     bool isNumber = false;
     const int asked = qEnvironmentVariableIntValue("VEXA_KILL_POINTS", &isNumber);
     const int wanted = isNumber && asked > 0 ? asked : POINTS;
     QVERIFY2(m_points.size() >= wanted,
              qPrintable(QStringLiteral("there are %1 points").arg(m_points.size())));
     for (int i = 0; i < wanted; ++i) {
-        const SPoint &point = m_points.at(int(qint64(i) * (m_points.size() - 1) / qMax(1, wanted - 1)));
+        const Point &point = m_points.at(int(qint64(i) * (m_points.size() - 1) / qMax(1, wanted - 1)));
         QTest::newRow(qPrintable(point.name)) << point;
     }
 }
 
 void tst_KillPoints::nothingIsLostWhenKilled()
 {
-    QFETCH(SPoint, point);
-    const SOperation &operation = operations().at(point.operation);
+    QFETCH(Point, point);
+    const Operation &operation = operations().at(point.operation);
     QTemporaryDir place;
     const FlowFolder folder(place.path());
     QVERIFY(templateOf(point.operation).copyTo(folder));
@@ -194,7 +194,7 @@ void tst_KillPoints::nothingIsLostWhenKilled()
         earlier.clear();
 
     const QString trace = place.path() + QStringLiteral("/trace");
-    const SFlowRun killed = folder.makeResult(operation.arguments, killing(folder, trace, point));
+    const FlowRun killed = folder.makeResult(operation.arguments, killing(folder, trace, point));
     QVERIFY2(killed.isKilled, qPrintable(killed.output));
     QFile reached(trace);
     QVERIFY(reached.open(QIODevice::ReadOnly));
@@ -202,7 +202,7 @@ void tst_KillPoints::nothingIsLostWhenKilled()
     QCOMPARE(firstHarm(operands, hashesBelow(folder.study())), QString());
     QCOMPARE(firstHarm(earlier, hashesBelow(folder.data())), QString());
 
-    const SFlowRun looked = folder.look();
+    const FlowRun looked = folder.look();
     QVERIFY2(looked.isFinished, qPrintable(looked.output));
     QCOMPARE(looked.clicks, (QStringList{CLICK_A, CLICK_B}));
     QVERIFY(looked.known.size() <= (operation.hasEarlierResult ? 2 : 1));
@@ -216,7 +216,7 @@ void tst_KillPoints::nothingIsLostWhenKilled()
     QMap<QString, QMap<QString, QByteArray>> complete;
     for (const QString &path : looked.known)
         complete.insert(path, hashesBelow(path));
-    const SFlowRun again = folder.makeResult(operation.arguments);
+    const FlowRun again = folder.makeResult(operation.arguments);
     QVERIFY2(again.isFinished, qPrintable(again.output));
     QVERIFY(!looked.known.contains(again.resultClick));
     QCOMPARE(firstFaultOfResult(again.resultFolder, operation.isWithPhotograph), QString());

@@ -40,15 +40,15 @@ qint64 boundOf(int steps)
     return qint64(steps - WARM_UP) * SIDE * SIDE * 4 / 10;
 }
 
-struct SMemory
+struct Memory
 {
     qint64 heap = 0;     ///< bytes that are allocated and not freed
     qint64 resident = 0; ///< bytes in memory
 };
 
-SMemory memoryNow()
+Memory memoryNow()
 {
-    SMemory now;
+    Memory now;
     const struct mallinfo2 info = mallinfo2();
     now.heap = qint64(info.uordblks + info.hblkhd);
     QFile statm(QStringLiteral("/proc/self/statm"));
@@ -153,7 +153,7 @@ void tst_Soak::manyChangesAndResults()
     RestlessUser user(&bench.tool());
 
     std::vector<std::unique_ptr<CILImage>> lost;
-    SMemory warm;
+    Memory warm;
     int results = 0;
     for (int step = 1; step <= steps; ++step) {
         QVERIFY2(user.change(step), qPrintable(bench.tool().why()));
@@ -169,7 +169,7 @@ void tst_Soak::manyChangesAndResults()
         if (step == WARM_UP)
             warm = memoryNow();
     }
-    const SMemory end = memoryNow();
+    const Memory end = memoryNow();
     QCOMPARE(results, steps / RESULT_EVERY);
     QCOMPARE(QDir(bench.folder().data()).entryList(QDir::Dirs | QDir::NoDotAndDotDot).size(), results);
     QCOMPARE(knownResults().size(), results);

@@ -323,17 +323,17 @@ void tst_HowMadePanel::checkShowsItsOutcome_data()
     QTest::addColumn<QString>("line");
     QTest::addColumn<int>("level");
     row("an untouched result", "none", QChar(0x2713), "Computed again: the same to the last bit.", "A is in ",
-        1);
+        int(ELOG_INFORMATION));
     row("a tampered pixel", "pixel", QChar(0x2717),
         "The result is not what its record gives: 1 of 1024 pixels differ", "The operands are as recorded",
-        2);
+        int(ELOG_WARNING));
     row("a changed operand", "operand", QChar(0x2717),
         "The operands are not what they were: 1 of 1024 pixels differ",
-        QString("luminescent.tif of A (%1) changed since.").arg(A), 2);
+        QString("luminescent.tif of A (%1) changed since.").arg(A), int(ELOG_WARNING));
     row("a missing operand", "missing", QChar('!'), "An operand is missing; nothing was checked.",
-        QString("open the sequence %1").arg(ResultCheckFixture::SEQUENCE), 2);
+        QString("open the sequence %1").arg(ResultCheckFixture::SEQUENCE), int(ELOG_WARNING));
     row("a result's file that is gone", "gone", QChar(0x2717), "The result could not be checked.",
-        "ClickInfo.txt", 3);
+        "ClickInfo.txt", int(ELOG_FAILURE));
 }
 
 void tst_HowMadePanel::checkShowsItsOutcome()
@@ -369,7 +369,7 @@ void tst_HowMadePanel::checkShowsItsOutcome()
     QCOMPARE(int(told.level), level);
     QVERIFY(told.message.contains(result->getClickNumber()) && told.message.contains(headline));
     QVERIFY(told.detail.contains(line));
-    QCOMPARE(m_fixture->workspace.window->parts().banner->isVisible(), level == 3);
+    QCOMPARE(m_fixture->workspace.window->parts().banner->isVisible(), level == ELOG_FAILURE);
 }
 
 void tst_HowMadePanel::aLongOutcomeScrolls()

@@ -5,7 +5,6 @@
 #include <csignal>
 #include <functional>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
 #include <QStandardPaths>

@@ -2,8 +2,10 @@
 #include "host/vxutils/CVXSErrorHandler.h"
 #include "host/vxutils/CVXSLog.h"
 #include "host/vxutils/CVXSMessageBox.h"
-#include "tests/host/vxutils/MessageBoxAnswer.h"
+#include "tests/support/DialogAnswerer.h"
+#include "tests/support/Rows.h"
 
+#include <QAbstractButton>
 #include <QMessageBox>
 #include <QTest>
 
@@ -14,6 +16,8 @@ class tst_MessageBox : public QObject
 private Q_SLOTS:
     void buttonTexts_data();
     void buttonTexts();
+    void aBoxClosedWithoutAButtonAnswersTheEscapeButton_data();
+    void aBoxClosedWithoutAButtonAnswersTheEscapeButton();
     void threeEmptyTextsGiveOneOk();
     void asManyButtonsAsTexts_data();
     void asManyButtonsAsTexts();
@@ -40,7 +44,7 @@ void tst_MessageBox::buttonTexts_data()
     QTest::newRow("the escape button may be the first")
         << three << 1 << 0 << "" << int(Qt::Key_Escape) << true << 0;
     QTest::newRow("without an escape button Escape does not answer")
-        << three << 0 << -1 << "" << int(Qt::Key_Escape) << false << -1;
+        << three << 0 << -1 << "" << int(Qt::Key_Escape) << false << 0;
     QTest::newRow("Return presses the default button")
         << three << 1 << -1 << "" << int(Qt::Key_Return) << true << 1;
     QTest::newRow("an empty text leaves its button out")
@@ -48,7 +52,7 @@ void tst_MessageBox::buttonTexts_data()
     QTest::newRow("one button is also pressed by Escape")
         << QStringList{"&OK", "", ""} << 0 << -1 << "" << int(Qt::Key_Escape) << true << 0;
     QTest::newRow("an escape button that is left out is none")
-        << QStringList{"First", "Second", ""} << 0 << 2 << "" << int(Qt::Key_Escape) << false << 2;
+        << QStringList{"First", "Second", ""} << 0 << 2 << "" << int(Qt::Key_Escape) << false << 0;
 }
 
 void tst_MessageBox::buttonTexts()
@@ -64,7 +68,7 @@ void tst_MessageBox::buttonTexts()
     QStringList shown = texts;
     shown.removeAll(QString(""));
     for (bool isWarning : {false, true}) {
-        const CAnswer user(press, key);
+        const DialogAnswerer user({DialogAnswer::press(press, key)});
         const auto ask =
             isWarning
                 ? static_cast<int (*)(QWidget *, const QString &, const QString &, const QString &,
@@ -72,7 +76,8 @@ void tst_MessageBox::buttonTexts()
                 : &CVXSMessageBox::information;
         const int result = ask(nullptr, "Title", "Text\nof two lines", texts[0], texts[1], texts[2],
                                defaultButton, escapeButton);
-        const SSeen &seen = user.seen();
+        const DialogAnswerer::Shown seen = user.shown(0);
+        // Of a box that stays open, the first button is pressed in the end.
         QCOMPARE(seen.closed, closes);
         QCOMPARE(result, answer);
         QCOMPARE(seen.title, QString("Title"));
@@ -84,14 +89,33 @@ void tst_MessageBox::buttonTexts()
     }
 }
 
+void tst_MessageBox::aBoxClosedWithoutAButtonAnswersTheEscapeButton_data()
+{
+    QTest::addColumn<QString>("third");
+    QTest::addColumn<int>("escapeButton");
+    row("with an escape button", "Third", 2);
+    row("with an escape button that is left out", "", 2);
+    row("without an escape button", "Third", -1);
+}
+
+void tst_MessageBox::aBoxClosedWithoutAButtonAnswersTheEscapeButton()
+{
+    QFETCH(QString, third);
+    QFETCH(int, escapeButton);
+    const DialogAnswerer user({DialogAnswer::call([](QDialog *box) { box->done(-1); })});
+    QCOMPARE(CVXSMessageBox::warning(nullptr, "Title", "Text", "First", "Second", third, 0, escapeButton),
+             escapeButton);
+    QVERIFY(user.shown(0).closed);
+}
+
 void tst_MessageBox::threeEmptyTextsGiveOneOk()
 {
     for (int key : {0, int(Qt::Key_Escape), int(Qt::Key_Return)}) {
-        const CAnswer user("OK", key);
+        const DialogAnswerer user({DialogAnswer::press(key ? "" : "OK", key)});
         QCOMPARE(
             CVXSMessageBox::information(nullptr, "Title", "Text", QString(), QString(), QString(), 0, -1), 0);
-        QVERIFY(user.seen().closed);
-        QCOMPARE(user.seen().buttons, QStringList{"OK"});
+        QVERIFY(user.shown(0).closed);
+        QCOMPARE(user.shown(0).buttons, QStringList{"OK"});
     }
 }
 
@@ -112,12 +136,12 @@ void tst_MessageBox::asManyButtonsAsTexts()
     QFETCH(QString, press);
     QFETCH(int, key);
     const QStringList texts{"&Save", "Save &As...", "&Discard", "Cancel"};
-    const CAnswer user(press, key);
+    const DialogAnswerer user({DialogAnswer::press(press, key)});
     QTEST(CVXSMessageBox::warning(nullptr, "Title", "Text", texts, 1, 3), "answer");
-    QVERIFY(user.seen().closed);
-    QCOMPARE(user.seen().buttons, texts);
-    QCOMPARE(user.seen().icon, QMessageBox::Warning);
-    QCOMPARE(user.seen().defaultButton, texts[1]);
+    QVERIFY(user.shown(0).closed);
+    QCOMPARE(user.shown(0).buttons, texts);
+    QCOMPARE(user.shown(0).icon, QMessageBox::Warning);
+    QCOMPARE(user.shown(0).defaultButton, texts[1]);
 }
 
 void tst_MessageBox::standardButtons_data()
@@ -146,28 +170,28 @@ void tst_MessageBox::standardButtons()
     QFETCH(int, answer);
     if (press == "OK")
         press = QMessageBox(QMessageBox::NoIcon, "", "", QMessageBox::Ok).button(QMessageBox::Ok)->text();
-    const CAnswer user(press, key);
+    const DialogAnswerer user({DialogAnswer::press(press, key)});
     const int result =
         isQuestion ? CVXSMessageBox::question(nullptr, "Title", "Text", buttons[0], buttons[1], buttons[2])
                    : CVXSMessageBox::warning(nullptr, "Title", "Text", buttons[0], buttons[1], buttons[2]);
-    QVERIFY(user.seen().closed);
+    QVERIFY(user.shown(0).closed);
     QCOMPARE(result, answer);
-    QCOMPARE(user.seen().icon, isQuestion ? QMessageBox::Question : QMessageBox::Warning);
-    QVERIFY(user.seen().modal);
+    QCOMPARE(user.shown(0).icon, isQuestion ? QMessageBox::Question : QMessageBox::Warning);
+    QVERIFY(user.shown(0).modal);
 }
 
 void tst_MessageBox::errorHandlerShowsAndLogs()
 {
     QWidget parent;
     parent.show();
-    const CAnswer user("OK");
+    const DialogAnswerer user({DialogAnswer::press("OK")});
     CVXSErrorHandler::errorMessage(&parent, ESTATUS_TOOL_WINDOW, "more about it");
-    QVERIFY(user.seen().closed);
-    QCOMPARE(user.seen().title, QString("Vexa"));
-    QVERIFY(user.seen().text.contains(statusText(ESTATUS_TOOL_WINDOW)));
-    QVERIFY(user.seen().text.contains("more about it"));
+    QVERIFY(user.shown(0).closed);
+    QCOMPARE(user.shown(0).title, QString("Vexa"));
+    QVERIFY(user.shown(0).text.contains(statusText(ESTATUS_TOOL_WINDOW)));
+    QVERIFY(user.shown(0).text.contains("more about it"));
     const LogEntry entry = getLogObject()->entries().last();
-    QCOMPARE(entry.level, 3L);
+    QCOMPARE(entry.level, long(ELOG_FAILURE));
     QCOMPARE(entry.number, 34);
     QCOMPARE(entry.message, statusText(ESTATUS_TOOL_WINDOW));
     QCOMPARE(entry.detail, QString("more about it"));

@@ -98,7 +98,7 @@ void tst_ResultClickInfo::theWholeRecord_data()
     QTest::newRow("without a photograph") << "" << false;
     QTest::newRow("with A's photograph") << "A" << false;
     QTest::newRow("with B's photograph") << "B" << false;
-    QTest::newRow("with B's photograph where people write a decimal comma") << "B" << true;
+    QTest::newRow("with B's photograph where the user writes a decimal comma") << "B" << true;
 }
 
 void tst_ResultClickInfo::theWholeRecord()

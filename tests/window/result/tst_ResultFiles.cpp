@@ -215,7 +215,7 @@ void tst_ResultFiles::filesAreRemovedInTheOrderOfTheirNames()
 {
     if (::geteuid() != 0)
         QSKIP("only root can give a folder files of two owners");
-    // In a sticky folder of another user, people can remove only files of their own.
+    // In a sticky folder of another user, only the owner of a file can remove it.
     const QString folder = m_bench->resultFolder();
     QVERIFY(QDir().mkpath(folder));
     for (const char *name : {"a.txt", "b.txt", "c.txt"}) {
@@ -272,7 +272,7 @@ void tst_ResultFiles::withEverySuffixTakenNothingIsPrepared()
     QCOMPARE(entries(m_bench->dataPath()), QStringList());
     int failures = 0;
     for (const LogEntry &line : log.entries())
-        failures += line.level == 3;
+        failures += line.level == ELOG_FAILURE;
     QVERIFY(failures >= 1);
     // With one of them closed there is a name again.
     taken.pop_back();

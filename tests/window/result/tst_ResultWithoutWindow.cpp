@@ -3,6 +3,7 @@
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxutils/CVXPreference.h"
 #include "samples/SampleStudy.h"
+#include "tests/support/Rows.h"
 #include "window/CVXSImageMathWnd.h"
 
 #include <QDir>
@@ -70,18 +71,19 @@ void tst_ResultWithoutWindow::theFilesAreThoseOfTheWindow_data()
     QTest::addColumn<QString>("photograph");
     const QString a = FLUORESCENCE_A;
     const QString b = FLUORESCENCE_B;
-    QTest::newRow("a sum in counts, with A's photograph")
-        << a << b << 0 << "2.50" << int(EUNIT_COUNTS) << "A";
-    QTest::newRow("a difference in radiance, with B's photograph")
-        << a << b << 1 << "1.25" << int(EUNIT_RADIANCE) << "B";
-    QTest::newRow("a product in counts, without photograph")
-        << a << b << 2 << "1.50e-3" << int(EUNIT_COUNTS) << "none";
-    QTest::newRow("a quotient in radiant efficiency")
-        << a << b << 3 << "1.00" << int(EUNIT_RADIANT_EFFICIENCY) << "A";
-    QTest::newRow("a thresholded ratio of level High, masked by B's photograph")
-        << QString(RATIO_A) << QString(RATIO_B_HIGH) << 4 << "1.50e2" << int(EUNIT_COUNTS) << "A";
-    QTest::newRow("images of binning 4 and 8") << QString(LUMINESCENCE_BIN4) << QString(LUMINESCENCE_BIN8)
-                                               << 1 << "1.00" << int(EUNIT_RADIANCE) << "B";
+    const int counts = EUNIT_COUNTS;
+    const int radiance = EUNIT_RADIANCE;
+    const int radiantEfficiency = EUNIT_RADIANT_EFFICIENCY;
+    const QString ratioA = RATIO_A;
+    const QString ratioB = RATIO_B_HIGH;
+    const QString bin4 = LUMINESCENCE_BIN4;
+    const QString bin8 = LUMINESCENCE_BIN8;
+    row("a sum in counts, with A's photograph", a, b, 0, "2.50", counts, "A");
+    row("a difference in radiance, with B's photograph", a, b, 1, "1.25", radiance, "B");
+    row("a product in counts, without photograph", a, b, 2, "1.50e-3", counts, "none");
+    row("a quotient in radiant efficiency", a, b, 3, "1.00", radiantEfficiency, "A");
+    row("a ratio of level High, masked by B's photograph", ratioA, ratioB, 4, "1.50e2", counts, "A");
+    row("images of binning 4 and 8", bin4, bin8, 1, "1.00", radiance, "B");
 }
 
 void tst_ResultWithoutWindow::writeWithTheWindow(const QString &dataFolder)

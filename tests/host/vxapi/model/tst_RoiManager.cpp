@@ -243,11 +243,11 @@ void tst_RoiManager::whatIsNotTheLastCreated()
 {
     m_manager->addROI(named("A"));
     m_manager->addROI(named("B"));
-    // Who removes what he pasted must not remove what was there, though the paste failed.
+    // Removing what was pasted must not remove what was there before, though the paste failed.
     QVERIFY(!m_manager->pasteROIObject(false));
     m_manager->selectLastCreatedROI();
     QVERIFY(!m_manager->removeROIObject());
-    // Nor when he does so twice.
+    // Nor when the user removes twice.
     m_manager->addROI(named("C"));
     m_manager->selectLastCreatedROI();
     QVERIFY(m_manager->removeROIObject());

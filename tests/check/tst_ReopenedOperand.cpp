@@ -13,7 +13,7 @@ using namespace resultcheck;
 using Verdict = ResultCheck::Verdict;
 
 /// Where the operands of a result are found when it is computed again, and that they are left alone.
-class tst_ResultCheckOperand : public QObject
+class tst_ReopenedOperand : public QObject
 {
     Q_OBJECT
 
@@ -39,7 +39,7 @@ private:
     std::unique_ptr<ResultCheckFixture> m_fixture;
 };
 
-void tst_ResultCheckOperand::aMissingOperandIsNamedWithItsSequence()
+void tst_ReopenedOperand::aMissingOperandIsNamedWithItsSequence()
 {
     const CVXSDataset *result = plainResult();
     QVERIFY(result);
@@ -56,7 +56,7 @@ void tst_ResultCheckOperand::aMissingOperandIsNamedWithItsSequence()
     QCOMPARE(check(result).lines.size(), 2);
 }
 
-void tst_ResultCheckOperand::anOperandIsFoundWhereItLies_data()
+void tst_ReopenedOperand::anOperandIsFoundWhereItLies_data()
 {
     QTest::addColumn<QString>("moveTo"); // under the program-data path; empty: it stays
     QTest::addColumn<bool>("isRecent");
@@ -65,7 +65,7 @@ void tst_ResultCheckOperand::anOperandIsFoundWhereItLies_data()
     QTest::newRow("in a sequence directly under the program data") << QString("/") << false;
 }
 
-void tst_ResultCheckOperand::anOperandIsFoundWhereItLies()
+void tst_ReopenedOperand::anOperandIsFoundWhereItLies()
 {
     QFETCH(QString, moveTo);
     QFETCH(bool, isRecent);
@@ -86,7 +86,7 @@ void tst_ResultCheckOperand::anOperandIsFoundWhereItLies()
     QVERIFY(!CVXSDataset::getDataset(A));
 }
 
-void tst_ResultCheckOperand::aRenamedOperandIsFoundByItsImages()
+void tst_ReopenedOperand::aRenamedOperandIsFoundByItsImages()
 {
     const CVXSDataset *result = plainResult();
     QVERIFY(result);
@@ -103,7 +103,7 @@ void tst_ResultCheckOperand::aRenamedOperandIsFoundByItsImages()
 }
 
 // The result's ClickInfo goes on naming the operand's file, but its own is luminescent.tif.
-void tst_ResultCheckOperand::anOperandsImageMayHaveAnotherName()
+void tst_ReopenedOperand::anOperandsImageMayHaveAnotherName()
 {
     QVERIFY(m_fixture->open({clickA(), clickB()}));
     QVERIFY(closeSequence());
@@ -121,7 +121,7 @@ void tst_ResultCheckOperand::anOperandsImageMayHaveAnotherName()
     QVERIFY2(outcome.verdict == Verdict::Same, told(outcome).constData());
 }
 
-void tst_ResultCheckOperand::aResultOfAnUnsavedOperandIsTheSame()
+void tst_ReopenedOperand::aResultOfAnUnsavedOperandIsTheSame()
 {
     QVERIFY(m_fixture->open({clickA(), clickB()}));
     CVXSDataset *unsaved = nullptr;
@@ -155,7 +155,7 @@ void tst_ResultCheckOperand::aResultOfAnUnsavedOperandIsTheSame()
     QVERIFY2(onDisk.verdict == Verdict::Same && !anyLine(onDisk, "in memory"), told(onDisk).constData());
 }
 
-void tst_ResultCheckOperand::aResultOfAResultIsTheSame()
+void tst_ReopenedOperand::aResultOfAResultIsTheSame()
 {
     QVERIFY(m_fixture->open({clickA(), clickB()}));
     const CVXSDataset *first = m_fixture->makeResult(1, "0.37", EUNIT_RADIANCE);
@@ -188,7 +188,7 @@ void tst_ResultCheckOperand::aResultOfAResultIsTheSame()
     QVERIFY2(changed.headline.contains("1 of 1024 pixels differ"), told(changed).constData());
 }
 
-void tst_ResultCheckOperand::changesInMemoryAreTold()
+void tst_ReopenedOperand::changesInMemoryAreTold()
 {
     const CVXSDataset *result = plainResult();
     QVERIFY(result);
@@ -201,7 +201,7 @@ void tst_ResultCheckOperand::changesInMemoryAreTold()
     m_fixture->sequence->getDataset(A)->setModified(false);
 }
 
-void tst_ResultCheckOperand::aClickNumberThatIsAPathIsRefused()
+void tst_ReopenedOperand::aClickNumberThatIsAPathIsRefused()
 {
     const CVXSDataset *result = plainResult();
     QVERIFY(result);
@@ -213,7 +213,7 @@ void tst_ResultCheckOperand::aClickNumberThatIsAPathIsRefused()
     QVERIFY2(anyLine(outcome, "is not a click number"), told(outcome).constData());
 }
 
-void tst_ResultCheckOperand::openDatasetsStayAsTheyAre()
+void tst_ReopenedOperand::openDatasetsStayAsTheyAre()
 {
     QVERIFY(m_fixture->open({withFlatField(clickA()), clickB()}));
     const CVXSDataset *result = m_fixture->makeResult(1, "2", EUNIT_RADIANCE);
@@ -229,5 +229,5 @@ void tst_ResultCheckOperand::openDatasetsStayAsTheyAre()
     QCOMPARE(m_fixture->workspace.window->parts().workspace->subWindowList().size(), windows);
 }
 
-QTEST_MAIN(tst_ResultCheckOperand)
-#include "tst_ResultCheckOperand.moc"
+QTEST_MAIN(tst_ReopenedOperand)
+#include "tst_ReopenedOperand.moc"
