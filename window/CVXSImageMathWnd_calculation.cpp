@@ -96,10 +96,12 @@ imagemath::Operand CVXSImageMathWnd::operandOf(const QString &click, const CVXSD
 
 void CVXSImageMathWnd::showOperand(const CILImage &image)
 {
-    const bool isA = &image == &m_imageA;
-    if (!takesImage(isA ? SLOT_A : SLOT_B, isA ? &m_imageA : &m_imageB))
-        imagemath::logLine(isA ? QStringLiteral("Image A could not be replaced.")
-                               : QStringLiteral("Image B could not be replaced."));
+    if (&image == &m_imageA) {
+        if (!takesImage(SLOT_A, &m_imageA))
+            imagemath::logLine(QStringLiteral("Image A could not be replaced."));
+    } else if (!takesImage(SLOT_B, &m_imageB)) {
+        imagemath::logLine(QStringLiteral("Image B could not be replaced."));
+    }
 }
 
 void CVXSImageMathWnd::showOperands(const imagemath::Outcome &prepared)
