@@ -105,22 +105,26 @@ void CVXSImageMathWnd::onChangeMathOperation(int)
     calculateResultImage();
 }
 
-// Title, k and the photograph choice of a bound window are not texts of the form any more: they are put back.
+void CVXSImageMathWnd::changeEvent(QEvent *event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange)
+        languageChange();
+}
+
+// Titles and k of a bound window are not texts of the form any more: they are put back. Which photographs are
+// offered is the window's, what they are called is not.
 void CVXSImageMathWnd::languageChange()
 {
     const bool bound = !m_sequenceID.isEmpty();
+    const QString windowTitle = this->windowTitle();
     const QString title = m_pSeqTitle->text();
     const QString k = m_pKLineEdit->text();
-    QStringList photographs;
-    for (int i = 0; i < m_pPhotoFromCB->count(); ++i)
-        photographs.append(m_pPhotoFromCB->itemText(i));
-
     retranslateUi(this);
-
     if (bound) {
+        setWindowTitle(windowTitle);
         m_pSeqTitle->setText(title);
         m_pKLineEdit->setText(k);
-        for (int i = 0; i < photographs.size(); ++i)
-            m_pPhotoFromCB->setItemText(i, photographs.at(i));
+        retranslatePhotographChoice();
     }
 }

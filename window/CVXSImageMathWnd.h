@@ -134,6 +134,7 @@ protected Q_SLOTS:
 
 protected:
     void showEvent(QShowEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
     // Steps of the operations above.
     QString currentClickA() const;
@@ -151,6 +152,8 @@ protected:
     QString measureInBoth(CVXSDataset &source, CVXSDataset &target, const QString &roiName);
     void setKFromROI(float k);
     bool isPhotoEnabled() const;
+    bool isPhotoFromA() const;
+    void retranslatePhotographChoice();
     CVXSDataset *photoDataset() const;
     resultwriter::PhotographSource photographSource() const;
     resultwriter::Request resultRequest(const QString &pathA, const QString &pathB) const;

@@ -10,6 +10,7 @@
 #include "window/CVXSImageMathWnd.h"
 
 #include <QMessageBox>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -17,6 +18,10 @@
 namespace {
 
 constexpr int IMAGE_BORDER = 10;
+
+// What an item of the photograph choice stands for, whatever it is called.
+const QString PHOTOGRAPH_OF_A = QStringLiteral("A");
+const QString PHOTOGRAPH_OF_B = QStringLiteral("B");
 
 // Makes the item with that text current, or the one in that row, or the last one.
 void reselect(QListWidget *list, int row, const QString &text)
@@ -168,11 +173,23 @@ void CVXSImageMathWnd::updatePhotographChoice()
     const QString chosen = m_pPhotoFromCB->currentText();
     m_pPhotoFromCB->clear();
     if (inA)
-        m_pPhotoFromCB->addItem(QStringLiteral("A"));
+        m_pPhotoFromCB->addItem(tr("A"), PHOTOGRAPH_OF_A);
     if (inB)
-        m_pPhotoFromCB->addItem(QStringLiteral("B"));
+        m_pPhotoFromCB->addItem(tr("B"), PHOTOGRAPH_OF_B);
     // What the user chose stays as long as it is offered; otherwise the first is taken.
     m_pPhotoFromCB->setCurrentIndex(std::max(0, m_pPhotoFromCB->findText(chosen)));
+}
+
+bool CVXSImageMathWnd::isPhotoFromA() const
+{
+    const QVariant which = m_pPhotoFromCB->currentData();
+    return (which.isValid() ? which.toString() : m_pPhotoFromCB->currentText()) == PHOTOGRAPH_OF_A;
+}
+
+void CVXSImageMathWnd::retranslatePhotographChoice()
+{
+    for (int i = 0; i < m_pPhotoFromCB->count(); ++i)
+        m_pPhotoFromCB->setItemText(i, m_pPhotoFromCB->itemData(i) == PHOTOGRAPH_OF_A ? tr("A") : tr("B"));
 }
 
 void CVXSImageMathWnd::onSelectClickNumberFromList()
@@ -212,12 +229,18 @@ void CVXSImageMathWnd::updateImageMathWindow()
     for (const CVXSDataset *dataset : datasets)
         clickNumbers.append(dataset->getClickNumber());
 
-    for (const Remembered &r : remembered)
-        r.list->clear();
-    for (const Remembered &r : remembered)
-        r.list->addItems(clickNumbers);
-    for (const Remembered &r : remembered)
-        reselect(r.list, r.row, r.text);
+    {
+        // What the lists tell while they are filled is of a selection that is just being cleared.
+        const QSignalBlocker quietA(m_pListBoxA);
+        const QSignalBlocker quietB(m_pListBoxB);
+        for (const Remembered &r : remembered)
+            r.list->clear();
+        for (const Remembered &r : remembered)
+            r.list->addItems(clickNumbers);
+        for (const Remembered &r : remembered)
+            reselect(r.list, r.row, r.text);
+    }
+    onSelectClickNumberFromList();
 }
 
 QString CVXSImageMathWnd::currentClickA() const

@@ -51,14 +51,14 @@ bool CVXSImageMathWnd::isPhotoEnabled() const
 
 CVXSDataset *CVXSImageMathWnd::photoDataset() const
 {
-    return m_pPhotoFromCB->currentText() == QLatin1String("A") ? m_pDatasetA : m_pDatasetB;
+    return isPhotoFromA() ? m_pDatasetA : m_pDatasetB;
 }
 
 PhotographSource CVXSImageMathWnd::photographSource() const
 {
     if (!isPhotoEnabled())
         return PhotographSource::None;
-    return m_pPhotoFromCB->currentText() == QLatin1String("A") ? PhotographSource::A : PhotographSource::B;
+    return isPhotoFromA() ? PhotographSource::A : PhotographSource::B;
 }
 
 resultwriter::Request CVXSImageMathWnd::resultRequest(const QString &pathA, const QString &pathB) const

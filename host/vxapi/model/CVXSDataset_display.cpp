@@ -32,6 +32,10 @@ const CVXSToolInfo &CVXSDataset::getToolInfo() const
 
 void CVXSDataset::setToolInfo(const CVXSToolInfo &info)
 {
+    const CVXSToolInfo &is = d->toolInfo;
+    if (info.reversed == is.reversed && info.logarithmic == is.logarithmic &&
+        info.brightness == is.brightness && info.gamma == is.gamma)
+        return;
     d->toolInfo = info;
     d->writeDisplay();
     Q_EMIT displayChanged();
@@ -44,7 +48,7 @@ tag_ecolortable CVXSDataset::getColorTable() const
 
 void CVXSDataset::setColorTable(tag_ecolortable table)
 {
-    if (!CILPalette::tableName(table))
+    if (table == d->colorTable || !CILPalette::tableName(table))
         return;
     d->colorTable = table;
     d->writeDisplay();

@@ -30,6 +30,7 @@ private Q_SLOTS:
     void offersEveryUnitAndTable();
     void unitOfTheSequence();
     void colorsOfTheSequence();
+    void theColoursThatAreThereChangeNothing();
     void marksFollowChangesOfOthers();
     void datasetOfItsOwn();
 };
@@ -71,6 +72,22 @@ void tst_DisplayMenu::unitOfTheSequence()
     entry(fixture.window.get(), "menuUnit", "Counts")->trigger();
     QCOMPARE(sequence->getActiveUnit(), EUNIT_COUNTS);
     QVERIFY(!radiance->isChecked());
+}
+
+void tst_DisplayMenu::theColoursThatAreThereChangeNothing()
+{
+    QTemporaryDir dir;
+    WorkspaceFixture fixture;
+    CVXSSequenceDataset *sequence =
+        fixture.window->openSequence(writeSequence(dir.path(), "AB20260102030405_SEQ", "AB"));
+    QVERIFY(sequence);
+    const QString present = QString::fromLatin1(CILPalette::tableName(sequence->getImageAdjust().colorTable));
+    entry(fixture.window.get(), "menuColorTable", present)->trigger();
+    QVERIFY(!sequence->isModified());
+    for (const CVXSDataset *dataset : sequence->getDatasets())
+        QVERIFY2(!dataset->isModified(), qPrintable(dataset->getClickNumber()));
+    entry(fixture.window.get(), "menuColorTable", "BlueHot")->trigger();
+    QVERIFY(sequence->isModified() && sequence->getDatasets().first()->isModified());
 }
 
 void tst_DisplayMenu::colorsOfTheSequence()

@@ -8,6 +8,7 @@
 #include "tests/support/GuiDriver.h"
 #include "tests/support/LogCatcher.h"
 
+#include <QTranslator>
 #include <QtTest>
 
 /// Choosing clicks in the lists of a bound window, and what of it survives a change of language.
@@ -31,6 +32,7 @@ private Q_SLOTS:
     void theChosenPhotographStaysWhileItIsOffered();
     void languageChangeKeepsWhatIsBound_data();
     void languageChangeKeepsWhatIsBound();
+    void anotherLanguageIsShownAtOnce();
     void twoWindowsOnOneSequence();
 };
 
@@ -260,6 +262,41 @@ void tst_Selection::languageChangeKeepsWhatIsBound()
     QVERIFY(choice->isEnabled());
     QCOMPARE(bound.window()->computations, computations);
     QCOMPARE(bound.listA(), (QStringList{"A1", "A2"}));
+}
+
+void tst_Selection::anotherLanguageIsShownAtOnce()
+{
+    // Every text of the form in brackets.
+    class Brackets : public QTranslator
+    {
+    public:
+        bool isEmpty() const override { return false; }
+        QString translate(const char *context, const char *text, const char *, int) const override
+        {
+            return qstrcmp(context, "CVXSImageMathWnd") == 0 ? QStringLiteral("[%1]").arg(QLatin1String(text))
+                                                             : QString();
+        }
+    };
+    BoundWindow bound;
+    bound.addClick(QStringLiteral("A1"), true);
+    bound.addClick(QStringLiteral("A2"), true);
+    QVERIFY(bound.saveAndBind());
+    bound.show();
+    bound.window()->setWindowTitle(QStringLiteral("Image Math Window")); // as the launcher does
+    bound.window()->m_pPhotoFromCB->setCurrentIndex(1);
+    Brackets brackets;
+    QVERIFY(QCoreApplication::installTranslator(&brackets));
+    QCoreApplication::processEvents();
+    QCOMPARE(bound.window()->m_pDisplayBtn->text(), QStringLiteral("[Display Result For Measuring]"));
+    QCOMPARE(bound.window()->windowTitle(), QStringLiteral("Image Math Window"));
+    QCOMPARE(BoundWindow::itemsOf(bound.window()->m_pPhotoFromCB), (QStringList{"[A]", "[B]"}));
+    QCOMPARE(bound.window()->m_pPhotoFromCB->currentIndex(), 1);
+    // A choice that is filled anew is in that language too.
+    bound.window()->m_pListBoxA->setCurrentRow(1);
+    QCOMPARE(BoundWindow::itemsOf(bound.window()->m_pPhotoFromCB), (QStringList{"[A]", "[B]"}));
+    QVERIFY(QCoreApplication::removeTranslator(&brackets));
+    QCoreApplication::processEvents();
+    QCOMPARE(BoundWindow::itemsOf(bound.window()->m_pPhotoFromCB), (QStringList{"A", "B"}));
 }
 
 void tst_Selection::twoWindowsOnOneSequence()

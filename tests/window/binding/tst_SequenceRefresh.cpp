@@ -7,6 +7,7 @@
 #include "host/vxapi/view/windows/CVXSWorkspace.h"
 #include "host/vxutils/CVXUtilityFns.h"
 #include "tests/support/BoundWindow.h"
+#include "tests/support/LogCatcher.h"
 #include "tests/support/PaintCounter.h"
 #include "tests/support/Rows.h"
 
@@ -28,6 +29,9 @@ private Q_SLOTS:
     void aHiddenWindowKeepsItsLists_data();
     void aHiddenWindowKeepsItsLists();
     void emptyListsStayEmpty();
+    void aChangeOfTheSequenceComputesOnce_data();
+    void aChangeOfTheSequenceComputesOnce();
+    void theDatasetOfAGoesWithoutAFailure();
     void anotherUnitIsComputedAndNamed();
     void otherColoursReachTheImages();
     void anAddedDatasetIsListed_data();
@@ -268,6 +272,46 @@ void tst_SequenceRefresh::resizingChangesOnlyTheSize()
     QCOMPARE(bound.window()->calls, (QMap<QByteArray, int>{}));
     QCOMPARE(bound.window()->computations, 0);
     QCOMPARE(bound.window()->m_pColorbarAB->rect.top, bar.top);
+}
+
+void tst_SequenceRefresh::aChangeOfTheSequenceComputesOnce_data()
+{
+    QTest::addColumn<int>("unit");
+    QTest::addColumn<int>("table");
+    row("another unit", int(EUNIT_RADIANCE), int(VXS_CT_RAINBOW));
+    row("other colours", int(EUNIT_COUNTS), int(VXS_CT_YELLOWHOT));
+}
+
+void tst_SequenceRefresh::aChangeOfTheSequenceComputesOnce()
+{
+    QFETCH(int, unit);
+    QFETCH(int, table);
+    BoundWindow bound;
+    QVERIFY(bound.showClicks({100.0f, 50.0f, 20.0f}));
+    bound.window()->m_pListBoxA->setCurrentRow(1);
+    bound.window()->m_pListBoxB->setCurrentRow(2);
+    bound.window()->forgetCalls();
+    bound.sequence()->setActiveUnit(tag_edisplayunit(unit));
+    tag_simageadjust adjust = bound.sequence()->getImageAdjust();
+    adjust.colorTable = VXS_COLORTABLE_TYPES(table);
+    bound.sequence()->setImageAdjust(adjust);
+    QCOMPARE(bound.window()->computations, 1);
+    QCOMPARE(bound.window()->m_pListBoxA->currentRow(), 1);
+    QCOMPARE(bound.window()->m_pListBoxB->currentRow(), 2);
+}
+
+void tst_SequenceRefresh::theDatasetOfAGoesWithoutAFailure()
+{
+    BoundWindow bound;
+    QVERIFY(bound.showClicks({100.0f, 50.0f, 20.0f}));
+    bound.window()->forgetCalls();
+    const LogCatcher log;
+    QVERIFY(bound.sequence()->removeDataset(QStringLiteral("A1")));
+    QVERIFY2(log.failures().isEmpty(), qPrintable(log.failures().join('\n')));
+    QCOMPARE(bound.listA(), (QStringList{"A2", "A3"}));
+    QCOMPARE(bound.window()->m_pListBoxA->currentRow(), 0);
+    QCOMPARE(bound.window()->computations, 1);
+    QCOMPARE(bound.window()->m_resultImage.getMax(), 50.0f - 50.0f);
 }
 
 void tst_SequenceRefresh::anotherUnitIsComputedAndNamed()
