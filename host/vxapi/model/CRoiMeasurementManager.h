@@ -17,9 +17,10 @@
 class VXAPI_EXPORT CRoiMeasInfo
 {
 public:
-    /// Total counts: the sum over the ROI of the image in camera counts, corrected as the dataset is; NaN
-    /// when the image cannot be had in counts (a result computed in efficiency).
-    double primaryROIStatistic() const { return counts.sum; }
+    /// The total that two ROIs are compared by: total counts, the sum over the ROI of the image in camera counts,
+    /// corrected as the dataset is (NaN when the image cannot be had in counts); measured in efficiency, the
+    /// total efficiency, because counts of other references cannot be compared.
+    double primaryROIStatistic() const { return unit == EUNIT_EFFICIENCY ? calibratedTotal : counts.sum; }
     /// The total of the calibrated unit: for radiance the total flux [photons/s], the sum of radiance times
     /// the pixel's area on the subject [cm^2] times 4 pi [sr] (the field's convention for a source that
     /// shines into all directions); for radiant efficiency the same [(photons/s) / (uW/cm^2)]; for efficiency

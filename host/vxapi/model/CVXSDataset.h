@@ -161,7 +161,7 @@ public:
     /// and loses its records: none of them tells the image as it is now. Without ROIs there is nothing to do
     /// and the status is 0. A dataset in whose place another one of its click number is registered cannot be
     /// measured: the records tell of that one. Where counts cannot be had but the unit can, the records say
-    /// so (CRoiMeasInfo::primaryROIStatistic()).
+    /// so (CRoiMeasInfo::counts).
     ESTATUS MeasureROIAndMakeMeasRecords(bool all);
 
     // --- display ---

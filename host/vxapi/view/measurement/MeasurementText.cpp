@@ -32,7 +32,7 @@ QVector<Column> columns(tag_edisplayunit unit)
     using Record = const CRoiMeasInfo &;
     QVector<Column> list = {
         {Text::tr("Area [cm²]"), [](Record r) { return r.area; }, false},
-        {unitTotalText(EUNIT_COUNTS), [](Record r) { return r.primaryROIStatistic(); }, false}};
+        {unitTotalText(EUNIT_COUNTS), [](Record r) { return r.counts.sum; }, false}};
     if (unit != EUNIT_COUNTS)
         list.append({unitTotalText(unit), [](Record r) { return r.calibratedROIStatistic(); }, true});
     const QString suffix = unitSuffix(unit);
