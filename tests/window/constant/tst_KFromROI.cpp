@@ -49,6 +49,7 @@ private Q_SLOTS:
     void theSameClick();
     void aMissingRecordStops_data();
     void aMissingRecordStops();
+    void aTotalThatIsNotThereIsNoK();
     void resultsInEfficiencyAreComparedByTheirEfficiency();
     void aNameThatIsNoROIStops();
     void textsOneInTheOther();
@@ -431,6 +432,29 @@ void tst_KFromROI::aMissingRecordStops()
 }
 
 // The pixels of a result computed in efficiency have no counts.
+// A dataset's own measuring gives every ROI a total in the unit that is compared; a record that somebody else
+// stored may have none.
+void tst_KFromROI::aTotalThatIsNotThereIsNoK()
+{
+    make({click("A1", countsOfA), click("A2", countsOfB)});
+    window()->m_pListBoxB->setCurrentRow(0);
+    QVERIFY(addBox("A1", "Tumor", BOX));
+    QCOMPARE(dataset("A1")->MeasureROIAndMakeMeasRecords(true), ESTATUS_SUCCESS);
+    auto *records = CRoiMeasurementManager::getRoiMeasurementManager();
+    CRoiMeasInfo record = *records->getRoiMeasInfoList().first();
+    record.counts.sum = std::numeric_limits<double>::quiet_NaN();
+    records->store({record});
+    window()->forgetCalls();
+    const LogCatcher log;
+    choose("A1", "Tumor");
+    QCOMPARE(window()->m_kValue, 7.0f);
+    QCOMPARE(window()->m_pKLineEdit->text(), QString("7.00"));
+    QCOMPARE(window()->computations, 0);
+    QCOMPARE(log.toolEntries().size(), 1);
+    QVERIFY2(log.toolEntries().first().message.contains("Tumor"),
+             qPrintable(log.toolEntries().first().message));
+}
+
 void tst_KFromROI::resultsInEfficiencyAreComparedByTheirEfficiency()
 {
     ClickSpec a = click("A1", countsOfA);
