@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <QFile>
 #include <random>
 #include <vector>
 
@@ -72,6 +73,13 @@ inline std::vector<float> awkward(std::size_t n, unsigned seed)
     for (float &v : all)
         v = engine() % 4 == 0 ? special[engine() % (sizeof special / sizeof *special)] : number(engine);
     return all;
+}
+
+/// The bytes of a file; empty when it cannot be read.
+inline QByteArray contents(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 } // namespace maker

@@ -2,7 +2,6 @@
 #include "tests/host/vximage/ImageMaker.h"
 
 #include <cmath>
-#include <csignal>
 #include <functional>
 #include <QDir>
 #include <QFile>
@@ -10,11 +9,8 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QtTest>
-#include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <tiffio.h>
-#include <unistd.h>
 
 namespace {
 
@@ -103,12 +99,6 @@ bool make(const QString &path, const Recipe &r)
     }
     TIFFClose(tiff);
     return good;
-}
-
-QByteArray contents(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 void write(const QString &path, const QByteArray &bytes)
@@ -319,7 +309,7 @@ private slots:
         QTest::addColumn<QByteArray>("reason");
         Recipe r;
         QVERIFY(make(path("good.tif"), r));
-        const QByteArray good = contents(path("good.tif"));
+        const QByteArray good = maker::contents(path("good.tif"));
         QTest::newRow("empty file") << QByteArray() << int(EIL_FILE_DAMAGED) << QByteArray("not a TIFF");
         QTest::newRow("text") << QByteArray("hello, world, this is no image") << int(EIL_FILE_DAMAGED)
                               << QByteArray("not a TIFF");
@@ -337,7 +327,7 @@ private slots:
         rgb.samples = 3;
         rgb.photometric = PHOTOMETRIC_RGB;
         QVERIFY(make(path("rgb.tif"), rgb));
-        QTest::newRow("colours") << contents(path("rgb.tif")) << int(EIL_FILE_NOT_GREY)
+        QTest::newRow("colours") << maker::contents(path("rgb.tif")) << int(EIL_FILE_NOT_GREY)
                                  << QByteArray("not a grey image");
         for (int seed = 1; seed < 6; ++seed) {
             QByteArray noise = good.left(8);
@@ -368,7 +358,7 @@ private slots:
         Recipe r;
         r.compression = COMPRESSION_ADOBE_DEFLATE;
         QVERIFY(make(path("whole.tif"), r));
-        const QByteArray whole = contents(path("whole.tif"));
+        const QByteArray whole = maker::contents(path("whole.tif"));
         for (int size = 0; size < whole.size() - 12; size += 5) {
             write(path("cut.tif"), whole.left(size));
             CILImage image;
@@ -384,7 +374,7 @@ private slots:
         r.tile = 16;
         r.compression = COMPRESSION_LZW;
         QVERIFY(make(path("whole.tif"), r));
-        const QByteArray whole = contents(path("whole.tif"));
+        const QByteArray whole = maker::contents(path("whole.tif"));
         int refused = 0;
         for (int i = 0; i < whole.size(); ++i) {
             QByteArray bytes = whole;
@@ -430,90 +420,6 @@ private slots:
         QVERIFY(CILImage::lastError().find("no/such/folder.tif: ") != std::string::npos);
         QVERIFY(QDir(m_folder.path()).mkdir("taken.tif"));
         QCOMPARE(pixel.saveAsTIFF(QFile::encodeName(path("taken.tif"))), long(EIL_FILE_NOT_WRITABLE));
-    }
-
-    void aFailedWriteLeavesTheOldFile()
-    {
-        // In a process of its own: root ignores permissions, so it steps down first.
-        const QByteArray folder = QFile::encodeName(path("readonly"));
-        QVERIFY(QDir().mkdir(path("readonly")));
-        const QByteArray file = folder + "/old.tif";
-        QCOMPARE(maker::floats(2, 1, {1, 2}).saveAsTIFF(file), 0L);
-        const QByteArray before = contents(QFile::decodeName(file));
-        QCOMPARE(chmod(QFile::encodeName(m_folder.path()), 0755), 0);
-        QCOMPARE(chmod(folder, 0555), 0);
-        const CILImage image = maker::floats(3, 1, {1, 2, 3});
-        const pid_t child = fork();
-        if (child == 0) {
-            if (geteuid() == 0 && (setgid(65534) != 0 || setuid(65534) != 0))
-                _exit(9);
-            _exit(int(image.saveAsTIFF(file)));
-        }
-        int status = 0;
-        QCOMPARE(waitpid(child, &status, 0), child);
-        QCOMPARE(chmod(folder, 0755), 0);
-        QVERIFY(WIFEXITED(status));
-        QCOMPARE(WEXITSTATUS(status), int(EIL_FILE_NOT_WRITABLE));
-        QCOMPARE(contents(QFile::decodeName(file)), before);
-        QCOMPARE(QDir(path("readonly")).entryList(QDir::Files | QDir::Hidden), QStringList{"old.tif"});
-    }
-
-    void aFullDiskLeavesNoHalfFile()
-    {
-        // A limit on the size of files fails as a full disk does, in the middle of writing.
-        CILImage image;
-        image.InitWithType(VXS_FLOAT, 1000, 1000);
-        QVERIFY(static_cast<const CILImage &>(image).get_data()); // here: a child has no threads to help it
-        const QByteArray file = QFile::encodeName(path("full.tif"));
-        const pid_t child = fork();
-        if (child == 0) {
-            signal(SIGXFSZ, SIG_IGN);
-            const rlimit limit{100000, 100000};
-            if (setrlimit(RLIMIT_FSIZE, &limit) != 0)
-                _exit(9);
-            const long result = image.saveAsTIFF(file);
-            _exit(int(result));
-        }
-        int status = 0;
-        QCOMPARE(waitpid(child, &status, 0), child);
-        QVERIFY(WIFEXITED(status));
-        QCOMPARE(WEXITSTATUS(status), int(EIL_FILE_NOT_WRITABLE));
-        QVERIFY(!QFile::exists(path("full.tif")));
-        QCOMPARE(QDir(m_folder.path()).entryList({"*part-*"}, QDir::Files | QDir::Hidden).size(), 0);
-    }
-
-    void pathsOfToolsAreLatin1()
-    {
-        const QString name = QString::fromUtf8("/M\u00e4us.tif");
-        const QByteArray native = (m_folder.path() + name).toUtf8();
-        QCOMPARE(maker::floats(1, 1, {3}).saveAsTIFF((m_folder.path() + name).toLatin1()), 0L);
-        CILImage image;
-        QCOMPARE(image.loadTIFF(native), EIL_SUCCESS);
-        QCOMPARE(image.getMax(), 3.0f);
-        QCOMPARE(maker::floats(1, 1, {4}).saveTIFF(native), EIL_SUCCESS);
-        QCOMPARE(image.loadTIFF(native), EIL_SUCCESS);
-        QCOMPARE(image.getMax(), 4.0f);
-        QCOMPARE(unlink(native), 0);
-    }
-
-    /// A QString cannot hold them: they would come back as other bytes.
-    void bytesThatAreNoTextAreAFileNameToo()
-    {
-        const QByteArray folder = QFile::encodeName(m_folder.path()) + "/\xc3\x28 \x80\xff";
-        const QByteArray file = folder + "/\xfe.tif";
-        QVERIFY(QFile::encodeName(QFile::decodeName(file)) != file);
-        QCOMPARE(mkdir(folder, 0755), 0);
-        QCOMPARE(maker::floats(1, 1, {5}).saveTIFF(file), EIL_SUCCESS);
-        struct stat info;
-        QCOMPARE(stat(file, &info), 0);
-        CILImage image;
-        QCOMPARE(CILImage::checkTIFF(file), EIL_SUCCESS);
-        QCOMPARE(image.loadTIFF(file), EIL_SUCCESS);
-        QCOMPARE(image.getMax(), 5.0f);
-        QCOMPARE(image.loadTIFF(folder + "/absent\xfe.tif"), EIL_FILE_NOT_FOUND);
-        QCOMPARE(QByteArray::fromStdString(CILImage::lastError()).left(folder.size()), folder);
-        QCOMPARE(unlink(file), 0);
-        QCOMPARE(rmdir(folder), 0); // nothing else was left in it
     }
 
     void aFileWithoutADescriptionTakesTheOldOneAway()
