@@ -122,7 +122,7 @@ void tst_ResultSections::keysOfTheSections()
 void tst_ResultSections::versionTextHoldsTheBuildDate()
 {
     const QString text = versionText();
-    QVERIFY2(QRegularExpression(R"(^1\.0\.0\([A-Z][a-z]{2} [ \d]\d \d{4}\)$)").match(text).hasMatch(),
+    QVERIFY2(QRegularExpression(R"(^1\.1\.0\([A-Z][a-z]{2} [ \d]\d \d{4}\)$)").match(text).hasMatch(),
              qPrintable(text));
 }
 

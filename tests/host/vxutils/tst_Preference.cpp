@@ -45,7 +45,7 @@ void tst_Preference::init()
 
 void tst_Preference::versionAndName()
 {
-    QCOMPARE(CVXPreference::getAppVersion(), QString("1.0.0"));
+    QCOMPARE(CVXPreference::getAppVersion(), QString("1.1.0"));
     QCOMPARE(CVXUtilityFns::getAppName(), QString("Vexa"));
 }
 

@@ -91,7 +91,7 @@ inline Pixels calibrated(const TestStudy &study, const QString &click, tag_edisp
     return pixelsOf(image);
 }
 
-inline Pixels halved(const Pixels &fine)
+inline Pixels countsBinnedByTwo(const Pixels &fine)
 {
     Pixels coarse;
     for (int y = 0; y < SIZE; ++y) {
@@ -99,7 +99,7 @@ inline Pixels halved(const Pixels &fine)
             const auto at = [&](int dx, int dy) {
                 return double(fine[std::size_t(2 * y + dy) * 2 * SIZE + std::size_t(2 * x + dx)]);
             };
-            coarse.push_back(float((at(0, 0) + at(1, 0) + at(0, 1) + at(1, 1)) / 4.0));
+            coarse.push_back(float(at(0, 0) + at(1, 0) + at(0, 1) + at(1, 1)));
         }
     }
     return coarse;

@@ -108,14 +108,14 @@ void tst_CalculatedPixels::theFinerImageIsBinnedFirst()
     WindowProbe window;
     window.select(m_study.sequence(), aIsFine ? FINE : A, aIsFine ? A : FINE);
     window.m_pOperationCB->setCurrentIndex(index);
-    window.m_kValue = 127.75f;
+    window.m_kValue = 511.0f;
     window.calculateResultImage();
-    const Pixels fine = halved(calibrated(m_study, FINE, EUNIT_COUNTS)),
+    const Pixels fine = countsBinnedByTwo(calibrated(m_study, FINE, EUNIT_COUNTS)),
                  coarse = calibrated(m_study, A, EUNIT_COUNTS);
     const Pixels &a = aIsFine ? fine : coarse, &b = aIsFine ? coarse : fine;
     QCOMPARE(difference(window.m_imageA, a, SIZE, SIZE), QString());
     QCOMPARE(difference(window.m_imageB, b, SIZE, SIZE), QString());
-    QCOMPARE(difference(window.m_resultImage, expected(index, a, b, b, 127.75f), SIZE, SIZE), QString());
+    QCOMPARE(difference(window.m_resultImage, expected(index, a, b, b, 511.0f), SIZE, SIZE), QString());
     QCOMPARE(window.m_imageA.binningFactor(), 4.0f);
     QCOMPARE(window.m_imageB.binningFactor(), 4.0f);
     QCOMPARE(window.m_resultImage.binningFactor(), 4.0f);
@@ -190,13 +190,13 @@ void tst_CalculatedPixels::theRatioOfBinnedCounts()
     WindowProbe window;
     window.select(m_study.sequence(), A, FINE);
     window.m_pOperationCB->setCurrentIndex(RATIO);
-    window.m_kValue = 128.0f;
+    window.m_kValue = 512.0f;
     window.calculateResultImage();
-    const Pixels counts = halved(calibrated(m_study, FINE, EUNIT_COUNTS)),
+    const Pixels counts = countsBinnedByTwo(calibrated(m_study, FINE, EUNIT_COUNTS)),
                  result = pixelsOf(window.m_resultImage);
     QCOMPARE(result.size(), counts.size());
     for (std::size_t i = 0; i < counts.size(); ++i)
-        QCOMPARE(result[i] > 0.0f, counts[i] > 128.0f);
+        QCOMPARE(result[i] > 0.0f, counts[i] > 512.0f);
 }
 
 void tst_CalculatedPixels::theRatiosScaleAndTissue_data()

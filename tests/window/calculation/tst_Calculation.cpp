@@ -80,7 +80,7 @@ void tst_Calculation::orderOfASuccessfulRun()
     QVERIFY(!window.m_bCannotCombine);
     QCOMPARE(window.m_messages, QStringList());
     QVERIFY(window.m_pDisplayBtn->isEnabled());
-    QCOMPARE(log.toolMessages(), QStringList());
+    QCOMPARE(log.toolFailures(), QStringList());
     QVERIFY(!window.m_pResultTag->isShown());
     QCOMPARE(window.m_pTagA->isShown(), bound);
     if (clickB == A)
@@ -149,7 +149,7 @@ void tst_Calculation::outcomes()
         QCOMPARE(window.m_bCannotCombine, !possible);
         QCOMPARE(window.m_messages, lines);
         QCOMPARE(window.m_pDisplayBtn->isEnabled(), possible);
-        QCOMPARE(log.toolMessages(), QStringList());
+        QCOMPARE(log.toolFailures(), QStringList());
         QVERIFY(window.m_bRefreshEnabled);
         QCOMPARE(earlier.isStill(window), !possible);
         if (!possible) {

@@ -10,11 +10,11 @@
 
 namespace {
 
-/// "Vexa Version = 1.0.0(Aug 12 2025)": the workspace's version and a date that is one.
+/// "Vexa Version = 1.1.0(Aug 12 2026)": the workspace's version and a date that is one.
 bool isVersionOfThisBuild(const QString &line)
 {
     static const QRegularExpression pattern(
-        QStringLiteral("^Vexa Version = 1\\.0\\.0\\(([A-Z][a-z]{2}) +([0-9]{1,2}) ([0-9]{4})\\)$"));
+        QStringLiteral("^Vexa Version = 1\\.1\\.0\\(([A-Z][a-z]{2}) +([0-9]{1,2}) ([0-9]{4})\\)$"));
     const QRegularExpressionMatch match = pattern.match(line);
     if (!match.hasMatch())
         return false;

@@ -106,7 +106,7 @@ void tst_RecordOfMaking::aResultTellsItsMaking()
     QCOMPARE(made.photograph.clickNumber, photograph.isEmpty() ? QString() : photograph == "A" ? a : b);
     if (!photograph.isEmpty())
         QCOMPARE(made.photograph.file.sha256, hashOf(m_bench->resultFile("photograph.tif")));
-    QVERIFY2(made.version.startsWith("1.0.0("), qPrintable(made.version));
+    QVERIFY2(made.version.startsWith("1.1.0("), qPrintable(made.version));
     const QDateTime computed = QDateTime::fromString(made.computed, Qt::ISODate);
     QVERIFY2(qAbs(computed.secsTo(QDateTime::currentDateTimeUtc())) < 600, qPrintable(made.computed));
 }
