@@ -34,7 +34,6 @@ private Q_SLOTS:
     void theUserIsAsked();
     void answers_data();
     void answers();
-    void returnIsYes();
     void everyAnswerButNoGoesOn();
     void theQuestion();
     void theSameFileTwice();
@@ -155,14 +154,6 @@ void tst_ImagingAngles::answers()
     QCOMPARE(int(m_window.checkImagingAngles(write("a.txt", angle("0")), write("b.txt", angle("90")))),
              status);
     QCOMPARE(answerer.count(), 1);
-}
-
-// The first button is the one that the keyboard presses.
-void tst_ImagingAngles::returnIsYes()
-{
-    const DialogAnswerer user({DialogAnswer::press(QString(), Qt::Key_Return)});
-    QCOMPARE(int(m_window.checkImagingAngles(write("a.txt", angle("0")), write("b.txt", angle("90")))), 0);
-    QVERIFY(user.shown(0).closed);
 }
 
 // Closed by a program, the box has no answer.
