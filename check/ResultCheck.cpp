@@ -54,7 +54,7 @@ QString whereFrom(const QString &role, const ReopenedOperand &operand)
                               .arg(role, QDir::toNativeSeparators(operand.dataset->getFolderPath()));
 }
 
-ResultCheck compared(const ResultRecord &record, const CILImage &stored, const CILImage &computed,
+ResultCheck compared(tag_edisplayunit unit, const CILImage &stored, const CILImage &computed,
                      QStringList changes, QStringList remarks)
 {
     using Verdict = ResultCheck::Verdict;
@@ -66,8 +66,6 @@ ResultCheck compared(const ResultRecord &record, const CILImage &stored, const C
                            Text::tr("The same to the last bit, although not all is as recorded."),
                            changes + remarks)
                    : ended(Verdict::Same, Text::tr("Computed again: the same to the last bit."), remarks);
-    tag_edisplayunit unit = EUNIT_COUNTS;
-    unitOfKey(record.unit, &unit); // it was, or nothing would have been computed
     const QString sentence = difference.text(unit);
     return isChanged
                ? ended(Verdict::DifferentAsChanged,
@@ -152,12 +150,22 @@ ResultCheck ResultCheck::of(const CVXSDataset &result, const QStringList &sequen
     if (!missing.isEmpty())
         return ended(Verdict::NotFound, Text::tr("An operand is missing; nothing was checked."), missing);
 
+    const ECALIBRATIONRULES rules = imagemath::rulesOf(record);
+    a.dataset->setCalibrationRules(rules);
+    b.dataset->setCalibrationRules(rules);
     const QStringList changes = recordchanges::since(record, *stored, *a.dataset, *b.dataset);
     QStringList remarks;
     for (const QString &remark : {a.remark, b.remark == a.remark ? QString() : b.remark}) {
         if (!remark.isEmpty())
             remarks += remark + QLatin1Char('.');
     }
+    if (rules != ECALIBRATION_NOW)
+        remarks +=
+            Text::tr("It was made by version %1 and computed again by the rules of that version: counts "
+                     "of binned pixels are their mean, not their sum; a flat field divides as it is, "
+                     "whatever its scale; an operand that is a product or a ratio is converted like "
+                     "its unit.")
+                .arg(record.version);
     remarks += whereFrom(QStringLiteral("A"), a);
     remarks += whereFrom(QStringLiteral("B"), b);
 
@@ -168,5 +176,5 @@ ResultCheck ResultCheck::of(const CVXSDataset &result, const QStringList &sequen
     if (computed.isEmpty())
         return ended(Verdict::Failed, Text::tr("The result could not be computed again."),
                      QStringList{reason} + changes + remarks);
-    return compared(record, *pixels, computed, changes, remarks);
+    return compared(stored->getShownUnit(), *pixels, computed, changes, remarks);
 }

@@ -99,6 +99,29 @@ Combination compared(const Request &request, const Images &images)
                            request.b.dataset->getFOVForImage(EIMAGE_LUMINESCENT), images.b);
 }
 
+// The camera's offset is in every pixel once, whatever the camera binned, and adds up with the counts.
+void tellAddedOffset(const CVXSDataset &dataset, const CILImage &image, float binningBefore)
+{
+    if (image.pixelsAdded() == 1.0 || dataset.isLuminBackgroundSubtracted())
+        return;
+    logLine(QStringLiteral("%1 is binned from %2 to %3 by adding up counts and has no background image: the "
+                           "camera's offset adds up as well, to %4 times what it was")
+                .arg(dataset.getClickNumber())
+                .arg(double(binningBefore))
+                .arg(double(image.binningFactor()))
+                .arg(image.pixelsAdded()),
+            ELOG_WARNING);
+}
+
+void reconcile(const Request &request, const Images &images, CILImage &countsB)
+{
+    const float binningA = images.a.binningFactor();
+    const float binningB = images.b.binningFactor();
+    reconcileBinning(images.a, images.b, countsB);
+    tellAddedOffset(*request.a.dataset, images.a, binningA);
+    tellAddedOffset(*request.b.dataset, images.b, binningB);
+}
+
 bool prepare(const Request &request, const Images &images, CILImage &countsB, const Steps &steps,
              Outcome *outcome)
 {
@@ -108,7 +131,7 @@ bool prepare(const Request &request, const Images &images, CILImage &countsB, co
     fetchCounts(request, &countsB, &outcome->problems);
     outcome->combination = compared(request, images);
     if (outcome->combination == Combination::Possible) {
-        reconcileBinning(images.a, images.b, countsB);
+        reconcile(request, images, countsB);
         // Before anybody switches the corrections back.
         outcome->record.unit = unitKey(request.unit);
         outcome->record.a = recordOf(*request.a.dataset);
@@ -143,6 +166,7 @@ void evaluate(const Request &request, const Images &images, CILImage &countsB, T
     request.formula->evaluate(operands, images.result);
     record->operation = QLatin1String(request.formula->text);
     record->k = request.k;
+    record->binning = double(images.result.binningFactor());
     record->computed = QDateTime::currentDateTimeUtc().toString(Qt::ISODate);
 }
 

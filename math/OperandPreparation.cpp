@@ -10,7 +10,7 @@ namespace {
 void binDown(CILImage &image, std::uint32_t width, std::uint32_t height, int factor)
 {
     image.ChangeType(VXS_FLOAT);
-    if (image.downSample(width, height, IL_RESAMPLE_BLOCK_MEAN) == EIL_SUCCESS)
+    if (image.downSample(width, height, IL_RESAMPLE_BINNING) == EIL_SUCCESS)
         image.setBinningFactor(image.binningFactor() * float(factor));
 }
 

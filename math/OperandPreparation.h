@@ -24,7 +24,8 @@ Combination compareOperands(double fieldOfViewA, const CILImage &a, double field
 QStringList messageOf(Combination combination);
 
 /// Bins the finer of two images down to the coarser one's binning: f x f pixels become one, f = coarser /
-/// finer truncated to a whole number; a remainder at the edge is dropped. B's counts go the same way as B.
+/// finer truncated to a whole number; counts add up, as in the camera, and of other units it is the mean
+/// (CILImage::valuesAddUp()); a remainder at the edge is dropped. B's counts go the same way as B.
 /// The coarser image is never interpolated up. Images that were binned are 32-bit float.
 void reconcileBinning(CILImage &a, CILImage &b, CILImage &countsB);
 

@@ -102,6 +102,11 @@ imagemath::OperandRecord imagemath::recordOf(const CVXSDataset &dataset)
     return record;
 }
 
+ECALIBRATIONRULES imagemath::rulesOf(const ResultRecord &record)
+{
+    return record.version.startsWith(QLatin1String("1.0.")) ? ECALIBRATION_1_0 : ECALIBRATION_NOW;
+}
+
 QVector<imagemath::FileRecord> imagemath::imageFilesOf(const CVXSDataset &dataset, const QString &folder)
 {
     QVector<FileRecord> files;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "host/vxapi/model/VXTypes.h"
+
 #include <QByteArray>
 #include <QMap>
 #include <QString>
@@ -42,9 +44,10 @@ struct PhotographRecord
 /// description of the result's TIFF.
 struct ResultRecord
 {
-    QString operation; ///< the formula's text
-    float k = 0.0f;    ///< as it was used, not as it was shown
-    QString unit;      ///< key of the unit of A, B and the result
+    QString operation;    ///< the formula's text
+    float k = 0.0f;       ///< as it was used, not as it was shown
+    QString unit;         ///< key of the unit of A, B and the result
+    double binning = 0.0; ///< exact, of the result; 0 when it is not recorded
     OperandRecord a;
     OperandRecord b;
     PhotographRecord photograph;     ///< shown with the result
@@ -64,6 +67,9 @@ QString hexadecimalOf(float value);
 QByteArray toJson(const ResultRecord &record);
 /// False with a reason when the text is not such an object.
 bool fromJson(const QByteArray &json, ResultRecord *record, QString *reason);
+
+/// By which rules the version that made the result calibrated and binned its operands.
+ECALIBRATIONRULES rulesOf(const ResultRecord &record);
 
 /// What the dataset says of itself now; files are not noted yet.
 OperandRecord recordOf(const CVXSDataset &dataset);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 #include "math/ResultRecord.h"
 
 #include <charconv>
@@ -15,11 +16,12 @@ using imagemath::PhotographRecord;
 using imagemath::ResultRecord;
 
 // Names of the members.
-const QString MADE_BY = QStringLiteral("image math");
+const QString MADE_BY = clickinfo::RECORD_MADE_BY;
 const QString OPERATION = QStringLiteral("operation");
 const QString K = QStringLiteral("k");
 const QString K_HEX = QStringLiteral("k hexadecimal");
 const QString UNIT = QStringLiteral("unit");
+const QString BINNING = clickinfo::RECORD_BINNING;
 const QString OPERAND_A = QStringLiteral("A");
 const QString OPERAND_B = QStringLiteral("B");
 const QString PHOTOGRAPH = QStringLiteral("photograph");
@@ -95,6 +97,13 @@ public:
 
     QString text(const QString &name) { return value(name, QJsonValue::String).toString(); }
     bool flag(const QString &name) { return value(name, QJsonValue::Bool).toBool(); }
+    double positive(const QString &name)
+    {
+        const double number = value(name, QJsonValue::Double).toDouble();
+        if (!(number > 0.0))
+            fail(name);
+        return number;
+    }
     QJsonObject object(const QString &name) { return value(name, QJsonValue::Object).toObject(); }
     QJsonArray array(const QString &name) { return value(name, QJsonValue::Array).toArray(); }
 
@@ -175,6 +184,8 @@ QByteArray imagemath::toJson(const ResultRecord &record)
                      {K_HEX, hexadecimalOf(record.k)},     {UNIT, record.unit},
                      {OPERAND_A, operandToJson(record.a)}, {OPERAND_B, operandToJson(record.b)},
                      {COMPUTED, record.computed},          {VERSION, record.version}};
+    if (record.binning > 0.0)
+        made.insert(BINNING, record.binning);
     if (!record.photograph.clickNumber.isEmpty())
         made.insert(PHOTOGRAPH, photographToJson(record.photograph));
     if (!record.maskPhotograph.clickNumber.isEmpty())
@@ -205,6 +216,8 @@ bool imagemath::fromJson(const QByteArray &json, ResultRecord *record, QString *
     read.b = operandFromJson(reader.object(OPERAND_B), QStringLiteral("B/"), reason);
     read.computed = reader.text(COMPUTED);
     read.version = reader.text(VERSION);
+    if (made.contains(BINNING))
+        read.binning = reader.positive(BINNING);
     if (made.contains(PHOTOGRAPH))
         read.photograph =
             photographFromJson(reader.object(PHOTOGRAPH), PHOTOGRAPH + QLatin1Char('/'), reason);

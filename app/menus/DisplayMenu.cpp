@@ -90,7 +90,8 @@ void DisplayMenu::setActiveChild(CVXSChildWindow *window)
 void DisplayMenu::showState()
 {
     const bool any = m_sequence || m_dataset;
-    m_units->setEnabled(any);
+    const bool hasUnit = !m_dataset || m_dataset->getShownUnit() < EUNIT_COUNT; // not of a ratio
+    m_units->setEnabled(any && hasUnit);
     m_tables->setEnabled(any);
     m_reversed->setEnabled(any);
     m_logScale->setEnabled(any);

@@ -66,7 +66,7 @@ EILSTATUS refused(EILSTATUS status, const std::string &reason)
     return status;
 }
 
-EILSTATUS resampleInPlace(StorePtr &pixels, std::uint32_t width, std::uint32_t height, int mode)
+EILSTATUS resampleInPlace(StorePtr &pixels, std::uint32_t width, std::uint32_t height, int mode, bool addsUp)
 {
     if (!il::isKnownResampleMode(mode))
         return refused(EIL_BAD_TYPE, "There is no resample mode " + std::to_string(mode));
@@ -77,11 +77,11 @@ EILSTATUS resampleInPlace(StorePtr &pixels, std::uint32_t width, std::uint32_t h
     try {
         // A mask that is a float image only by declaration is read as the bytes that it is.
         const StorePtr source = PixelStore::readable(pixels);
-        const VXSDataTypes type = pixels->type();
-        StorePtr result = source->rememberedResampled(width, height, mode, type);
+        const il::Resampling wanted{width, height, mode, addsUp ? VXS_FLOAT : pixels->type(), addsUp};
+        StorePtr result = source->rememberedResampled(wanted);
         if (!result) {
-            result = il::resample(*source, width, height, mode, type);
-            source->rememberResampled({width, height, mode, type, result});
+            result = il::resample(*source, wanted);
+            source->rememberResampled(wanted, result);
         }
         pixels = std::move(result);
         return EIL_SUCCESS;
@@ -121,6 +121,8 @@ CILImage::CILImage(const CILImage &other)
       m_pixels(forCopy(other.m_pixels)),
       m_palette(other.m_palette),
       m_binning(other.m_binning),
+      m_valuesAddUp(other.m_valuesAddUp),
+      m_pixelsAdded(other.m_pixelsAdded),
       m_description(other.m_description)
 {
 }
@@ -247,12 +249,17 @@ bool CILImage::hasFinitePixels() const
 
 EILSTATUS CILImage::downSample(std::uint32_t width, std::uint32_t height, int mode)
 {
-    return resampleInPlace(m_pixels, width, height, mode);
+    const bool addsUp = m_valuesAddUp && mode == IL_RESAMPLE_BINNING;
+    const double added = il::pixelsAddedUp(getWidth(), width) * il::pixelsAddedUp(getHeight(), height);
+    const EILSTATUS status = resampleInPlace(m_pixels, width, height, mode, addsUp);
+    if (addsUp && status == EIL_SUCCESS)
+        m_pixelsAdded *= added;
+    return status;
 }
 
 EILSTATUS CILImage::upSample(std::uint32_t width, std::uint32_t height, int mode)
 {
-    return resampleInPlace(m_pixels, width, height, mode);
+    return downSample(width, height, mode);
 }
 
 EILSTATUS CILImage::Erode(int width, int height)

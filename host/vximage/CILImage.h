@@ -13,7 +13,8 @@
 ///
 /// What holds for the whole room:
 /// - Pixels lie in row order from the upper left corner, width x height of them. What a value means
-///   (counts, radiance, 0 or 1 of a mask) is for the caller to know: no operation here converts units.
+///   (counts, radiance, 0 or 1 of a mask) is for the caller to know: no operation here converts units. Only
+///   whether values add up when pixels are binned is told to the image (CILImage::setValuesAddUp()).
 /// - Nothing is thrown. An operation that cannot be done answers with an EILSTATUS and leaves its image
 ///   as it was (only InitWithType() leaves it empty); where there is no status to answer with, it leaves
 ///   the image empty (0 x 0) and says why through setMessageHandler(): an empty picture is seen, a
@@ -50,14 +51,15 @@ public:
     virtual float getMin() const = 0;
 };
 
-/// A rectangle of grey pixels: width, height, pixel type, binning factor, palette and a description.
+/// A rectangle of grey pixels: width, height, pixel type, binning factor, palette and a description; and
+/// whether its values add up.
 ///
 /// - Value semantics through implicit sharing: a copy costs a pointer, the first write detaches.
 /// - A writable get_data() detaches, ends the remembering of statistics for that image and makes later
 ///   copies of it deep, because its caller may keep the pointer. Read through the const overload.
 /// - Arithmetic is 32-bit float, each step rounded on its own; pixels of another type are converted
 ///   first, and the result is float. Division is IEEE 754: x/0 is an infinity, 0/0 a NaN. Results carry
-///   the left operand's binning factor, palette and description.
+///   the left operand's binning factor, palette, description, and whether its values add up.
 /// - Arithmetic is evaluated when a pixel or a statistic is first asked for; several steps then run as
 ///   one pass over memory, with the numbers of the separate steps, bit for bit. Nobody can tell, except
 ///   by the clock.
@@ -110,6 +112,14 @@ public:
     float binningFactor() const { return m_binning; }
     void setBinningFactor(float factor) { m_binning = factor; }
 
+    /// Whether a value is of its pixel (counts of a camera, which adds up the charge of the pixels that it
+    /// bins) or per area or of no extent (radiance, ratios): then, and unless set, false.
+    bool valuesAddUp() const { return m_valuesAddUp; }
+    void setValuesAddUp(bool addUp) { m_valuesAddUp = addUp; }
+    /// Pixels that one pixel is the sum of, after binning of values that add up; 1 before. The camera's
+    /// ceiling of such an image is that many times as high.
+    double pixelsAdded() const { return m_pixelsAdded; }
+
     /// In the unit of the pixels. A finite double beyond the reach of float gives the largest float.
     float getMax() const override;
     float getMin() const override;
@@ -135,8 +145,8 @@ public:
     CILImage operator*(const CILImage &other) const;
 
     /// Resample in place to width x height pixels with a mode of IL_RESAMPLEMODES, where its formula stands.
-    /// The pixel type stays (a mean of integers is rounded to nearest, ties to even); a mean that a NaN takes
-    /// part in is a NaN. The last few requests for the same pixels are answered with what was computed then.
+    /// The pixel type stays (a mean of integers is rounded to nearest, ties to even), but sums are 32-bit float,
+    /// because they may be beyond the type; a mean or sum that a NaN takes part in is a NaN. The last few requests for the same pixels are answered with what was computed then.
     /// A failure leaves the image as it was: EIL_BAD_TYPE with a message for another mode, EIL_BAD_SIZE for a
     /// side of 0 or an empty image, EIL_NO_MEMORY. The two names differ in nothing: an axis may grow while
     /// the other shrinks.
@@ -186,5 +196,7 @@ private:
     std::shared_ptr<il::PixelStore> m_pixels;
     CILPalette m_palette;
     float m_binning = 1.0f;
+    bool m_valuesAddUp = false;
+    double m_pixelsAdded = 1.0;
     std::string m_description;
 };

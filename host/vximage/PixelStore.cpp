@@ -204,20 +204,19 @@ void PixelStore::rememberAutoRange(const AutoRange &range)
         keepLast(m_autoRanges, range, AUTO_RANGES_KEPT);
 }
 
-StorePtr PixelStore::rememberedResampled(std::uint32_t width, std::uint32_t height, int mode,
-                                         VXSDataTypes type) const
+StorePtr PixelStore::rememberedResampled(const Resampling &wanted) const
 {
-    for (const Resampled &r : m_resampled) {
-        if (r.width == width && r.height == height && r.mode == mode && r.type == type)
-            return r.store;
+    for (const auto &[how, store] : m_resampled) {
+        if (how == wanted)
+            return store;
     }
     return nullptr;
 }
 
-void PixelStore::rememberResampled(const Resampled &resampled)
+void PixelStore::rememberResampled(const Resampling &how, const StorePtr &store)
 {
     if (!m_exposed)
-        keepLast(m_resampled, resampled, RESAMPLED_KEPT);
+        keepLast(m_resampled, {how, store}, RESAMPLED_KEPT);
 }
 
 void PixelStore::rememberOtsu(float percentage)

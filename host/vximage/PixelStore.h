@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 class CILImage;
@@ -16,6 +17,21 @@ class CILImage;
 namespace il {
 
 using StorePtr = std::shared_ptr<PixelStore>;
+
+/// What pixels become when they are resampled.
+struct Resampling
+{
+    std::uint32_t width, height;
+    int mode; ///< of IL_RESAMPLEMODES
+    VXSDataTypes type;
+    bool addsUp; ///< sums instead of means; of IL_RESAMPLE_BINNING alone
+
+    bool operator==(const Resampling &other) const
+    {
+        return width == other.width && height == other.height && mode == other.mode && type == other.type &&
+               addsUp == other.addsUp;
+    }
+};
 
 /// The pixels of one or several images: size, type, and the values, there already or as an expression that
 /// gives them. They never change while more than one image shares the store. What was found out about them is
@@ -29,13 +45,6 @@ public:
         int count;
         bool found;
         double low, high;
-    };
-    struct Resampled
-    {
-        std::uint32_t width, height;
-        int mode;
-        VXSDataTypes type;
-        StorePtr store;
     };
 
     /// Pixels with undefined contents. These makers throw std::bad_alloc.
@@ -76,9 +85,8 @@ public:
 
     std::optional<AutoRange> rememberedAutoRange(double ceiling, int count) const;
     void rememberAutoRange(const AutoRange &range);
-    StorePtr rememberedResampled(std::uint32_t width, std::uint32_t height, int mode,
-                                 VXSDataTypes type) const;
-    void rememberResampled(const Resampled &resampled);
+    StorePtr rememberedResampled(const Resampling &wanted) const;
+    void rememberResampled(const Resampling &how, const StorePtr &store);
     std::optional<float> rememberedOtsu() const { return m_otsu; }
     void rememberOtsu(float percentage);
 
@@ -112,7 +120,7 @@ private:
     std::optional<Statistics> m_statistics;
     std::optional<float> m_otsu;
     std::vector<AutoRange> m_autoRanges;
-    std::vector<Resampled> m_resampled;
+    std::vector<std::pair<Resampling, StorePtr>> m_resampled;
 };
 
 } // namespace il

@@ -22,6 +22,7 @@ struct Job
     D *out;
     const ResamplingAxis &x;
     const ResamplingAxis &y;
+    double added = 1.0; ///< what a mean becomes a sum with: the pixels that are added up; 1 for means
 
     const S *inRow(std::size_t row) const { return in + row * inWidth; }
     D *outRow(std::size_t row) const { return out + row * x.size(); }
@@ -62,16 +63,16 @@ void pickPixels(const Job<S, D> &job)
     });
 }
 
-/// Plain means over fx x fy pixels; A holds the sums.
+/// Plain means or sums over fx x fy pixels; A holds the sums.
 template <typename A, typename S, typename D>
 void boxMeans(const Job<S, D> &job)
 {
     const std::size_t fx = job.x.box();
     const std::size_t fy = job.y.box();
     const std::size_t used = fx * job.x.size();
-    const double pixels = double(fx) * double(fy);
+    const double pixels = double(fx) * double(fy) / job.added;
     // The reciprocal of a power of two is exact.
-    const bool powerOfTwo = (fx & (fx - 1)) == 0 && (fy & (fy - 1)) == 0;
+    const bool powerOfTwo = pixels == 1.0 || ((fx & (fx - 1)) == 0 && (fy & (fy - 1)) == 0);
     const double reciprocal = 1.0 / pixels;
     job.template forRows<A>(used, [&](std::uint32_t row, A *sums) {
         const S *first = job.inRow(job.y.first(row));
@@ -83,19 +84,19 @@ void boxMeans(const Job<S, D> &job)
                 sums[i] = A(sums[i] + A(in[i]));
         }
         D *out = job.outRow(row);
-        const auto mean = [&](auto sum) {
+        const auto scaled = [&](auto sum) {
             return powerOfTwo ? double(sum) * reciprocal : double(sum) / pixels;
         };
         if (fx == 2) {
             for (std::size_t i = 0; i < job.x.size(); ++i)
-                out[i] = roundedTo<D>(mean(A(sums[2 * i] + sums[2 * i + 1])));
+                out[i] = roundedTo<D>(scaled(A(sums[2 * i] + sums[2 * i + 1])));
             return;
         }
         for (std::size_t i = 0; i < job.x.size(); ++i) {
             A sum = sums[fx * i];
             for (std::size_t k = 1; k < fx; ++k)
                 sum = A(sum + sums[fx * i + k]);
-            out[i] = roundedTo<D>(mean(sum));
+            out[i] = roundedTo<D>(scaled(sum));
         }
     });
 }
@@ -121,7 +122,7 @@ void weightedMeans(const Job<S, D> &job)
             double sum = wx[0] * from[0];
             for (std::uint32_t k = 1; k < job.x.count(i); ++k)
                 sum += wx[k] * from[k];
-            out[i] = roundedTo<D>(sum);
+            out[i] = roundedTo<D>(sum * job.added);
         }
     });
 }
@@ -143,7 +144,7 @@ void run(const Job<S, D> &job)
     if (job.x.box() == 0 || job.y.box() == 0)
         return weightedMeans(job);
     if constexpr (std::is_same_v<S, std::uint8_t> && std::is_same_v<D, float>) {
-        if (job.x.box() == 2 && job.y.box() == 2)
+        if (job.x.box() == 2 && job.y.box() == 2 && job.added == 1.0)
             return halveMask(job);
     }
     const std::uint64_t pixels = std::uint64_t(job.x.box()) * job.y.box();
@@ -158,23 +159,31 @@ void run(const Job<S, D> &job)
 
 bool isKnownResampleMode(int mode)
 {
-    return mode == IL_RESAMPLE_AREA || mode == IL_RESAMPLE_BLOCK_MEAN || mode == IL_RESAMPLE_NEAREST_MASK;
+    return mode == IL_RESAMPLE_AREA || mode == IL_RESAMPLE_BINNING || mode == IL_RESAMPLE_NEAREST_MASK;
 }
 
-StorePtr resample(PixelStore &source, std::uint32_t width, std::uint32_t height, int mode, VXSDataTypes type)
+std::uint32_t pixelsAddedUp(std::uint32_t oldSize, std::uint32_t newSize)
 {
-    const ResamplingAxis x(source.width(), width, mode);
-    const ResamplingAxis y(source.height(), height, mode);
-    StorePtr result = PixelStore::allocate(type, width, height);
+    return newSize == 0 || newSize > oldSize ? 1 : oldSize / newSize;
+}
+
+StorePtr resample(PixelStore &source, const Resampling &wanted)
+{
+    const ResamplingAxis x(source.width(), wanted.width, wanted.mode);
+    const ResamplingAxis y(source.height(), wanted.height, wanted.mode);
+    const double added = wanted.addsUp ? double(pixelsAddedUp(source.width(), wanted.width)) *
+                                             pixelsAddedUp(source.height(), wanted.height)
+                                       : 1.0;
+    StorePtr result = PixelStore::allocate(wanted.type, wanted.width, wanted.height);
     const void *in = source.data();
     void *out = result->data();
     withPixelType(source.type(), [&](auto tag) {
         const auto *pixels = static_cast<decltype(tag)>(in);
         using S = std::remove_const_t<std::remove_pointer_t<decltype(tag)>>;
-        if (type == VXS_FLOAT)
-            run(Job<S, float>{pixels, source.width(), static_cast<float *>(out), x, y});
+        if (wanted.type == VXS_FLOAT)
+            run(Job<S, float>{pixels, source.width(), static_cast<float *>(out), x, y, added});
         else
-            run(Job<S, S>{pixels, source.width(), static_cast<S *>(out), x, y});
+            run(Job<S, S>{pixels, source.width(), static_cast<S *>(out), x, y, added});
     });
     return result;
 }

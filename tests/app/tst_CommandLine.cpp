@@ -61,7 +61,7 @@ void tst_CommandLine::versionIsTheProgramsOwn()
 {
     const CommandLine line = readCommandLine({"vexa", "--version"});
     QCOMPARE(line.outcome, CommandLine::TELL);
-    QCOMPARE(line.text, QString("Vexa 1.0.0\n"));
+    QCOMPARE(line.text, QString("Vexa 1.1.0\n"));
 }
 
 void tst_CommandLine::mistakesAreNamed()
@@ -77,7 +77,7 @@ void tst_CommandLine::mistakesAreNamed()
 void tst_CommandLine::aboutTellsVersionsAndLicence()
 {
     const QString text = aboutText();
-    for (const QString &word : {QString("Vexa 1.0.0"), QString("MIT"), QString("Qt ") + qVersion(),
+    for (const QString &word : {QString("Vexa 1.1.0"), QString("MIT"), QString("Qt ") + qVersion(),
                                 QString("LibTIFF "), QString("oneTBB ")})
         QVERIFY2(text.contains(word), qPrintable(text));
     QVERIFY2(!text.contains("%"), qPrintable(text));

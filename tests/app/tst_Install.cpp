@@ -86,7 +86,7 @@ void tst_Install::findsItsOwnLibraries()
 
 void tst_Install::theProgramStarts()
 {
-    QVERIFY(output(m_tree + QStringLiteral("/bin/vexa"), {"--version"}).contains(QLatin1String("1.0.0")));
+    QVERIFY(output(m_tree + QStringLiteral("/bin/vexa"), {"--version"}).contains(QLatin1String("1.1.0")));
 }
 
 QTEST_GUILESS_MAIN(tst_Install)

@@ -395,7 +395,7 @@ void tst_MainWindow::aboutBoxOpens()
     const DialogAnswerer user({DialogAnswer::press("OK", Qt::Key_Escape)});
     action(fixture.window.get(), "actionAbout")->trigger();
     QVERIFY(user.shown(0).closed);
-    QVERIFY(user.shown(0).text.contains("1.0.0"));
+    QVERIFY(user.shown(0).text.contains("1.1.0"));
 }
 
 void tst_MainWindow::menusHaveEverything()

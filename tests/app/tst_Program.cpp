@@ -99,7 +99,7 @@ void tst_Program::helpNeedsNoDisplay()
         QCOMPARE(program.exitStatus(), QProcess::NormalExit);
         QCOMPARE(program.exitCode(), 0);
         const QByteArray text = program.readAllStandardOutput();
-        QVERIFY2(text.contains(QByteArray(option) == "--help" ? "--plugins" : "Vexa 1.0.0\n"), text);
+        QVERIFY2(text.contains(QByteArray(option) == "--help" ? "--plugins" : "Vexa 1.1.0\n"), text);
     }
 }
 

@@ -41,6 +41,7 @@ private Q_SLOTS:
     void aClickInfoThatSaysSomethingElseIsTold();
     void aResultThatCannotBeReadIsTold();
     void aRecordOfAnySizeIsToldInFewLines();
+    void aResultOfVersion10IsComputedByItsRules();
 
 private:
     ResultCheck check(const CVXSDataset *result) const { return m_fixture->check(result); }
@@ -241,8 +242,9 @@ void tst_ResultCheck::aTamperedPixelIsFound_data()
     QTest::addColumn<int>("operation");
     QTest::addColumn<QString>("k");
     QTest::addColumn<float>("towards");
-    QTest::newRow("by the last bit") << 1 << "0.37" << std::numeric_limits<float>::infinity();
-    QTest::newRow("by the sign of a zero") << 2 << "0" << -1.0f;
+    QTest::addColumn<QString>("unit");
+    QTest::newRow("by the last bit") << 1 << "0.37" << std::numeric_limits<float>::infinity() << "counts";
+    QTest::newRow("by the sign of a zero") << 2 << "0" << -1.0f << "product";
 }
 
 void tst_ResultCheck::aTamperedPixelIsFound()
@@ -250,6 +252,7 @@ void tst_ResultCheck::aTamperedPixelIsFound()
     QFETCH(int, operation);
     QFETCH(QString, k);
     QFETCH(float, towards);
+    QFETCH(QString, unit);
     QVERIFY(m_fixture->open({clickA(), clickB()}));
     const CVXSDataset *result = m_fixture->makeResult(operation, k);
     QVERIFY(result);
@@ -261,8 +264,9 @@ void tst_ResultCheck::aTamperedPixelIsFound()
     const ResultCheck outcome = check(result);
     QVERIFY2(outcome.verdict == Verdict::Different, told(outcome).constData());
     const QString most = QString::number(std::abs(double(after) - double(before)), 'g', 6);
-    QVERIFY2(outcome.headline.contains(QString("1 of 1024 pixels differ, by at most %1 [counts].").arg(most)),
-             told(outcome).constData());
+    QVERIFY2(
+        outcome.headline.contains(QString("1 of 1024 pixels differ, by at most %1 [%2].").arg(most, unit)),
+        told(outcome).constData());
 }
 
 void tst_ResultCheck::aConstantKOffByTheLastBitIsFound()
@@ -365,6 +369,39 @@ void tst_ResultCheck::aRecordOfAnySizeIsToldInFewLines()
     record.a.files.resize(1);
     QVERIFY(ResultCheckFixture::setDescription(result, imagemath::toJson(record)));
     QVERIFY(check(result).lines.join(QString()).size() < 3000);
+}
+
+// Version 1.0 took the mean of counts where it binned, and a flat field's own scale.
+void tst_ResultCheck::aResultOfVersion10IsComputedByItsRules()
+{
+    ClickSpec fine = withFlatField(clickA());
+    fine.binning = 2.0f;
+    fine.width = fine.height = 64;
+    QVERIFY(m_fixture->open({fine, clickB()}));
+    m_fixture->sequence->getDataset(A)->doFlatFieldCorrection(true);
+    const CVXSDataset *result = m_fixture->makeResult(1, "0.5");
+    QVERIFY(result);
+    QVERIFY(check(result).verdict == Verdict::Same);
+
+    CILImage a = TestStudy::image(64, 64, fine.counts);
+    a /= TestStudy::image(64, 64, fine.flatField);
+    a.downSample(32, 32, IL_RESAMPLE_BINNING);
+    CILImage b = TestStudy::image(32, 32, clickB().counts);
+    b *= 0.5;
+    imagemath::ResultRecord record = recordOf(result);
+    QCOMPARE(record.binning, 4.0);
+    for (const char *version : {"1.0.0(Aug 12 2025)", "1.0.7(Aug 12 2025)", "1.1.0(Aug 12 2026)"}) {
+        const bool isOf10 = QByteArray(version).startsWith("1.0.");
+        record.version = version;
+        record.binning = isOf10 ? 0.0 : 4.0;
+        QVERIFY(ResultCheckFixture::rewrite(resultFile(result), [&](CILImage &image) {
+            image = a - b;
+            image.setDescription(imagemath::toJson(record).toStdString());
+        }));
+        const ResultCheck outcome = check(result);
+        QVERIFY2(outcome.verdict == (isOf10 ? Verdict::Same : Verdict::Different), told(outcome).constData());
+        QVERIFY2(anyLine(outcome, "made by version " + record.version) == isOf10, told(outcome).constData());
+    }
 }
 
 QTEST_MAIN(tst_ResultCheck)

@@ -6,6 +6,7 @@
 #include "host/vxutils/CVXSLog.h"
 #include "math/Computation.h"
 #include "math/Formula.h"
+#include "tests/support/LogCatcher.h"
 #include "tests/support/TestStudy.h"
 
 #include <QSignalSpy>
@@ -45,6 +46,12 @@ private Q_SLOTS:
     void theCallerSeesTheOperandsFirst();
     void aCallerWhoRefusesLeavesTheResult();
     void theFinerOperandIsBinnedDown();
+    void binnedCountsAddUpAndGiveTheSamePhotons_data();
+    void binnedCountsAddUpAndGiveTheSamePhotons();
+    void theOffsetThatAddsUpIsTold_data();
+    void theOffsetThatAddsUpIsTold();
+    void theThresholdIsOfCountsThatAddUp();
+    void byTheRulesOf10CountsAreAveraged();
     void eachOperandIsSeenBeforeTheNextAndBeforeItIsBinned();
     void whoSeesAProblemMayEndIt();
     void correctionsForAComparison_data();
@@ -227,6 +234,118 @@ void tst_Computation::theFinerOperandIsBinnedDown()
     QCOMPARE(int(m_result.getWidth()), 16);
     QCOMPARE(m_result.binningFactor(), 8.0f);
     QCOMPARE(m_a.binningFactor(), 8.0f);
+}
+
+void tst_Computation::binnedCountsAddUpAndGiveTheSamePhotons_data()
+{
+    QTest::addColumn<bool>("isAFine");
+    QTest::addColumn<QString>("formula");
+    for (const bool isAFine : {true, false})
+        for (const char *formula : {"A + B * k", "A - B * k"})
+            QTest::addRow("%s, %s is binned down", formula, isAFine ? "A" : "B") << isAFine << formula;
+}
+
+// The camera adds up what it bins: at binning 8 a pixel has the counts of four at binning 4. Counts that are
+// converted afterwards are the radiance that is computed at once.
+void tst_Computation::binnedCountsAddUpAndGiveTheSamePhotons()
+{
+    QFETCH(bool, isAFine);
+    QFETCH(QString, formula);
+    ClickSpec fine = specOf(isAFine ? A : B, 0.0f);
+    fine.counts = [](int x, int y) { return float(50 + x + y * y); };
+    ClickSpec coarse = specOf(isAFine ? B : A, 0.0f);
+    coarse.width = coarse.height = 16;
+    coarse.binning = 8.0f;
+    coarse.counts = [&fine](int x, int y) {
+        return fine.counts(2 * x, 2 * y) + fine.counts(2 * x + 1, 2 * y) + fine.counts(2 * x, 2 * y + 1) +
+               fine.counts(2 * x + 1, 2 * y + 1);
+    };
+    add(isAFine ? fine : coarse, isAFine ? coarse : fine);
+    m_request.k = 1.0f;
+    const Outcome inCounts = compute(formula);
+    const CILImage counts = m_result;
+    for (unsigned i = 0; i < counts.pixelCount(); ++i)
+        QCOMPARE(m_a.pixelAt(i % 16, i / 16), m_b.pixelAt(i % 16, i / 16));
+    QVERIFY(counts.valuesAddUp());
+    QCOMPARE(inCounts.record.binning, 8.0);
+    // As a result is calibrated: by its own binning.
+    CVXSDataset result(QStringLiteral("AB20260102030407"));
+    result.getClickInfo()->fromText(m_request.a.dataset->getClickInfo()->toText(), nullptr);
+    result.setCoreImage(EIMAGE_LUMINESCENT, counts);
+    CILImage converted;
+    QCOMPARE(result.getCalibratedLuminImage(EUNIT_RADIANCE, &converted, "test"), ESTATUS_SUCCESS);
+
+    m_request.unit = EUNIT_RADIANCE;
+    compute(formula);
+    QVERIFY(!m_result.valuesAddUp());
+    for (unsigned i = 0; i < counts.pixelCount(); ++i) {
+        const double computed = m_result.pixelAt(i % 16, i / 16);
+        QVERIFY2(std::abs(converted.pixelAt(i % 16, i / 16) - computed) <= 4e-7 * m_a.pixelAt(i % 16, i / 16),
+                 qPrintable(QString::number(computed)));
+    }
+}
+
+void tst_Computation::theOffsetThatAddsUpIsTold_data()
+{
+    QTest::addColumn<bool>("hasBackground");
+    QTest::addColumn<int>("unit");
+    QTest::addColumn<bool>("isTold");
+    QTest::newRow("counts without a background image") << false << int(EUNIT_COUNTS) << true;
+    QTest::newRow("counts less their background") << true << int(EUNIT_COUNTS) << false;
+    QTest::newRow("radiance is averaged") << false << int(EUNIT_RADIANCE) << false;
+}
+
+void tst_Computation::theOffsetThatAddsUpIsTold()
+{
+    QFETCH(bool, hasBackground);
+    QFETCH(int, unit);
+    QFETCH(bool, isTold);
+    ClickSpec b = specOf(B, 100.0f);
+    b.width = b.height = 16;
+    b.binning = 8.0f;
+    add(specOf(A, 300.0f), b);
+    if (hasBackground)
+        m_request.a.dataset->setCoreImage(EIMAGE_BACKGROUND,
+                                          TestStudy::image(32, 32, [](int, int) { return 100.0f; }));
+    m_request.a.corrections = correctionsOf(*m_request.a.dataset);
+    m_request.unit = tag_edisplayunit(unit);
+    LogCatcher log;
+    compute("A - B * k");
+    const QStringList told = log.ofLevel(ELOG_WARNING).filter("offset adds up");
+    QCOMPARE(told.size(), isTold ? 1 : 0);
+    if (isTold)
+        QVERIFY2(told.first().contains(A) && told.first().contains("from 4 to 8") &&
+                     told.first().contains("to 4 times"),
+                 qPrintable(told.first()));
+}
+
+void tst_Computation::theThresholdIsOfCountsThatAddUp()
+{
+    ClickSpec a = specOf(A, 0.0f);
+    a.width = a.height = 16;
+    a.binning = 8.0f;
+    a.counts = [](int, int) { return 40.0f; };
+    ClickSpec b = specOf(B, 0.0f);
+    b.counts = [](int x, int) { return x < 16 ? 2.0f : 3.0f; }; // 8 and 12 at binning 8
+    add(a, b);
+    m_request.k = 10.0f;
+    compute("A/B if Counts(B)>k");
+    QCOMPARE(m_result.pixelAt(7, 3), 0.0);
+    QCOMPARE(m_result.pixelAt(8, 3), double(40.0f / 12.0f * 10.0f));
+}
+
+void tst_Computation::byTheRulesOf10CountsAreAveraged()
+{
+    ClickSpec b = specOf(B, 100.0f);
+    b.width = b.height = 16;
+    b.binning = 8.0f;
+    add(specOf(A, 300.0f), b);
+    m_request.a.dataset->setCalibrationRules(ECALIBRATION_1_0);
+    m_request.b.dataset->setCalibrationRules(ECALIBRATION_1_0);
+    LogCatcher log;
+    compute("A - B * k");
+    QCOMPARE(m_a.pixelAt(0, 0), 300.5);
+    QCOMPARE(log.ofLevel(ELOG_WARNING).filter("offset"), QStringList());
 }
 
 void tst_Computation::eachOperandIsSeenBeforeTheNextAndBeforeItIsBinned()

@@ -73,6 +73,7 @@ private Q_SLOTS:
     void countsThatCannotFollowKeepTheirFactor();
     void blocksFollowTheSizesNotTheFactor();
     void aMeanHoldsWhatIsNotANumber();
+    void countsAddUpWhateverTheUnitOfB();
 };
 
 void tst_OperandPreparation::comparing_data()
@@ -317,6 +318,18 @@ void tst_OperandPreparation::countsThatCannotFollowKeepTheirFactor()
     QCOMPARE(b.binningFactor(), 8.0f);
     QVERIFY(counts.isEmpty());
     QCOMPARE(counts.binningFactor(), 4.0f);
+}
+
+void tst_OperandPreparation::countsAddUpWhateverTheUnitOfB()
+{
+    // B is in radiance, its counts are counts.
+    CILImage a = binned(1, 1, 8.0f);
+    CILImage b = imageOf({1, 2, 2, 2}, 2, 2, 4.0f), counts = imageOf({1, 1, 1, 2}, 2, 2, 4.0f);
+    counts.setValuesAddUp(true);
+    reconcileBinning(a, b, counts);
+    QCOMPARE(difference(b, {1.75f}, 1, 1), QString());
+    QCOMPARE(difference(counts, {5.0f}, 1, 1), QString());
+    QCOMPARE(counts.pixelsAdded(), 4.0);
 }
 
 void tst_OperandPreparation::blocksFollowTheSizesNotTheFactor()

@@ -22,6 +22,7 @@ ResultRecord fullRecord()
     record.operation = "A/B if Counts(B)>k";
     record.k = 0.1f;
     record.unit = "Radiance (Photons)";
+    record.binning = 2.5;
     record.a.clickNumber = "AB20260102030406";
     record.a.sequenceId = "AB20260102030405_SEQ";
     record.a.flatFieldCorrected = true;
@@ -106,6 +107,8 @@ private Q_SLOTS:
     void whatIsNoRecordIsRefusedWithAReason_data();
     void whatIsNoRecordIsRefusedWithAReason();
     void aRefusalLeavesTheRecordAlone();
+    void theRulesAreThoseOfTheVersion_data();
+    void theRulesAreThoseOfTheVersion();
     void theRecordOfADatasetNamesItsConstants();
     void theImageFilesOfADatasetAreHashed();
     void theHashIsThatOfTheBytes_data();
@@ -122,6 +125,7 @@ void tst_ResultRecord::everythingComesBack()
     QCOMPARE(back.operation, record.operation);
     QCOMPARE(bitsOf(back.k), bitsOf(record.k));
     QCOMPARE(back.unit, record.unit);
+    QCOMPARE(back.binning, record.binning);
     compare(back.a, record.a);
     compare(back.b, record.b);
     compare(back.photograph, record.photograph);
@@ -217,6 +221,8 @@ void tst_ResultRecord::whatIsNoRecordIsRefusedWithAReason_data()
     for (const QString k : {"", "-", "0x", "--0x1p+0", "0x1p+0 ", "0x1.8p+999", "1,5", "k"})
         QTest::newRow(qPrintable(QString("k is \"%1\"").arg(k)))
             << changed("k hexadecimal", k) << other.arg("k hexadecimal");
+    QTest::newRow("the binning is a text") << changed("binning", "2.5") << other.arg("binning");
+    QTest::newRow("the binning is 0") << changed("binning", 0.0) << other.arg("binning");
     QTest::newRow("A is a text") << changed("A", "AB20260102030406") << other.arg("A");
     QTest::newRow("a flag is a text")
         << changed("A/flat field corrected", "yes") << other.arg("A/flat field corrected");
@@ -246,6 +252,26 @@ void tst_ResultRecord::aRefusalLeavesTheRecordAlone()
     QVERIFY(!imagemath::fromJson(changed("B", 1), &record, &reason));
     QCOMPARE(imagemath::toJson(record), imagemath::toJson(fullRecord()));
     QVERIFY(!fullRecord().isEmpty() && ResultRecord().isEmpty());
+}
+
+void tst_ResultRecord::theRulesAreThoseOfTheVersion_data()
+{
+    QTest::addColumn<QString>("version");
+    QTest::addColumn<int>("rules");
+    QTest::newRow("the first") << "1.0.0(Jan  2 2026)" << int(ECALIBRATION_1_0);
+    QTest::newRow("a mended first") << "1.0.12(Jan  2 2026)" << int(ECALIBRATION_1_0);
+    QTest::newRow("the second") << "1.1.0(Jan  2 2026)" << int(ECALIBRATION_NOW);
+    QTest::newRow("the tenth") << "1.10.0(Jan  2 2026)" << int(ECALIBRATION_NOW);
+    QTest::newRow("none") << "" << int(ECALIBRATION_NOW);
+}
+
+void tst_ResultRecord::theRulesAreThoseOfTheVersion()
+{
+    QFETCH(QString, version);
+    QFETCH(int, rules);
+    imagemath::ResultRecord record;
+    record.version = version;
+    QCOMPARE(int(imagemath::rulesOf(record)), rules);
 }
 
 void tst_ResultRecord::theRecordOfADatasetNamesItsConstants()

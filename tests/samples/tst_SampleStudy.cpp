@@ -39,6 +39,7 @@ private Q_SLOTS:
     void everyUnitIsThere();
     void pairsAreWhatTheyAreFor_data();
     void pairsAreWhatTheyAreFor();
+    void thePairOfTwoBinningsGivesTheSamePhotons();
     void theMainJobLeavesNoiseAlone_data();
     void theMainJobLeavesNoiseAlone();
     void everyKindOfDatasetIsThere_data();
@@ -253,6 +254,28 @@ void tst_SampleStudy::pairsAreWhatTheyAreFor()
     QCOMPARE(int(imagemath::compareOperands(dataset(a)->getFOVForImage(EIMAGE_LUMINESCENT), imageA,
                                             dataset(b)->getFOVForImage(EIMAGE_LUMINESCENT), imageB)),
              combination);
+}
+
+// One scene, taken at binning 4 and 8: the binned A is B but for the noise.
+void tst_SampleStudy::thePairOfTwoBinningsGivesTheSamePhotons()
+{
+    const auto total = [](const CILImage &image) {
+        double sum = 0.0;
+        for (std::size_t i = 0; i < image.pixelCount(); ++i)
+            sum += double(image.pixels<float>()[i]);
+        return sum;
+    };
+    for (const tag_edisplayunit unit : {EUNIT_COUNTS, EUNIT_RADIANCE}) {
+        CILImage a = calibrated(LUMINESCENCE_BIN4, unit);
+        CILImage b = calibrated(LUMINESCENCE_BIN8, unit);
+        CILImage counts = calibrated(LUMINESCENCE_BIN8, EUNIT_COUNTS);
+        const double before = total(a);
+        imagemath::reconcileBinning(a, b, counts);
+        QCOMPARE(a.getWidth(), 256u);
+        QVERIFY2(std::abs(total(a) / total(b) - 1.0) < 0.005,
+                 qPrintable(QString::number(total(a) / total(b))));
+        QVERIFY(std::abs(total(a) / before - (unit == EUNIT_COUNTS ? 1.0 : 0.25)) < 1e-6);
+    }
 }
 
 void tst_SampleStudy::theMainJobLeavesNoiseAlone_data()

@@ -19,19 +19,24 @@ class VXAPI_EXPORT CRoiMeasInfo
 public:
     /// The total that two ROIs are compared by: total counts, the sum over the ROI of the image in camera counts,
     /// corrected as the dataset is (NaN when the image cannot be had in counts); measured in efficiency, the
-    /// total efficiency, because counts of other references cannot be compared.
-    double primaryROIStatistic() const { return unit == EUNIT_EFFICIENCY ? calibratedTotal : counts.sum; }
+    /// total efficiency, because counts of other references cannot be compared; of a product or ratio its sum
+    /// times the pixel's area.
+    double primaryROIStatistic() const
+    {
+        const bool hasCounts = unit < EUNIT_EFFICIENCY;
+        return hasCounts ? counts.sum : calibratedTotal;
+    }
     /// The total of the calibrated unit: for radiance the total flux [photons/s], the sum of radiance times
     /// the pixel's area on the subject [cm^2] times 4 pi [sr] (the field's convention for a source that
     /// shines into all directions); for radiant efficiency the same [(photons/s) / (uW/cm^2)]; for efficiency
-    /// the sum times the pixel's area [cm^2]; for counts the total counts.
+    /// the sum times the pixel's area [cm^2], for products and ratios likewise; for counts the total counts.
     double calibratedROIStatistic() const { return calibratedTotal; }
 
     QString clickNumber;
     QString roiName;
     EROISHAPE shape = EROI_RECTANGLE;
     EROIKIND kind = EROI_MEASUREMENT;
-    tag_edisplayunit unit = EUNIT_COUNTS; ///< the dataset's unit when it was measured
+    tag_edisplayunit unit = EUNIT_COUNTS; ///< CVXSDataset::getShownUnit() when it was measured
     RoiStatistics counts;                 ///< of the image in camera counts
     RoiStatistics calibrated;             ///< of the image in `unit`
     double calibratedTotal = 0.0;

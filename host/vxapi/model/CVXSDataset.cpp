@@ -177,6 +177,21 @@ bool CVXSDataset::Private::hasSection(QLatin1String section) const
     return clickInfo[section] != nullptr;
 }
 
+tag_edisplayunit CVXSDataset::Private::unitlessValues() const
+{
+    if (rules == ECALIBRATION_1_0)
+        return EUNIT_COUNT;
+    switch (resultValuesOf(clickInfo)) {
+    case ResultValues::Product:
+        return EUNIT_PRODUCT;
+    case ResultValues::Ratio:
+        return EUNIT_RATIO;
+    case ResultValues::InUnit:
+        break;
+    }
+    return EUNIT_COUNT;
+}
+
 QString CVXSDataset::Private::kind() const
 {
     if (!hasSection(SECTION_LUMINESCENT))
@@ -213,10 +228,25 @@ void CVXSDataset::doFlatFieldCorrection(bool on)
     const bool isPossible = !d->isResult() && d->images.isPresent(EIMAGE_FLATFIELD);
     if (on && (!isPossible || !getCoreImage(EIMAGE_FLATFIELD)))
         return;
+    const QString obstacle = on ? d->obstacleToFlatField() : QString();
+    if (!obstacle.isEmpty()) {
+        d->lastError = tr("%1 cannot be corrected for the flat field: %2").arg(d->clickNumber, obstacle);
+        vxLog(ELOG_FAILURE, d->lastError);
+        return;
+    }
     const bool before = isLuminFlatFieldCorrected();
     d->isFlatFieldOn = on;
     if (isLuminFlatFieldCorrected() != before)
         Q_EMIT calibrationChanged();
+}
+
+void CVXSDataset::setCalibrationRules(ECALIBRATIONRULES rules)
+{
+    if (rules == d->rules)
+        return;
+    d->rules = rules;
+    d->remembered.clear();
+    Q_EMIT calibrationChanged();
 }
 
 bool CVXSDataset::isLuminBackgroundSubtracted() const

@@ -120,19 +120,27 @@ public:
     /// into `target` (binning factor and palette included). On failure `target` becomes empty (0 x 0) and a
     /// log line of level 3 names dataset and reason; `caller` names who asked.
     ///
-    /// counts = stored pixels - background; corrected = counts / flat field (brought onto the grid by area
-    /// average; division is IEEE, so a flat-field pixel of 0 gives an infinity or NaN); times the factor of
-    /// VXCalibration.h. Efficiency = counts / (excitation reference - background), without flat field, whose
-    /// shading is in both. Background and excitation reference must have the luminescent image's size. The
-    /// palette gets colour table, direction and log scale of the dataset; its limits are the caller's to set.
-    /// A result of image math is converted from the unit of its pixels
-    /// ("Intensity Calibration"), with no correction; no factor leads to or from efficiency.
+    /// counts = stored pixels - background; corrected = counts / flat field (normalised to its maximum, so that
+    /// its own scale does not matter, and brought onto the grid by area average; division is IEEE, so a
+    /// flat-field pixel of 0 gives an infinity or NaN); times the factor of VXCalibration.h. Counts are values
+    /// that add up (CILImage::valuesAddUp()), the others are not. Efficiency = counts / (excitation reference - background), without flat field, whose
+    /// shading is in both. Background and excitation reference must have the luminescent image's size, a flat
+    /// field its aspect ratio (to less than a pixel of its own). The palette gets colour table, direction and log scale of the dataset; its limits are the caller's to set.
+    /// A result of image math is converted from the unit of its pixels ("Intensity Calibration"), with no
+    /// correction; no factor leads to or from efficiency. Products and ratios have no unit: they are given as
+    /// they are, whatever is asked for.
     ///
     /// Status: ESTATUS_NO_IMAGE without luminescent image or excitation reference, ESTATUS_BAD_IMAGE when a
     /// file cannot be read or sizes differ, ESTATUS_BAD_VALUE for a calibration constant that is not usable.
     /// Asking again for something that did not change answers with the same pixels (CILImage::contentId()) at
     /// no cost.
     ESTATUS getCalibratedLuminImage(tag_edisplayunit unit, CILImage *target, const QString &caller) const;
+    /// Camera pixels that a pixel of the luminescent image stands for along an axis; 1 when it is not recorded.
+    /// ClickInfo keeps that of a result truncated: then the record of its making, in its image file, tells it
+    /// exactly.
+    double getBinningFactor() const;
+    /// Rules of another version, for a dataset that nobody else has open: a computation of then is repeated.
+    void setCalibrationRules(ECALIBRATIONRULES rules);
     /// Width of the imaged field of that image [cm]; NaN when it is not recorded.
     double getFOVForImage(tag_eimagetype type) const;
 
@@ -141,8 +149,9 @@ public:
     /// Whether calibrated images are corrected for the flat field, now or in the stored pixels.
     bool isLuminFlatFieldCorrected() const;
     /// Switches the flat-field correction of calibrated images on or off; it is off at first. Without a
-    /// flat-field image that can be read, or for a result of image math, it cannot be switched on; pixels
-    /// stored corrected stay so. Emits calibrationChanged() when the state changed.
+    /// flat-field image that can be read and has the luminescent image's aspect ratio, or for a result of
+    /// image math, it cannot be switched on (lastError() and a log line say why); pixels stored corrected stay
+    /// so. Emits calibrationChanged() when the state changed.
     void doFlatFieldCorrection(bool on);
     /// Background subtraction is on from the start when there is a background image; pixels stored subtracted
     /// stay so.
@@ -170,6 +179,9 @@ public:
     /// if one was chosen.
     tag_edisplayunit getUnit() const;
     void setUnit(tag_edisplayunit unit);
+    /// What the values of the luminescent image are in when it is shown and measured: getUnit(), but
+    /// EUNIT_PRODUCT or EUNIT_RATIO for such a result.
+    tag_edisplayunit getShownUnit() const;
     /// [mW]; 0 when not recorded.
     double getBottomIlluminationPower() const;
     const CVXSToolInfo &getToolInfo() const;

@@ -30,6 +30,13 @@ CILImage onGridOf(const CILImage &like, const CILImage &image)
     return grid;
 }
 
+/// Less than one pixel of the flat field: a camera that bins drops what remains at the edge.
+bool hasSameAspectRatio(const CILImage &flatField, const CILImage &image)
+{
+    const double height = double(flatField.getWidth()) * image.getHeight() / image.getWidth();
+    return std::abs(height - double(flatField.getHeight())) < 1.0;
+}
+
 bool isSameSize(const CILImage &a, const CILImage &b)
 {
     return a.getWidth() == b.getWidth() && a.getHeight() == b.getHeight();
@@ -76,6 +83,8 @@ ESTATUS CVXSDataset::Private::calibrated(tag_edisplayunit unit, CILImage *target
     }
     target->setBinningFactor(float(binningFactor()));
     target->setPalette(palette());
+    target->setValuesAddUp(unit == EUNIT_COUNTS && unitlessValues() == EUNIT_COUNT &&
+                           rules == ECALIBRATION_NOW);
     return ESTATUS_SUCCESS;
 }
 
@@ -97,7 +106,9 @@ ESTATUS CVXSDataset::Private::prepare(tag_edisplayunit unit, Ingredients *ingred
         isResult() ? unitOfResult(unit, &storedUnit, reason) : addCompanions(unit, ingredients, reason);
     if (status != ESTATUS_SUCCESS)
         return status;
-    ingredients->factor = calibration::factor(clickInfo, storedUnit, unit, reason);
+    if (unitlessValues() != EUNIT_COUNT)
+        return ESTATUS_SUCCESS;
+    ingredients->factor = calibration::factor(clickInfo, binningFactor(), storedUnit, unit, reason);
     return std::isnan(ingredients->factor) ? ESTATUS_BAD_VALUE : ESTATUS_SUCCESS;
 }
 
@@ -105,6 +116,8 @@ ESTATUS CVXSDataset::Private::prepare(tag_edisplayunit unit, Ingredients *ingred
 ESTATUS CVXSDataset::Private::unitOfResult(tag_edisplayunit wanted, tag_edisplayunit *stored,
                                            QString *reason) const
 {
+    if (unitlessValues() != EUNIT_COUNT)
+        return ESTATUS_SUCCESS;
     const QString key = textOf(clickInfo, SECTION_GRAPH_CONTROLS, KEY_INTENSITY_CALIBRATION);
     if (!unitOfKey(key, stored)) {
         *reason = tr("\"%1\" in section \"%2\" is \"%3\", which is no unit")
@@ -147,8 +160,11 @@ ESTATUS CVXSDataset::Private::companion(tag_eimagetype type, const CILImage &sto
                             : tr("there is no %1").arg(name);
         return isPresent ? ESTATUS_BAD_IMAGE : ESTATUS_NO_IMAGE;
     }
-    // A flat field has no scale of its own; counts of another binning mean something else.
-    if (type != EIMAGE_FLATFIELD && !isSameSize(**image, stored)) {
+    if (type == EIMAGE_FLATFIELD) {
+        *reason = obstacleToFlatField();
+        return reason->isEmpty() ? ESTATUS_SUCCESS : ESTATUS_BAD_IMAGE;
+    }
+    if (!isSameSize(**image, stored)) { // counts of another binning mean something else
         *reason = tr("%1: the %2 has %3 pixels, the luminescent image %4")
                       .arg(folder + images.fileName(type), name, sizeOf(**image), sizeOf(stored));
         return ESTATUS_BAD_IMAGE;
@@ -156,8 +172,25 @@ ESTATUS CVXSDataset::Private::companion(tag_eimagetype type, const CILImage &sto
     return ESTATUS_SUCCESS;
 }
 
+// A flat field tells the shading alone: neither its size nor its scale matter, but its shape does.
+QString CVXSDataset::Private::obstacleToFlatField()
+{
+    const CILImage *flatField = coreImage(EIMAGE_FLATFIELD);
+    const CILImage *image = coreImage(EIMAGE_LUMINESCENT);
+    if (!flatField || !image || rules == ECALIBRATION_1_0)
+        return QString();
+    const QString file = folder + images.fileName(EIMAGE_FLATFIELD);
+    if (!hasSameAspectRatio(*flatField, *image))
+        return tr("%1: the flat-field image has %2 pixels, which is not the shape of the luminescent image "
+                  "of %3")
+            .arg(file, sizeOf(*flatField), sizeOf(*image));
+    if (!(flatField->getMax() > 0.0f))
+        return tr("%1: the flat-field image has no pixel above 0").arg(file);
+    return QString();
+}
+
 // Image arithmetic waits until a pixel is asked for, so all of this is one pass over the pixels.
-void CVXSDataset::Private::compute(const Ingredients &ingredients, CILImage *target)
+void CVXSDataset::Private::compute(const Ingredients &ingredients, CILImage *target) const
 {
     CILImage image(*ingredients.luminescent);
     image.setDescription(std::string()); // it told of the stored pixels
@@ -171,8 +204,13 @@ void CVXSDataset::Private::compute(const Ingredients &ingredients, CILImage *tar
             reference -= *ingredients.background;
         image /= reference;
     }
-    if (ingredients.flatField)
-        image /= onGridOf(image, *ingredients.flatField);
+    if (ingredients.flatField) {
+        CILImage flatField = onGridOf(image, *ingredients.flatField);
+        const double most = double(ingredients.flatField->getMax());
+        if (most != 1.0 && rules == ECALIBRATION_NOW)
+            flatField *= 1.0 / most;
+        image /= flatField;
+    }
     if (ingredients.factor != 1.0)
         image *= ingredients.factor;
     *target = image;

@@ -19,6 +19,12 @@ void CVXSDataset::setUnit(tag_edisplayunit unit)
     Q_EMIT unitChanged();
 }
 
+tag_edisplayunit CVXSDataset::getShownUnit() const
+{
+    const tag_edisplayunit unitless = d->unitlessValues();
+    return unitless == EUNIT_COUNT ? d->unit : unitless;
+}
+
 double CVXSDataset::getBottomIlluminationPower() const
 {
     const double power = numberOf(d->clickInfo, SECTION_LUMINESCENT, KEY_BOTTOM_POWER);

@@ -6,6 +6,7 @@
 #include "host/vxapi/model/CVXSDataset_p.h"
 #include "host/vxutils/CVXSLog.h"
 
+#include <cmath>
 #include <limits>
 
 using namespace clickinfo;
@@ -66,10 +67,18 @@ void CVXSDataset::setCoreImage(tag_eimagetype type, const CILImage &image)
     Q_EMIT calibrationChanged();
 }
 
-double CVXSDataset::Private::binningFactor() const
+double CVXSDataset::Private::binningFactor()
 {
     const double binning = numberOf(clickInfo, SECTION_LUMINESCENT, KEY_BINNING);
-    return constantRange(KEY_BINNING).holds(binning) ? binning : 1.0;
+    if (!constantRange(KEY_BINNING).holds(binning))
+        return 1.0;
+    const double exact = isResult() ? images.recordedBinning(folder) : binning;
+    return std::trunc(exact) == binning ? exact : binning; // who edited ClickInfo means it
+}
+
+double CVXSDataset::getBinningFactor() const
+{
+    return d->binningFactor();
 }
 
 double CVXSDataset::getFOVForImage(tag_eimagetype type) const

@@ -25,6 +25,8 @@ double totalFactor(tag_edisplayunit unit, double pixelArea)
     case EUNIT_RADIANT_EFFICIENCY:
         return pixelArea * FULL_SPHERE;
     case EUNIT_EFFICIENCY:
+    case EUNIT_PRODUCT:
+    case EUNIT_RATIO:
         return pixelArea;
     default:
         return 1.0;
@@ -99,11 +101,12 @@ ESTATUS CVXSDataset::Private::imagesToMeasure(const CVXSDataset &dataset, Measur
                      .arg(name, KEY_FOV, constantRange(KEY_FOV).text());
         return ESTATUS_BAD_VALUE;
     }
-    if (unit == EUNIT_COUNTS) {
+    if (dataset.getShownUnit() == EUNIT_COUNTS) {
         measured->counts = measured->calibrated;
         return ESTATUS_SUCCESS;
     }
-    if (unit == EUNIT_EFFICIENCY && isResult()) // no way leads from there to counts
+    // No way leads from there to counts.
+    if (dataset.getShownUnit() >= EUNIT_COUNT || (unit == EUNIT_EFFICIENCY && isResult()))
         return ESTATUS_SUCCESS;
     QString reason;
     status = calibrated(EUNIT_COUNTS, &measured->counts, &reason);
@@ -122,16 +125,17 @@ CRoiMeasInfo CVXSDataset::Private::measure(const MeasuredImages &measured, const
     record.roiName = roi.name();
     record.shape = roi.shape();
     record.kind = roi.kind();
-    record.unit = unit;
+    const tag_edisplayunit unitless = unitlessValues();
+    record.unit = unitless == EUNIT_COUNT ? unit : unitless;
     record.calibrated = roiStatistics(measured.calibrated, roi, measured.pixelSize);
-    if (unit == EUNIT_COUNTS)
+    if (record.unit == EUNIT_COUNTS)
         record.counts = record.calibrated;
     else if (!measured.counts.isEmpty())
         record.counts = roiStatistics(measured.counts, roi, measured.pixelSize);
     else
         record.counts.sum = std::numeric_limits<double>::quiet_NaN();
     const double pixelArea = measured.pixelSize * measured.pixelSize;
-    record.calibratedTotal = record.calibrated.sum * totalFactor(unit, pixelArea);
+    record.calibratedTotal = record.calibrated.sum * totalFactor(record.unit, pixelArea);
     record.area = double(record.calibrated.pixels + record.calibrated.notFinitePixels) * pixelArea;
     record.isValid = true;
     return record;

@@ -34,7 +34,9 @@ public:
     bool isResult() const;
     bool isStoredFlatFieldCorrected() const;
     bool isStoredBackgroundSubtracted() const;
-    double binningFactor() const;
+    double binningFactor();
+    /// EUNIT_PRODUCT or EUNIT_RATIO for such a result, else EUNIT_COUNT.
+    tag_edisplayunit unitlessValues() const;
     CILPalette palette() const;
     void readDisplay();
     void writeDisplay();
@@ -46,7 +48,9 @@ public:
     ESTATUS addCompanions(tag_edisplayunit unit, Ingredients *ingredients, QString *reason);
     /// A further image of the luminescent grid.
     ESTATUS companion(tag_eimagetype type, const CILImage &stored, const CILImage **image, QString *reason);
-    static void compute(const Ingredients &ingredients, CILImage *target);
+    void compute(const Ingredients &ingredients, CILImage *target) const;
+    /// Why the flat field does not fit the luminescent image; empty when it does, or one of them is missing.
+    QString obstacleToFlatField();
 
     ESTATUS load(const QString &path, QString *error);
     ESTATUS saveTo(const QString &target, QString *error);
@@ -86,6 +90,7 @@ public:
     CalibratedImages remembered;
     bool isFlatFieldOn = false;
     bool isBackgroundOn = true;
+    ECALIBRATIONRULES rules = ECALIBRATION_NOW;
 
     tag_edisplayunit unit = EUNIT_COUNTS;
     CVXSToolInfo toolInfo;

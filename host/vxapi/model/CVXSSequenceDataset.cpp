@@ -223,6 +223,11 @@ bool CVXSSequenceDataset::addDataset(CVXSDataset *dataset, int position)
     return true;
 }
 
+void CVXSSequenceDataset::announceCorrections()
+{
+    Q_EMIT updateOnChangeSequence();
+}
+
 bool CVXSSequenceDataset::removeDataset(const QString &clickNumber)
 {
     const int index = d->indexOf(clickNumber);

@@ -66,6 +66,10 @@ public:
     /// Appends (or inserts) a dataset, takes ownership and registers it; false when its click number is taken
     /// or not a safe file name. Emits updateOnChangeSequence().
     bool addDataset(CVXSDataset *dataset, int position = -1);
+    /// To be called after the user changed a correction of one of its datasets, which those who computed with
+    /// it have to know; a computation that switches one on and back tells nobody. Emits
+    /// updateOnChangeSequence().
+    void announceCorrections();
     /// Takes a dataset out and deletes it. Emits datasetAboutToBeRemoved() before and
     /// updateOnChangeSequence() after.
     bool removeDataset(const QString &clickNumber);
@@ -83,7 +87,8 @@ public:
     bool isModified() const;
 
 Q_SIGNALS:
-    /// Datasets were added or removed, or the unit or the colours in which they are shown changed.
+    /// Datasets were added or removed, or the unit or the colours in which they are shown changed, or the user
+    /// changed a correction of one of them.
     void updateOnChangeSequence();
     void datasetAboutToBeRemoved(CVXSDataset *dataset);
     void displayChanged();

@@ -25,13 +25,21 @@ struct Text
 class Constants
 {
 public:
-    Constants(const CPLClickInfo &info, QString *reason) : m_info(info), m_reason(reason) {}
+    Constants(const CPLClickInfo &info, double binning, QString *reason)
+        : m_info(info), m_binning(binning), m_reason(reason)
+    {
+    }
 
     /// The number of a key; NaN when it is missing or out of its range.
     double number(QLatin1String section, QLatin1String key)
     {
         const double value = numberOf(m_info, section, key);
         return constantRange(key).holds(value) ? value : refused(section, key);
+    }
+    double binning()
+    {
+        return std::isnan(number(SECTION_LUMINESCENT, KEY_BINNING)) ? std::numeric_limits<double>::quiet_NaN()
+                                                                    : m_binning;
     }
 
 private:
@@ -47,6 +55,7 @@ private:
     }
 
     const CPLClickInfo &m_info;
+    double m_binning;
     QString *m_reason;
 };
 
@@ -60,7 +69,7 @@ double radiancePerCount(Constants &constants)
     const double transmission = constants.number(SECTION_LUMINESCENT, KEY_TRANSMISSION);
     const double fNumber = constants.number(SECTION_LUMINESCENT, KEY_FNUMBER);
     const double exposure = constants.number(SECTION_LUMINESCENT, KEY_EXPOSURE);
-    const double binning = constants.number(SECTION_LUMINESCENT, KEY_BINNING);
+    const double binning = constants.binning();
 
     const double side = pitch * CM_PER_UM * binning;
     const double photons = gain / (quantumEfficiency * transmission);
@@ -82,12 +91,12 @@ double perCount(Constants &constants, tag_edisplayunit unit)
 
 } // namespace
 
-double calibration::factor(const CPLClickInfo &info, tag_edisplayunit from, tag_edisplayunit to,
-                           QString *reason)
+double calibration::factor(const CPLClickInfo &info, double binning, tag_edisplayunit from,
+                           tag_edisplayunit to, QString *reason)
 {
     if (from == to || from == EUNIT_EFFICIENCY || to == EUNIT_EFFICIENCY)
         return 1.0;
-    Constants constants(info, reason);
+    Constants constants(info, binning, reason);
     // Between the two calibrated units only the irradiance counts.
     if (from == EUNIT_RADIANCE && to == EUNIT_RADIANT_EFFICIENCY)
         return 1.0 / constants.number(SECTION_LUMINESCENT, KEY_EXCITATION_IRRADIANCE);

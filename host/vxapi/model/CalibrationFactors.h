@@ -8,7 +8,7 @@ class CPLClickInfo;
 /// Factors between display units, from the constants of a ClickInfo record.
 ///
 ///     QString reason;
-///     const double perCount = calibration::factor(info, EUNIT_COUNTS, EUNIT_RADIANCE, &reason);
+///     const double perCount = calibration::factor(info, 4.0, EUNIT_COUNTS, EUNIT_RADIANCE, &reason);
 ///     if (std::isnan(perCount))
 ///         vxLog(ELOG_FAILURE, reason); // names key, section, value and what it has to be
 ///
@@ -22,7 +22,9 @@ namespace calibration {
 
 /// What pixels in the unit `from` are multiplied with to be in the unit `to`. 1 when the units are equal, or
 /// when one is efficiency, which no factor leads to or from. NaN when a constant that the factor needs is
-/// missing, no number or out of its range; `reason` then names key, section and value.
-double factor(const CPLClickInfo &info, tag_edisplayunit from, tag_edisplayunit to, QString *reason);
+/// missing, no number or out of its range; `reason` then names key, section and value. `binning` is that of the
+/// image, of which ClickInfo must have the key but may keep it truncated.
+double factor(const CPLClickInfo &info, double binning, tag_edisplayunit from, tag_edisplayunit to,
+              QString *reason);
 
 } // namespace calibration

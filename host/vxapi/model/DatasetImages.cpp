@@ -3,6 +3,7 @@
 
 #include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 #include "host/vxapi/model/clickinfo/ClickInfoValues.h"
+#include "host/vxapi/model/clickinfo/RecordedBinning.h"
 #include "host/vxapi/model/DatasetFiles.h"
 #include "host/vxparser/CPLClickInfo.h"
 #include "host/vxutils/CVXUtilityFns.h"
@@ -53,6 +54,7 @@ void DatasetImages::scan(const CPLClickInfo &info, const QString &folder, QStrin
 {
     // The tool writes a result's images under these names, whatever the operand's were called.
     const bool isResult = isMathResult(info);
+    m_recordedBinning.reset();
     for (const ImageKind &kind : kinds()) {
         Slot &found = slot(kind.type);
         found = Slot();
@@ -104,8 +106,24 @@ bool DatasetImages::isLoaded(tag_eimagetype type) const
     return slot(type).image || !slot(type).error.isEmpty();
 }
 
+double DatasetImages::recordedBinning(const QString &folder)
+{
+    if (m_recordedBinning)
+        return *m_recordedBinning;
+    const Slot &luminescent = slot(EIMAGE_LUMINESCENT);
+    std::string description;
+    if (luminescent.image)
+        description = luminescent.image->description();
+    else if (isPresent(EIMAGE_LUMINESCENT))
+        CILImage::loadDescription(QFile::encodeName(folder + luminescent.fileName).constData(), &description);
+    m_recordedBinning = clickinfo::recordedBinning(description);
+    return *m_recordedBinning;
+}
+
 void DatasetImages::set(tag_eimagetype type, const CILImage &image, CPLClickInfo *info)
 {
+    if (type == EIMAGE_LUMINESCENT)
+        m_recordedBinning.reset();
     CPLSection *section = ensureSection(info, kind(type).section);
     const QString name = nameOf(*section, kind(type));
     Slot &changed = slot(type);

@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <QDateTime>
 #include <QString>
 #include <QStringList>
@@ -47,6 +48,9 @@ public:
     QString error(tag_eimagetype type) const;
     /// Whether image() has read, or tried to read, that image, or was given it.
     bool isLoaded(tag_eimagetype type) const;
+    /// The binning that the description of a result's luminescent image tells, see RecordedBinning.h; NaN when it
+    /// tells none. No pixel is read for it.
+    double recordedBinning(const QString &folder);
     /// Replaces the image; its section gets a name when it has none.
     void set(tag_eimagetype type, const CILImage &image, CPLClickInfo *info);
 
@@ -82,4 +86,5 @@ private:
 
     CVXSImageList m_list;
     std::array<Slot, COUNT> m_slots;
+    std::optional<double> m_recordedBinning;
 };

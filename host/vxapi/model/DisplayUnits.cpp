@@ -11,9 +11,13 @@ struct Texts
 };
 
 constexpr DisplayUnit NO_UNIT{"", "", "", "", ""};
+constexpr DisplayUnit PRODUCT{"", QT_TRANSLATE_NOOP("DisplayUnits", "Product"), "product", "", ""};
+constexpr DisplayUnit RATIO{"", QT_TRANSLATE_NOOP("DisplayUnits", "Ratio"), "ratio", "", ""};
 
 const DisplayUnit &of(tag_edisplayunit unit)
 {
+    if (unit == EUNIT_PRODUCT || unit == EUNIT_RATIO)
+        return unit == EUNIT_PRODUCT ? PRODUCT : RATIO;
     const auto index = std::size_t(unit);
     return index < DISPLAY_UNITS.size() ? DISPLAY_UNITS[index] : NO_UNIT;
 }
@@ -58,10 +62,11 @@ QString unitSuffix(tag_edisplayunit unit)
 
 QString unitText(tag_edisplayunit unit)
 {
-    return unit == EUNIT_COUNTS ? unitLabel(unit) : unitLabel(unit) + unitSuffix(unit);
+    const bool isSymbolLabel = unit == EUNIT_COUNTS || unit == EUNIT_PRODUCT || unit == EUNIT_RATIO;
+    return isSymbolLabel ? unitLabel(unit) : unitLabel(unit) + unitSuffix(unit);
 }
 
 QString unitTotalText(tag_edisplayunit unit)
 {
-    return translated(of(unit).total) + inBrackets(of(unit).totalSymbol);
+    return *of(unit).total ? translated(of(unit).total) + inBrackets(of(unit).totalSymbol) : QString();
 }

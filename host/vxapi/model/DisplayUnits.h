@@ -12,7 +12,10 @@ enum tag_edisplayunit {
     EUNIT_RADIANCE = 1,           ///< photons/s/cm^2/sr
     EUNIT_RADIANT_EFFICIENCY = 2, ///< (photons/s/cm^2/sr) / (uW/cm^2)
     EUNIT_EFFICIENCY = 3,         ///< image over excitation reference, no unit
-    EUNIT_COUNT = 4
+    EUNIT_COUNT = 4,
+    // What results of image math may hold instead: no unit, nothing to choose, and no file names them.
+    EUNIT_PRODUCT = 5, ///< of two images
+    EUNIT_RATIO = 6,   ///< of two images
 };
 
 /// What a unit is called. All that names units reads it here.
@@ -32,7 +35,7 @@ struct DisplayUnit
     const char *totalSymbol; ///< of that sum, UTF-8; empty: counts
 };
 
-/// Indexed by tag_edisplayunit.
+/// The units to choose from, indexed by tag_edisplayunit.
 constexpr std::array<DisplayUnit, EUNIT_COUNT> DISPLAY_UNITS{{
     {"counts", QT_TRANSLATE_NOOP("DisplayUnits", "Counts"), "counts",
      QT_TRANSLATE_NOOP("DisplayUnits", "Total counts"), ""},
@@ -44,16 +47,16 @@ constexpr std::array<DisplayUnit, EUNIT_COUNT> DISPLAY_UNITS{{
      QT_TRANSLATE_NOOP("DisplayUnits", "Total efficiency"), "cm²"},
 }};
 
-/// The unit's key; empty for a number that is no unit, as of the other functions.
+/// The unit's key; empty for a number that is no unit, as of the other functions, and for products and ratios.
 VXAPI_EXPORT QString unitKey(tag_edisplayunit unit);
 /// The unit of such a key, in any case; false when there is none of that name.
 VXAPI_EXPORT bool unitOfKey(const QString &key, tag_edisplayunit *unit);
 
 /// "Radiance (Photons)".
 VXAPI_EXPORT QString unitLabel(tag_edisplayunit unit);
-/// " [p/s/cm²/sr]", to stand behind a name; empty for a plain number.
+/// " [p/s/cm²/sr]", " [ratio]", to stand behind a name; empty for a plain number.
 VXAPI_EXPORT QString unitSuffix(tag_edisplayunit unit);
-/// The label, with the symbol where it tells more: "Radiance (Photons) [p/s/cm²/sr]", "Counts".
+/// The label, with the symbol where it tells more: "Radiance (Photons) [p/s/cm²/sr]", "Counts", "Ratio".
 VXAPI_EXPORT QString unitText(tag_edisplayunit unit);
-/// "Total flux [p/s]", "Total counts".
+/// "Total flux [p/s]", "Total counts"; empty for products and ratios, whose sum is of nothing.
 VXAPI_EXPORT QString unitTotalText(tag_edisplayunit unit);

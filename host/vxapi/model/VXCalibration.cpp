@@ -35,7 +35,8 @@ ESTATUS VX_LuminImageMinMax(CILImage *image, double *min, double *max, const QSt
     tag_edisplayunit unit;
     if (!image || !min || !max || !unitOfKey(unitName, &unit) || count < 1)
         return ESTATUS_BAD_VALUE;
-    return ilAutoRange(*image, ceiling * factor, count, min, max) ? ESTATUS_SUCCESS : ESTATUS_NO_RANGE;
+    return ilAutoRange(*image, ceiling * factor * image->pixelsAdded(), count, min, max) ? ESTATUS_SUCCESS
+                                                                                         : ESTATUS_NO_RANGE;
 }
 
 double VX_CalibrateIntensityWithFilterTrans(tag_eimagetype type, CVXSDataset *dataset,
@@ -51,7 +52,10 @@ double VX_CalibrateIntensityWithFilterTrans(tag_eimagetype type, CVXSDataset *da
         return noFactor(dataset, Text::tr("there is no unit \"%1\"").arg(fromUnit));
     if (!unitOfKey(toUnit, &to))
         return noFactor(dataset, Text::tr("there is no unit \"%1\"").arg(toUnit));
+    if (dataset->getShownUnit() >= EUNIT_COUNT) // nothing is converted
+        return 1.0;
     QString reason;
-    const double value = calibration::factor(*dataset->getClickInfo(), from, to, &reason);
+    const double value =
+        calibration::factor(*dataset->getClickInfo(), dataset->getBinningFactor(), from, to, &reason);
     return std::isnan(value) ? noFactor(dataset, reason) : value;
 }

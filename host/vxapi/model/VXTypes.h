@@ -15,6 +15,15 @@ enum EDATASETTYPE {
     EDATASET_IN_MEMORY = 2, ///< computed or imported and never saved: no files yet
 };
 
+/// By which rules luminescent images are calibrated.
+enum ECALIBRATIONRULES {
+    ECALIBRATION_NOW = 0,
+    /// Those of version 1.0, by which its results are computed again: a flat field divides as it is, whatever
+    /// its scale and shape; binning takes the mean of counts too; products and ratios are converted as if
+    /// they were in the unit of their operands.
+    ECALIBRATION_1_0 = 1,
+};
+
 /// Colour table of a dataset; the same codes as VXS_COLORTABLE_TYPES.
 using tag_ecolortable = VXS_COLORTABLE_TYPES;
 

@@ -44,9 +44,11 @@ enum IL_RESAMPLEMODES {
     /// Area average: the mean of the old pixels from i * old / new to (i + 1) * old / new, each weighed by
     /// how much of it lies between. An axis that grows goes like IL_RESAMPLE_NEAREST_MASK.
     IL_RESAMPLE_AREA = 1,
-    /// Software binning: the mean of the old pixels i * f to i * f + f - 1, f = old / new truncated, what
-    /// remains at the right and bottom edge dropped. An axis that grows goes like IL_RESAMPLE_NEAREST_MASK.
-    IL_RESAMPLE_BLOCK_MEAN = 3,
+    /// Software binning: of the old pixels i * f to i * f + f - 1, f = old / new truncated, what remains at
+    /// the right and bottom edge dropped. It adds up values of an image that says CILImage::valuesAddUp(), as
+    /// the camera does, and takes the mean of all others. An axis that grows goes like
+    /// IL_RESAMPLE_NEAREST_MASK.
+    IL_RESAMPLE_BINNING = 3,
     /// Nearest, aligned to pixel centres: old pixel (i + 1/2) * old / new truncated. For masks, which have
     /// nothing between 0 and 1.
     IL_RESAMPLE_NEAREST_MASK = 4,

@@ -12,7 +12,7 @@ ResamplingAxis::ResamplingAxis(std::uint32_t oldSize, std::uint32_t newSize, int
     const bool grows = newSize > oldSize;
     if (mode == IL_RESAMPLE_NEAREST_MASK || grows) // a mean over less than a pixel is that pixel
         pick(oldSize, newSize);
-    else if (mode == IL_RESAMPLE_BLOCK_MEAN || oldSize % newSize == 0)
+    else if (mode == IL_RESAMPLE_BINNING || oldSize % newSize == 0)
         boxes(oldSize / newSize, newSize);
     else
         average(oldSize, newSize);

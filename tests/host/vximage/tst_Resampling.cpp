@@ -18,7 +18,7 @@ double weight(int mode, uint oldSize, uint newSize, uint i, uint p)
         if (!grows)
             return std::max(0.0, std::min((i + 1) * ratio, p + 1.0) - std::max(i * ratio, double(p))) / ratio;
         break;
-    case IL_RESAMPLE_BLOCK_MEAN:
+    case IL_RESAMPLE_BINNING:
         if (!grows) {
             const uint f = oldSize / newSize;
             return p / f == i ? 1.0 / f : 0.0;
@@ -74,7 +74,7 @@ private slots:
             {"only cut", 20, 15}, {"odd growth", 31, 19}};
         const std::pair<IL_RESAMPLEMODES, const char *> modes[] = {
             {IL_RESAMPLE_AREA, "area"},
-            {IL_RESAMPLE_BLOCK_MEAN, "block mean"},
+            {IL_RESAMPLE_BINNING, "block mean"},
             {IL_RESAMPLE_NEAREST_MASK, "nearest at centres"}};
         for (const auto &mode : modes) {
             for (const Size &size : sizes)
@@ -141,17 +141,17 @@ private slots:
     void blockMeanDropsTheRemainder()
     {
         CILImage image = maker::floats(5, 1, {1, 3, 5, 7, 1000});
-        image.downSample(2, 1, IL_RESAMPLE_BLOCK_MEAN);
+        image.downSample(2, 1, IL_RESAMPLE_BINNING);
         QCOMPARE(maker::values(image), (std::vector<double>{2, 6}));
         image = maker::floats(5, 1, {1, 3, 5, 7, 1000});
-        image.downSample(4, 1, IL_RESAMPLE_BLOCK_MEAN); // a factor of 1 cuts
+        image.downSample(4, 1, IL_RESAMPLE_BINNING); // a factor of 1 cuts
         QCOMPARE(maker::values(image), (std::vector<double>{1, 3, 5, 7}));
     }
 
     void aMeanWithANaNIsANaNAndOnlyThat()
     {
         const float nan = std::numeric_limits<float>::quiet_NaN();
-        for (const int mode : {IL_RESAMPLE_AREA, IL_RESAMPLE_BLOCK_MEAN}) {
+        for (const int mode : {IL_RESAMPLE_AREA, IL_RESAMPLE_BINNING}) {
             CILImage image = maker::floats(6, 1, {nan, 1, 2, 2, 3, 3});
             image.downSample(3, 1, mode);
             QVERIFY(std::isnan(image.pixelAt(0, 0)));
@@ -199,6 +199,81 @@ private slots:
         QCOMPARE(image.contentId(), id);
         CILImage empty;
         QCOMPARE(empty.downSample(2, 2, 1), EIL_BAD_SIZE);
+    }
+
+    void valuesThatAddUpAreBinnedToTheirSums_data()
+    {
+        QTest::addColumn<uint>("width");
+        QTest::addColumn<uint>("height");
+        QTest::addColumn<double>("added");
+        QTest::newRow("2 x 2") << 12u << 9u << 4.0;
+        QTest::newRow("3 x 2") << 8u << 9u << 6.0;
+        QTest::newRow("the remainder is dropped: 3 x 3") << 7u << 5u << 9.0;
+        QTest::newRow("all to one pixel") << 1u << 1u << 432.0;
+        QTest::newRow("only cut") << 20u << 15u << 1.0;
+        QTest::newRow("an axis that grows adds nothing up") << 50u << 6u << 3.0;
+    }
+    void valuesThatAddUpAreBinnedToTheirSums()
+    {
+        QFETCH(uint, width);
+        QFETCH(uint, height);
+        QFETCH(double, added);
+        for (const VXSDataTypes type : TYPES) {
+            CILImage source = maker::random(type, 24, 18, type == VXS_MASK ? 1 : 240, 5);
+            std::vector<double> expected = reference(source, width, height, IL_RESAMPLE_BINNING);
+            source.setValuesAddUp(true);
+            CILImage image = source;
+            QCOMPARE(image.downSample(width, height, IL_RESAMPLE_BINNING), EIL_SUCCESS);
+            QCOMPARE(image.getType(), VXS_FLOAT); // 432 times 240 is beyond a byte
+            QCOMPARE(image.pixelsAdded(), added);
+            QVERIFY(image.valuesAddUp());
+            const std::vector<double> found = maker::values(image);
+            for (size_t i = 0; i < found.size(); ++i)
+                QVERIFY2(std::abs(found[i] - expected[i] * added) <= 1e-6 * std::abs(expected[i] * added),
+                         qPrintable(QString("type %1 pixel %2: %3, expected %4")
+                                        .arg(type)
+                                        .arg(i)
+                                        .arg(found[i])
+                                        .arg(expected[i] * added)));
+            CILImage area = source;
+            QCOMPARE(area.downSample(width, height, IL_RESAMPLE_AREA), EIL_SUCCESS);
+            QCOMPARE(area.pixelsAdded(), 1.0); // no binning: a mean
+        }
+    }
+
+    void sumsOfSumsCountAllPixels()
+    {
+        CILImage image = maker::random(VXS_FLOAT, 8, 8, 10, 3);
+        image.setValuesAddUp(true);
+        image.downSample(4, 4, IL_RESAMPLE_BINNING);
+        const CILImage copy = image;
+        image.downSample(2, 2, IL_RESAMPLE_BINNING);
+        QCOMPARE(copy.pixelsAdded(), 4.0);
+        QCOMPARE(image.pixelsAdded(), 16.0);
+    }
+
+    void arithmeticKeepsWhatTheLeftOperandIs()
+    {
+        CILImage counts = maker::random(VXS_FLOAT, 4, 4, 10, 3);
+        CILImage radiance = counts;
+        counts.setValuesAddUp(true);
+        counts.downSample(2, 2, IL_RESAMPLE_BINNING);
+        radiance.downSample(2, 2, IL_RESAMPLE_BINNING);
+        QVERIFY((counts - radiance).valuesAddUp());
+        QCOMPARE((counts * radiance).pixelsAdded(), 4.0);
+        QVERIFY(!(radiance - counts).valuesAddUp());
+        radiance += counts;
+        QCOMPARE(radiance.pixelsAdded(), 1.0);
+    }
+
+    void meansAndSumsOfTheSamePixelsAreRememberedApart()
+    {
+        const CILImage source = maker::random(VXS_FLOAT, 8, 8, 10, 3);
+        CILImage mean = source, sum = source;
+        sum.setValuesAddUp(true);
+        mean.downSample(4, 4, IL_RESAMPLE_BINNING);
+        sum.downSample(4, 4, IL_RESAMPLE_BINNING);
+        QCOMPARE(sum.pixelAt(1, 1), 4.0 * mean.pixelAt(1, 1));
     }
 
     void theSameRequestIsAnsweredFromMemory()

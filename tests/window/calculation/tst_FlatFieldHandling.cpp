@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 // Radiance is computed from flat-field corrected images, and the correction is handed back afterwards.
 #include "host/vxapi/view/windows/CVXSImageWindow.h"
+#include "tests/support/BoundWindow.h"
 #include "tests/support/PixelCompare.h"
 #include "tests/support/WindowProbe.h"
 
+#include <QLabel>
+#include <QToolButton>
 #include <QtTest>
 
 using namespace pixelcompare;
@@ -54,6 +57,10 @@ private Q_SLOTS:
     void handedBackAfterTheColourRange();
     void aChangeMadeMeanwhile_data();
     void aChangeMadeMeanwhile();
+    void whatTheUserSwitchesIsComputedAgain_data();
+    void whatTheUserSwitchesIsComputedAgain();
+    void theHandingBackIsNotAnnounced();
+    void aFlatFieldThatDoesNotFitIsToldWhereItWasPressed();
 
 private:
     CVXSDataset *dataset(const QString &number) const { return m_study->sequence()->getDataset(number); }
@@ -281,6 +288,77 @@ void tst_FlatFieldHandling::aChangeMadeMeanwhile()
     window.calculateResultImage();
     QCOMPARE(windowA.switched, switched);
     QCOMPARE(windowB.switched, switched);
+}
+
+void tst_FlatFieldHandling::whatTheUserSwitchesIsComputedAgain_data()
+{
+    QTest::addColumn<QString>("number");
+    QTest::addColumn<bool>("before");
+    QTest::newRow("A's flat field, on") << A << false;
+    QTest::newRow("A's flat field, off") << A << true;
+    QTest::newRow("B's flat field, on") << B << false;
+}
+
+void tst_FlatFieldHandling::whatTheUserSwitchesIsComputedAgain()
+{
+    QFETCH(QString, number);
+    QFETCH(bool, before);
+    m_study.reset();
+    BoundWindow bound;
+    bound.study().add(click(A));
+    bound.study().add(click(B));
+    QVERIFY(bound.saveAndBind());
+    bound.show();
+    CVXSDataset *switched = bound.sequence()->getDataset(number);
+    switched->doFlatFieldCorrection(before);
+    bound.window()->calculateResultImage();
+    CVXSImageWindow imageWindow(switched);
+    imageWindow.show();
+    bound.window()->forgetCalls();
+    QSignalSpy announced(bound.sequence(), &CVXSSequenceDataset::updateOnChangeSequence);
+    auto *button = imageWindow.findChild<QToolButton *>(QStringLiteral("FlatFieldButton"));
+    QVERIFY(button);
+    QCOMPARE(button->isChecked(), before);
+    QTest::mouseClick(button, Qt::LeftButton);
+    QCOMPARE(switched->isLuminFlatFieldCorrected(), !before);
+    QCOMPARE(announced.count(), 1);
+    QCOMPARE(bound.window()->computations, 1);
+    QCOMPARE(bound.window()->m_pListBoxA->currentItem()->text(), A);
+    QCOMPARE(bound.window()->m_pListBoxB->currentItem()->text(), B);
+    CILImage wanted;
+    switched->getCalibratedLuminImage(EUNIT_COUNTS, &wanted, "test");
+    QCOMPARE(difference(number == A ? bound.window()->m_imageA : bound.window()->m_imageB, wanted),
+             QString());
+    CILImage other;
+    bound.sequence()->getDataset(number == A ? B : A)->getCalibratedLuminImage(EUNIT_COUNTS, &other, "test");
+    QCOMPARE(difference(bound.window()->m_resultImage, number == A ? wanted - other : other - wanted),
+             QString());
+}
+
+void tst_FlatFieldHandling::theHandingBackIsNotAnnounced()
+{
+    m_study->sequence()->setActiveUnit(EUNIT_RADIANCE);
+    WatchedImageWindow imageWindow(dataset(A));
+    WindowProbe window;
+    window.select(m_study->sequence(), A, B);
+    QSignalSpy announced(m_study->sequence(), &CVXSSequenceDataset::updateOnChangeSequence);
+    window.calculateResultImage();
+    QCOMPARE(imageWindow.switched, QVector<bool>{false});
+    QCOMPARE(announced.count(), 0);
+}
+
+void tst_FlatFieldHandling::aFlatFieldThatDoesNotFitIsToldWhereItWasPressed()
+{
+    dataset(A)->setCoreImage(EIMAGE_FLATFIELD, TestStudy::image(8, 16, [](int, int) { return 1.0f; }));
+    CVXSImageWindow imageWindow(dataset(A));
+    imageWindow.show();
+    QSignalSpy announced(m_study->sequence(), &CVXSSequenceDataset::updateOnChangeSequence);
+    QTest::mouseClick(imageWindow.findChild<QToolButton *>(QStringLiteral("FlatFieldButton")),
+                      Qt::LeftButton);
+    QCOMPARE(announced.count(), 0);
+    QCoreApplication::processEvents();
+    const QString told = imageWindow.findChild<QLabel *>(QStringLiteral("RoiStatus"))->text();
+    QVERIFY2(told.contains("8 x 16 pixels"), qPrintable(told));
 }
 
 QTEST_MAIN(tst_FlatFieldHandling)

@@ -7,6 +7,7 @@
 #include "tests/support/Rows.h"
 #include "tests/window/constant/RoiStudy.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -32,6 +33,8 @@ private Q_SLOTS:
     void unitsDiffer();
     void otherExposureAndBinning_data();
     void otherExposureAndBinning();
+    void theKOfAnotherBinningMakesTheRoiVanish_data();
+    void theKOfAnotherBinningMakesTheRoiVanish();
     void whicheverImageWindowsAreOpen_data();
     void whicheverImageWindowsAreOpen();
     void shapes_data();
@@ -162,6 +165,62 @@ void tst_KFromROI::otherExposureAndBinning()
     choose(source, "Tumor");
     const double counts = sum(countsOfA, BOX, 32) / sum(countsOfB, BOX, 16);
     QVERIFY(isClose(window()->m_kValue, unit == 1 ? counts / 4.0 : counts));
+}
+
+void tst_KFromROI::theKOfAnotherBinningMakesTheRoiVanish_data()
+{
+    QTest::addColumn<int>("unit");
+    QTest::addColumn<bool>("isAFine");
+    QTest::addColumn<bool>("isShown");
+    for (const tag_edisplayunit unit : {EUNIT_COUNTS, EUNIT_RADIANCE})
+        for (const bool isAFine : {true, false})
+            for (const bool isShown : {true, false})
+                QTest::addRow("%s, %s of binning 4, image windows %s", qPrintable(unitLabel(unit)),
+                              isAFine ? "A" : "B", isShown ? "open" : "closed")
+                    << int(unit) << isAFine << isShown;
+}
+
+// The camera adds up what it bins, its offset but once; each click has its background image and flat field.
+void tst_KFromROI::theKOfAnotherBinningMakesTheRoiVanish()
+{
+    QFETCH(int, unit);
+    QFETCH(bool, isAFine);
+    QFETCH(bool, isShown);
+    constexpr double OFFSET = 100.0;
+    const auto lens = [](double x, double y) { return 1.0 - 0.01 * std::max(0.0, x + y - 4.0); }; // [cm]
+    const auto camera = [&](const QString &number, int size, double photons) {
+        ClickSpec spec = click(number, {});
+        const double pixel = 16.0 / size;
+        const auto lensAt = [lens, pixel](int x, int y) {
+            return lens((x + 0.5) * pixel, (y + 0.5) * pixel);
+        };
+        spec.width = spec.height = size;
+        spec.binning = 128.0f / float(size);
+        spec.counts = [=](int x, int y) { return float(OFFSET + photons * pixel * pixel * lensAt(x, y)); };
+        spec.flatField = [=](int x, int y) { return float(lensAt(x, y)); };
+        return spec;
+    };
+    make({camera("A1", isAFine ? 32 : 16, 1500.0), camera("A2", isAFine ? 16 : 32, 1200.0)});
+    for (const char *number : {"A1", "A2"}) {
+        const int size = int(dataset(number)->getCoreImage(EIMAGE_LUMINESCENT)->getWidth());
+        dataset(number)->setCoreImage(EIMAGE_BACKGROUND,
+                                      TestStudy::image(size, size, [](int, int) { return float(OFFSET); }));
+        if (isShown)
+            m_bound->workspace()->showDataset(dataset(number));
+    }
+    m_bound->sequence()->setActiveUnit(tag_edisplayunit(unit));
+    window()->calculateResultImage();
+    QVERIFY(addBox("A1", "Tissue", BOX));
+    choose("A1", "Tissue");
+    QVERIFY2(std::abs(double(window()->m_kValue) - 1.25) < 1e-3, qPrintable(window()->m_pKLineEdit->text()));
+    const CILImage &result = window()->m_resultImage;
+    const CILImage &a = window()->m_imageA;
+    QCOMPARE(result.getWidth(), 16u);
+    const auto inBox = [](const CILImage &image) {
+        return sum([&image](int x, int y) { return image.pixelAt(unsigned(x), unsigned(y)); }, BOX, 16);
+    };
+    QVERIFY2(std::abs(inBox(result)) < 1e-3 * inBox(a),
+             qPrintable(QString("%1 of %2").arg(inBox(result)).arg(inBox(a))));
 }
 
 // Radiance is corrected for the computation alone: what the ROIs are measured in does not depend on it, nor

@@ -110,6 +110,10 @@ constexpr QLatin1String KEY_ACTIVE_UNIT("Active Unit"); ///< unit key
 constexpr QLatin1String KEY_TRANSILLUM_OVERVIEW("Transillumination Overview");
 constexpr QLatin1String KEY_3D_SCENE_ONLY("3D Scene Only"); ///< "1": holds only a 3D scene
 
+// --- the record of a result's making: members of the JSON object in its image file's description ---
+constexpr QLatin1String RECORD_MADE_BY("image math");
+constexpr QLatin1String RECORD_BINNING("binning"); ///< exact, of the result
+
 // --- file names ---
 constexpr QLatin1String FILE_CLICK_INFO("ClickInfo.txt");
 constexpr QLatin1String FILE_ANALYZED_CLICK_INFO("AnalyzedClickInfo.txt");

@@ -45,6 +45,27 @@ bool clickinfo::isMathResult(const CPLClickInfo &info)
     return !textOf(info, SECTION_LUMINESCENT, KEY_MATH_OPERATION).isNull();
 }
 
+clickinfo::ResultValues clickinfo::resultValuesOf(const CPLClickInfo &info)
+{
+    const CPLSection *section = info[SECTION_LUMINESCENT];
+    if (!section)
+        return ResultValues::InUnit;
+    QStringList keys;
+    QStringList values;
+    section->getKeyList(&keys);
+    section->getValueList(&values);
+    for (int i = keys.size() - 1; i >= 0; --i) {
+        if (keys.at(i).compare(KEY_MATH_OPERATION, Qt::CaseInsensitive) != 0)
+            continue;
+        const QString &operation = values.at(i);
+        if (operation.contains(QLatin1Char('/')))
+            return ResultValues::Ratio;
+        if (!operation.contains(QLatin1Char('+')) && !operation.contains(QLatin1Char('-')))
+            return ResultValues::Product;
+    }
+    return ResultValues::InUnit;
+}
+
 QString clickinfo::textOfNumber(double value)
 {
     return QString::number(value, 'g', QLocale::FloatingPointShortest);

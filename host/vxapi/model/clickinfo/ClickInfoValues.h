@@ -30,6 +30,16 @@ VXAPI_EXPORT double numberOf(const CPLClickInfo &info, QLatin1String section, QL
 /// Whether the record is that of a result of image math: a computed image, made by no camera.
 VXAPI_EXPORT bool isMathResult(const CPLClickInfo &info);
 
+/// What the pixels of a result are by its operations. A sum or difference is what its operand A is, whose
+/// operation stands before its own in the record.
+enum class ResultValues {
+    InUnit, ///< of the unit in which it was computed
+    Product,
+    Ratio
+};
+/// InUnit also for what is no result.
+VXAPI_EXPORT ResultValues resultValuesOf(const CPLClickInfo &info);
+
 /// The shortest text that reads back as the same number.
 VXAPI_EXPORT QString textOfNumber(double value);
 /// "1" or "0".

@@ -30,11 +30,12 @@ struct Column
 QVector<Column> columns(tag_edisplayunit unit)
 {
     using Record = const CRoiMeasInfo &;
-    QVector<Column> list = {
-        {Text::tr("Area [cm²]"), [](Record r) { return r.area; }, false},
-        {unitTotalText(EUNIT_COUNTS), [](Record r) { return r.counts.sum; }, false}};
-    if (unit != EUNIT_COUNTS)
-        list.append({unitTotalText(unit), [](Record r) { return r.calibratedROIStatistic(); }, true});
+    QVector<Column> list = {{Text::tr("Area [cm²]"), [](Record r) { return r.area; }, false}};
+    const QString total = unitTotalText(unit); // products and ratios have none, nor counts
+    if (!total.isEmpty())
+        list.append({unitTotalText(EUNIT_COUNTS), [](Record r) { return r.counts.sum; }, false});
+    if (!total.isEmpty() && unit != EUNIT_COUNTS)
+        list.append({total, [](Record r) { return r.calibratedROIStatistic(); }, true});
     const QString suffix = unitSuffix(unit);
     list.append({Text::tr("Mean") + suffix, [](Record r) { return r.calibrated.mean; }, true});
     list.append(
@@ -113,7 +114,7 @@ QVector<CRoiMeasInfo> recordsOf(const CVXSDataset &dataset, tag_edisplayunit *un
         for (const QString &cell : cells)
             add(cell);
     }
-    *unit = dataset.getUnit();
+    *unit = dataset.getShownUnit();
     const auto isOfUnit = [unit](const CRoiMeasInfo &record) { return record.unit == *unit; };
     if (!found.isEmpty() && std::none_of(found.begin(), found.end(), isOfUnit))
         *unit = found.first().unit;

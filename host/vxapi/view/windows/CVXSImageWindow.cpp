@@ -45,6 +45,7 @@ public:
 
     void build();
     void connectWidgets();
+    void chooseFlatField(bool on);
     void refresh();
     void refreshLater() { refreshTimer.start(); }
     void showMeasured(const QString &problem);
@@ -56,6 +57,7 @@ public:
     RoiEditor *editor = nullptr;
     RoiMeasurer *measurer = nullptr;
     QString measuringProblem;
+    QString correctionProblem; ///< why the correction that was asked for cannot be had
     bool hadRois = false;
     QTimer refreshTimer;
     std::unique_ptr<DatasetPicture> picture;
@@ -97,7 +99,7 @@ void CVXSImageWindow::Private::connectWidgets()
         picture->setLimits(chosen);
         refresh();
     });
-    connect(w.flatField, &QToolButton::clicked, q, [this](bool on) { q->switchFlatFieldCorrection(on); });
+    connect(w.flatField, &QToolButton::clicked, q, [this](bool on) { chooseFlatField(on); });
     connect(w.tableButton, &QToolButton::toggled, w.table, &QWidget::setVisible);
     connect(new PixelReadout(w.view), &PixelReadout::textChanged, w.readout, &QLabel::setText);
     connect(measurer, &RoiMeasurer::measured, q, [this](const QString &problem) { showMeasured(problem); });
@@ -106,6 +108,23 @@ void CVXSImageWindow::Private::connectWidgets()
     connect(w.toolBar, &RoiToolBar::messageChanged, q, tell);
     connect(w.table, &MeasurementPane::deleteRequested, editor, &RoiEditor::removeSelected);
     connect(w.table, &MeasurementPane::renameRequested, w.toolBar, &RoiToolBar::rename);
+}
+
+// Tools switch the correction as well, for a computation and back; only the user's choice is news.
+void CVXSImageWindow::Private::chooseFlatField(bool on)
+{
+    if (!dataset)
+        return;
+    const bool before = dataset->isLuminFlatFieldCorrected();
+    q->switchFlatFieldCorrection(on);
+    if (CVXSSequenceDataset *sequence = dataset->getSequenceDataset();
+        sequence && dataset->isLuminFlatFieldCorrected() != before) {
+        sequence->announceCorrections();
+    } else if (on && !dataset->isLuminFlatFieldCorrected()) {
+        refreshTimer.stop(); // nothing changed, and it would take the reason away
+        correctionProblem = dataset->lastError();
+        showStatus(QString());
+    }
 }
 
 void CVXSImageWindow::Private::refresh()
@@ -121,7 +140,7 @@ void CVXSImageWindow::Private::refresh()
     w.limits->setEnabled(w.view->imageAt(0));
     w.limits->setLimits(picture->limits());
     w.flatField->setChecked(dataset->isLuminFlatFieldCorrected());
-    w.unit->setText(isLuminescent ? unitText(dataset->getUnit()) : QString());
+    w.unit->setText(isLuminescent ? unitText(dataset->getShownUnit()) : QString());
     QStringList notes;
     for (const QString &note : {isLuminescent ? correctionText(*dataset) : QString(), picture->note()}) {
         if (!note.isEmpty())
@@ -129,6 +148,7 @@ void CVXSImageWindow::Private::refresh()
     }
     w.corrections->setText(notes.join(QStringLiteral(", ")));
     w.toolBar->setObstacle(picture->obstacleToRois());
+    correctionProblem.clear();
     showStatus(QString());
 }
 
@@ -146,8 +166,9 @@ void CVXSImageWindow::Private::showMeasured(const QString &problem)
 /// What the mouse has to say, else what stands in the way of ROIs.
 void CVXSImageWindow::Private::showStatus(const QString &message)
 {
-    const QString standing = measuringProblem.isEmpty() ? picture->obstacleToRois() : measuringProblem;
-    w.roiStatus->setText(message.isEmpty() ? standing : message);
+    QStringList standing = {measuringProblem, correctionProblem, picture->obstacleToRois()};
+    standing.removeAll(QString());
+    w.roiStatus->setText(message.isEmpty() ? standing.value(0) : message);
 }
 
 CVXSImageWindow::CVXSImageWindow(CVXSDataset *dataset, QWidget *parent)

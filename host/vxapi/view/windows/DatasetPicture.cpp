@@ -89,7 +89,7 @@ void DatasetPicture::takeStoredLimits()
     if (!unitOfKey(unitName, &unit) || !(limits.high - limits.low >= LEAST_STORED_RANGE))
         return;
     m_limits = limits;
-    m_limitsUnit = unit;
+    m_limitsUnit = m_dataset->getShownUnit() < EUNIT_COUNT ? unit : m_dataset->getShownUnit();
 }
 
 DatasetPicture::~DatasetPicture()
@@ -147,9 +147,9 @@ void DatasetPicture::refresh()
 
 void DatasetPicture::showLuminescent()
 {
-    const tag_edisplayunit unit = m_dataset->getUnit();
+    const tag_edisplayunit unit = m_dataset->getShownUnit();
     m_shownUnit = unit;
-    if (m_dataset->getCalibratedLuminImage(unit, &m_image, QStringLiteral("Image Window")) !=
+    if (m_dataset->getCalibratedLuminImage(m_dataset->getUnit(), &m_image, QStringLiteral("Image Window")) !=
         ESTATUS_SUCCESS) {
         showMessage(Text::tr("The image cannot be shown:") + QLatin1Char('\n') + m_dataset->lastError());
         return;
@@ -183,7 +183,8 @@ void DatasetPicture::updateLimits(tag_edisplayunit unit)
                                                                    unitKey(EUNIT_COUNTS), unitKey(unit));
         ceiling = VX_SATURATED_COUNTS * (std::isfinite(factor) ? factor : 1.0);
     }
-    VX_LuminImageMinMax(&m_image, &m_limits.low, &m_limits.high, unitKey(unit), 1.0, ceiling, VX_RANGE_BINS);
+    VX_LuminImageMinMax(&m_image, &m_limits.low, &m_limits.high, unitKey(m_dataset->getUnit()), 1.0, ceiling,
+                        VX_RANGE_BINS);
 }
 
 void DatasetPicture::addPhotograph()

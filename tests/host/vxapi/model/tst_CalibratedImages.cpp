@@ -31,6 +31,13 @@ private Q_SLOTS:
     void integerPixelsBecomeFloat();
     void aFlatFieldOfAnotherSizeIsBroughtOntoTheGrid();
     void zeroAndNanOfTheFlatFieldFollowIeeeDivision();
+    void theScaleOfTheFlatFieldDoesNotMatter();
+    void aFlatFieldThatDoesNotFitIsRefused_data();
+    void aFlatFieldThatDoesNotFitIsRefused();
+    void aFlatFieldMayLackLessThanAPixel();
+    void theRulesOf10TakeAFlatFieldAsItIs();
+    void onlyCountsAddUp_data();
+    void onlyCountsAddUp();
     void nanAndInfinitePixelsStay();
     void efficiencyTakesTheOffsetFromBothImages();
     void flatFieldCancelsOutOfEfficiency();
@@ -47,6 +54,11 @@ private Q_SLOTS:
     void resultStaysInItsUnit();
     void resultInEfficiencyIsNotConverted();
     void resultWithoutUnitIsRefused();
+    void productsAndRatiosAreNotConverted_data();
+    void productsAndRatiosAreNotConverted();
+    void theRulesOf10ConvertRatios();
+    void theExactBinningOfAResultIsThatOfItsRecord_data();
+    void theExactBinningOfAResultIsThatOfItsRecord();
 
     void noLuminescentImage();
     void unknownUnit();
@@ -138,12 +150,13 @@ void tst_CalibratedImages::aFlatFieldOfAnotherSizeIsBroughtOntoTheGrid()
     dataset->doFlatFieldCorrection(true);
     CILImage image = calibrated(dataset, EUNIT_COUNTS);
     QCOMPARE(image.getWidth(), 32u);
-    QCOMPARE(image.getMin(), 200.0f);
-    QCOMPARE(image.getMax(), 200.0f);
-    dataset->setCoreImage(EIMAGE_FLATFIELD, TestStudy::image(8, 8, [](int, int) { return 0.5f; }));
+    QCOMPARE(image.getMin(), 300.0f); // times the maximum, 1.5
+    QCOMPARE(image.getMax(), 300.0f);
+    dataset->setCoreImage(EIMAGE_FLATFIELD,
+                          TestStudy::image(8, 8, [](int x, int) { return x < 4 ? 0.5f : 1.0f; }));
     image = calibrated(dataset, EUNIT_COUNTS);
     QCOMPARE(image.getWidth(), 32u);
-    QCOMPARE(image.getMin(), 400.0f);
+    QCOMPARE(image.getMin(), 200.0f);
     QCOMPARE(image.getMax(), 400.0f);
 }
 
@@ -165,6 +178,100 @@ void tst_CalibratedImages::zeroAndNanOfTheFlatFieldFollowIeeeDivision()
     QCOMPARE(image.pixelAt(2, 5), -200.0);
     QVERIFY(std::isnan(image.pixelAt(3, 5)));
     QCOMPARE(image.getMax(), 200.0f); // statistics see finite pixels alone
+}
+
+void tst_CalibratedImages::theScaleOfTheFlatFieldDoesNotMatter()
+{
+    ClickSpec spec;
+    spec.counts = [](int, int) { return 200.0f; };
+    spec.flatField = [](int x, int) { return x < 16 ? 15000.0f : 30000.0f; };
+    CVXSDataset *dataset = add(spec);
+    dataset->doFlatFieldCorrection(true);
+    const CILImage image = calibrated(dataset, EUNIT_COUNTS);
+    QCOMPARE(image.getMax(), 400.0f);
+    QCOMPARE(image.getMin(), 200.0f);
+}
+
+void tst_CalibratedImages::aFlatFieldThatDoesNotFitIsRefused_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<float>("value");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("wider") << QSize(32, 16) << 1.0f << "32 x 16 pixels";
+    QTest::newRow("higher") << QSize(16, 32) << 1.0f << "16 x 32 pixels";
+    QTest::newRow("a row too many") << QSize(32, 33) << 1.0f << "32 x 33 pixels";
+    QTest::newRow("all zero") << QSize(32, 32) << 0.0f << "no pixel above 0";
+}
+
+void tst_CalibratedImages::aFlatFieldThatDoesNotFitIsRefused()
+{
+    QFETCH(QSize, size);
+    QFETCH(float, value);
+    QFETCH(QString, reason);
+    CVXSDataset *dataset = add();
+    const auto flat = [value](int, int) { return value; };
+    dataset->setCoreImage(EIMAGE_FLATFIELD, TestStudy::image(size.width(), size.height(), flat));
+    LogCatcher log;
+    dataset->doFlatFieldCorrection(true);
+    QVERIFY(!dataset->isLuminFlatFieldCorrected());
+    QCOMPARE(log.failures().size(), 1);
+    QVERIFY2(log.failures().first().contains("flatfield.tif") && log.failures().first().contains(reason),
+             qPrintable(log.failures().first()));
+    QVERIFY(dataset->lastError().contains(reason));
+
+    // One that fitted and was exchanged.
+    dataset->setCoreImage(EIMAGE_FLATFIELD, TestStudy::image(32, 32, [](int, int) { return 1.0f; }));
+    dataset->doFlatFieldCorrection(true);
+    dataset->setCoreImage(EIMAGE_FLATFIELD, TestStudy::image(size.width(), size.height(), flat));
+    CILImage image;
+    QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_RADIANCE, &image, "test"), ESTATUS_BAD_IMAGE);
+    QVERIFY(image.isEmpty());
+    QVERIFY2(dataset->lastError().contains(reason), qPrintable(dataset->lastError()));
+}
+
+void tst_CalibratedImages::aFlatFieldMayLackLessThanAPixel()
+{
+    ClickSpec spec;
+    spec.width = 33; // binned by two: 16 and a remainder
+    CVXSDataset *dataset = add(spec);
+    dataset->setCoreImage(EIMAGE_FLATFIELD, TestStudy::image(16, 16, [](int, int) { return 1.0f; }));
+    dataset->doFlatFieldCorrection(true);
+    QVERIFY(dataset->isLuminFlatFieldCorrected());
+}
+
+void tst_CalibratedImages::theRulesOf10TakeAFlatFieldAsItIs()
+{
+    ClickSpec spec;
+    spec.counts = [](int, int) { return 200.0f; };
+    CVXSDataset *dataset = add(spec);
+    dataset->setCoreImage(EIMAGE_FLATFIELD, TestStudy::image(16, 8, [](int, int) { return 4.0f; }));
+    dataset->doFlatFieldCorrection(true);
+    QVERIFY(!dataset->isLuminFlatFieldCorrected());
+    dataset->setCalibrationRules(ECALIBRATION_1_0);
+    dataset->doFlatFieldCorrection(true);
+    QVERIFY(dataset->isLuminFlatFieldCorrected());
+    QCOMPARE(calibrated(dataset, EUNIT_COUNTS).getMax(), 50.0f);
+}
+
+void tst_CalibratedImages::onlyCountsAddUp_data()
+{
+    QTest::addColumn<int>("unit");
+    QTest::addColumn<bool>("addUp");
+    for (const tag_edisplayunit unit :
+         {EUNIT_COUNTS, EUNIT_RADIANCE, EUNIT_RADIANT_EFFICIENCY, EUNIT_EFFICIENCY})
+        QTest::newRow(qPrintable(unitKey(unit))) << int(unit) << (unit == EUNIT_COUNTS);
+}
+
+void tst_CalibratedImages::onlyCountsAddUp()
+{
+    QFETCH(int, unit);
+    QFETCH(bool, addUp);
+    CVXSDataset *dataset = add();
+    dataset->setCoreImage(EIMAGE_EXCITATION, TestStudy::image(32, 32, [](int, int) { return 9.0f; }));
+    const CILImage image = calibrated(dataset, tag_edisplayunit(unit));
+    QCOMPARE(image.getWidth(), 32u);
+    QCOMPARE(image.valuesAddUp(), addUp);
+    QCOMPARE(calibrated(dataset, tag_edisplayunit(unit)).valuesAddUp(), addUp); // remembered
 }
 
 void tst_CalibratedImages::nanAndInfinitePixelsStay()
@@ -352,6 +459,105 @@ void tst_CalibratedImages::resultWithoutUnitIsRefused()
     CILImage target;
     QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_COUNTS, &target, "test"), ESTATUS_BAD_VALUE);
     QVERIFY(log.failures().constFirst().contains("Intensity Calibration"));
+}
+
+void tst_CalibratedImages::productsAndRatiosAreNotConverted_data()
+{
+    QTest::addColumn<QStringList>("operations"); // in the order of the record; the last is its own
+    QTest::addColumn<int>("shown");
+    const int product = EUNIT_PRODUCT, ratio = EUNIT_RATIO, unit = EUNIT_RADIANCE;
+    row("a product", QStringList{"A * B * k"}, product);
+    row("a ratio", QStringList{"(A / B) * k"}, ratio);
+    row("a thresholded ratio", QStringList{"A/B if Counts(B)>k"}, ratio);
+    row("a sum", QStringList{"A + B * k"}, unit);
+    row("a difference", QStringList{"A - B * k"}, unit);
+    row("a difference from a ratio", QStringList{"(A / B) * k", "A - B * k"}, ratio);
+    row("a sum with a product", QStringList{"A * B * k", "A + B * k"}, product);
+    row("a ratio of a product", QStringList{"A * B * k", "(A / B) * k"}, ratio);
+    row("a ratio of a difference", QStringList{"A - B * k", "(A / B) * k"}, ratio);
+}
+
+void tst_CalibratedImages::productsAndRatiosAreNotConverted()
+{
+    QFETCH(QStringList, operations);
+    QFETCH(int, shown);
+    CVXSDataset *dataset = addWithCorrections();
+    const QString key = clickinfo::KEY_MATH_OPERATION;
+    for (const QString &operation : operations)
+        clickinfo::ensureSection(dataset->getClickInfo(), clickinfo::SECTION_LUMINESCENT)
+            ->addKeyValue(key, operation);
+    setKey(dataset, clickinfo::SECTION_GRAPH_CONTROLS, clickinfo::KEY_INTENSITY_CALIBRATION,
+           unitKey(EUNIT_COUNTS));
+    dataset->setUnit(EUNIT_RADIANCE);
+    QCOMPARE(int(dataset->getShownUnit()), shown);
+    QCOMPARE(dataset->getUnit(), EUNIT_RADIANCE);
+    const bool isConverted = shown == EUNIT_RADIANCE;
+    QCOMPARE(radianceFactor(dataset) == 1.0, !isConverted);
+    for (const tag_edisplayunit unit : {EUNIT_RADIANCE, EUNIT_COUNTS}) {
+        const CILImage image = calibrated(dataset, unit);
+        const double factor = unit == EUNIT_RADIANCE ? radianceFactor(dataset) : 1.0;
+        const double expected = double(counts(3, 5)) * factor;
+        QVERIFY(std::abs(image.pixelAt(3, 5) - expected) <= 2e-7 * expected);
+        QCOMPARE(image.valuesAddUp(), isConverted && unit == EUNIT_COUNTS);
+    }
+}
+
+void tst_CalibratedImages::theRulesOf10ConvertRatios()
+{
+    CVXSDataset *dataset = add();
+    setKey(dataset, clickinfo::SECTION_LUMINESCENT, clickinfo::KEY_MATH_OPERATION, "(A / B) * k");
+    setKey(dataset, clickinfo::SECTION_GRAPH_CONTROLS, clickinfo::KEY_INTENSITY_CALIBRATION, "counts");
+    const float unconverted = calibrated(dataset, EUNIT_RADIANCE).getMax();
+    dataset->setCalibrationRules(ECALIBRATION_1_0);
+    QCOMPARE(calibrated(dataset, EUNIT_RADIANCE).getMax(),
+             float(double(unconverted) * radianceFactor(dataset)));
+}
+
+// ClickInfo keeps the binning of a result as a whole number.
+void tst_CalibratedImages::theExactBinningOfAResultIsThatOfItsRecord_data()
+{
+    QTest::addColumn<QString>("operation");
+    QTest::addColumn<QString>("clickInfo");
+    QTest::addColumn<QByteArray>("record");
+    QTest::addColumn<double>("binning");
+    const QByteArray exact = R"({"image math": {"binning": 2.5}})";
+    row("truncated in ClickInfo", "A - B * k", "2", exact, 2.5);
+    row("edited in ClickInfo since", "A - B * k", "4", exact, 4.0);
+    row("a record that does not tell it", "A - B * k", "2", QByteArray(R"({"image math": {}})"), 2.0);
+    row("no record", "A - B * k", "2", QByteArray("a scanner"), 2.0);
+    row("a binning that is none", "A - B * k", "2", QByteArray(R"({"image math": {"binning": -2.5}})"), 2.0);
+    row("no result", "", "2", exact, 2.0);
+}
+
+void tst_CalibratedImages::theExactBinningOfAResultIsThatOfItsRecord()
+{
+    QFETCH(QString, operation);
+    QFETCH(QString, clickInfo);
+    QFETCH(QByteArray, record);
+    QFETCH(double, binning);
+    CVXSDataset *dataset = add();
+    CILImage pixels = TestStudy::image(8, 8, [](int, int) { return 100.0f; });
+    pixels.setDescription(record.toStdString());
+    dataset->setCoreImage(EIMAGE_LUMINESCENT, pixels);
+    setKey(dataset, clickinfo::SECTION_LUMINESCENT, clickinfo::KEY_BINNING, "2.5");
+    const double of25 = radianceFactor(dataset) * 6.25;
+    setKey(dataset, clickinfo::SECTION_LUMINESCENT, clickinfo::KEY_BINNING, clickInfo);
+    setKey(dataset, clickinfo::SECTION_GRAPH_CONTROLS, clickinfo::KEY_INTENSITY_CALIBRATION, "counts");
+    if (!operation.isEmpty())
+        setKey(dataset, clickinfo::SECTION_LUMINESCENT, clickinfo::KEY_MATH_OPERATION, operation);
+    const auto check = [&](CVXSDataset *of) {
+        QCOMPARE(of->getBinningFactor(), binning);
+        const double expected = of25 / (binning * binning);
+        QVERIFY(std::abs(radianceFactor(of) - expected) <= 1e-12 * expected);
+        QCOMPARE(calibrated(of, EUNIT_RADIANCE).binningFactor(), float(binning));
+        QCOMPARE(calibrated(of, EUNIT_RADIANCE).getMax(), float(100.0 * radianceFactor(of)));
+    };
+    check(dataset);
+    QTemporaryDir folder;
+    QCOMPARE(dataset->saveDatasetAs(folder.path()), ESTATUS_SUCCESS);
+    const std::unique_ptr<CVXSDataset> read(CVXSDataset::open(folder.path(), nullptr, nullptr));
+    QVERIFY(read);
+    check(read.get());
 }
 
 void tst_CalibratedImages::noLuminescentImage()

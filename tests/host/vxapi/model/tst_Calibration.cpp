@@ -52,6 +52,7 @@ private Q_SLOTS:
     void autoRange_data();
     void autoRange();
     void autoRangeWithoutFinitePixelSaysSo();
+    void theCeilingOfAddedPixelsIsThatManyTimesHigher();
     void autoRangeOfAnUnknownUnitIsRefused();
 
 private:
@@ -289,6 +290,20 @@ void tst_Calibration::autoRangeWithoutFinitePixelSaysSo()
     QCOMPARE(VX_LuminImageMinMax(&image, &low, &high, COUNTS, 1.0, 65000.0, 25000), ESTATUS_NO_RANGE);
     QCOMPARE(low, -7.0);
     QCOMPARE(high, -8.0);
+}
+
+void tst_Calibration::theCeilingOfAddedPixelsIsThatManyTimesHigher()
+{
+    // Sums of 2 x 2: up to 200000 of 50000 each, below four times the ceiling; one pixel above it.
+    CILImage image = TestStudy::image(200, 20, [](int x, int y) {
+        return x / 2 == 99 && y / 2 == 9 ? 65000.0f : 500.0f * float(x / 2 + 1);
+    });
+    image.setValuesAddUp(true);
+    QCOMPARE(image.downSample(100, 10, IL_RESAMPLE_BINNING), EIL_SUCCESS);
+    double low = 0.0;
+    double high = 0.0;
+    QCOMPARE(VX_LuminImageMinMax(&image, &low, &high, COUNTS, 1.0, 65000.0, 25000), ESTATUS_SUCCESS);
+    QVERIFY2(isNear(high, 200000.0, 1e-3), qPrintable(QString::number(high)));
 }
 
 void tst_Calibration::autoRangeOfAnUnknownUnitIsRefused()

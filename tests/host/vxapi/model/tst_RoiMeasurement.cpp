@@ -104,6 +104,8 @@ private Q_SLOTS:
     void whatCannotBeMeasured_data();
     void whatCannotBeMeasured();
     void aResultInEfficiencyHasNoCounts();
+    void aRatioIsMeasuredAsARatio_data();
+    void aRatioIsMeasuredAsARatio();
     void entriesStayValidSideBySide();
     void anRoiWithoutPixels();
     void theSameTissueInAnotherBinning();
@@ -171,7 +173,8 @@ void tst_RoiMeasurement::totals()
 void tst_RoiMeasurement::correctionsAreInTheCounts()
 {
     m_dataset->setCoreImage(EIMAGE_BACKGROUND, TestStudy::image(32, 32, [](int, int) { return 90.0f; }));
-    m_dataset->setCoreImage(EIMAGE_FLATFIELD, TestStudy::image(32, 32, [](int, int) { return 0.5f; }));
+    m_dataset->setCoreImage(EIMAGE_FLATFIELD,
+                            TestStudy::image(32, 32, [](int x, int) { return x < 16 ? 0.5f : 1.0f; }));
     m_dataset->doFlatFieldCorrection(true);
     m_dataset->roiManager()->addROI(named("Tumor", BOX));
     QCOMPARE(m_dataset->MeasureROIAndMakeMeasRecords(true), ESTATUS_SUCCESS);
@@ -423,6 +426,32 @@ void tst_RoiMeasurement::aResultInEfficiencyHasNoCounts()
     QVERIFY(isClose(record->calibratedROIStatistic(), BOX_SUM * PIXEL * PIXEL));
     QCOMPARE(record->area, 12 * PIXEL * PIXEL);
     QVERIFY(log.failures().isEmpty() && log.ofLevel(2).isEmpty()); // nothing is wrong
+}
+
+void tst_RoiMeasurement::aRatioIsMeasuredAsARatio_data()
+{
+    QTest::addColumn<int>("unit");
+    QTest::newRow("shown in counts") << int(EUNIT_COUNTS);
+    QTest::newRow("shown in radiance") << int(EUNIT_RADIANCE);
+    QTest::newRow("shown in efficiency") << int(EUNIT_EFFICIENCY);
+}
+
+void tst_RoiMeasurement::aRatioIsMeasuredAsARatio()
+{
+    QFETCH(int, unit);
+    ensureSection(m_dataset->getClickInfo(), SECTION_LUMINESCENT)
+        ->setValue(KEY_MATH_OPERATION, QString("(A / B) * k"));
+    ensureSection(m_dataset->getClickInfo(), SECTION_GRAPH_CONTROLS)
+        ->setValue(KEY_INTENSITY_CALIBRATION, unitKey(EUNIT_RADIANCE));
+    m_dataset->setUnit(tag_edisplayunit(unit));
+    m_dataset->roiManager()->addROI(named("Tumor", BOX));
+    QCOMPARE(m_dataset->MeasureROIAndMakeMeasRecords(true), ESTATUS_SUCCESS);
+    const CRoiMeasInfo *record = recordOf(CLICK, "Tumor");
+    QVERIFY(record);
+    QCOMPARE(int(record->unit), int(EUNIT_RATIO));
+    QVERIFY(isClose(record->calibrated.mean, BOX_SUM / 12));
+    QVERIFY(std::isnan(record->counts.sum));
+    QVERIFY(isClose(record->primaryROIStatistic(), BOX_SUM * PIXEL * PIXEL));
 }
 
 void tst_RoiMeasurement::entriesStayValidSideBySide()

@@ -110,6 +110,30 @@ private Q_SLOTS:
         QCOMPARE(values.size(), headers.size());
     }
 
+    void productsAndRatiosHaveNoTotals_data()
+    {
+        QTest::addColumn<int>("unit");
+        QTest::addColumn<QString>("name");
+        row("product", int(EUNIT_PRODUCT), "product");
+        row("ratio", int(EUNIT_RATIO), "ratio");
+    }
+    void productsAndRatiosHaveNoTotals()
+    {
+        QFETCH(int, unit);
+        QFETCH(QString, name);
+        const QString in = " [" + name + "]";
+        const QStringList expected = {"ROI",       "Kind",           "Pixels",   "Area [cm²]",
+                                      "Mean" + in, "Std. dev." + in, "Min" + in, "Max" + in};
+        QCOMPARE(measurementtext::headers(tag_edisplayunit(unit)), expected);
+        CRoiMeasInfo of = record();
+        of.unit = tag_edisplayunit(unit);
+        QCOMPARE(measurementtext::shownValues(of, of.unit).size(), expected.size());
+        QCOMPARE(measurementtext::shownValues(of, of.unit)[4],
+                 measurementtext::shownValues(record(), EUNIT_RADIANCE)[6]);
+        const QString csv = measurementtext::asCsv({of}, of.unit);
+        QVERIFY2(!csv.contains("Total") && csv.contains("Mean" + in), qPrintable(csv));
+    }
+
     void numbersHaveSixDigitsShownAndAllOfThemCopied()
     {
         const QLocale before;
