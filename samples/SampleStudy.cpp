@@ -6,7 +6,9 @@
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxparser/CPLClickInfo.h"
 #include "samples/Camera.h"
+#include "samples/OtherKinds.h"
 #include "samples/Phantom.h"
+#include "samples/StudyBuilder.h"
 
 #include <QDir>
 #include <QFile>
@@ -21,139 +23,6 @@ namespace {
 
 using namespace clickinfo;
 
-struct Pair
-{
-    QLatin1String key;
-    QString value;
-};
-
-QString number(double value)
-{
-    return QString::number(value, 'g', 15);
-}
-
-CPLSection *section(CPLClickInfo *info, QLatin1String key, const QString &name = QString())
-{
-    CPLSection *found = (*info)[key];
-    if (!found) {
-        found = new CPLSection;
-        found->setSectionKey(key);
-        info->addSection(found);
-    }
-    if (!name.isNull())
-        found->setSectionName(name);
-    return found;
-}
-
-void set(CPLSection *target, const QVector<Pair> &pairs)
-{
-    for (const Pair &pair : pairs)
-        target->setValue(pair.key, pair.value);
-}
-
-QString dateOf(const QString &click)
-{
-    const QString stamp = click.mid(2);
-    return QStringLiteral("%1-%2-%3T%4:%5:%6")
-        .arg(stamp.mid(0, 4), stamp.mid(4, 2), stamp.mid(6, 2), stamp.mid(8, 2), stamp.mid(10, 2),
-             stamp.mid(12, 2));
-}
-
-class Study
-{
-public:
-    explicit Study(std::uint64_t seed)
-        : m_random(seed), m_sequence(std::make_unique<CVXSSequenceDataset>(SEQUENCE_ID))
-    {
-    }
-
-    CVXSSequenceDataset &sequence() { return *m_sequence; }
-
-    /// A click with what every click has.
-    CVXSDataset *click(const QString &number, const QString &label)
-    {
-        auto *dataset = new CVXSDataset(number, m_sequence.get());
-        CPLClickInfo *info = dataset->getClickInfo();
-        set(section(info, SECTION_CLICK_NUMBER, dataset->getClickNumber()),
-            {{KEY_SEQUENCE_ID, SEQUENCE_ID},
-             {KEY_CLICK_INDEX, QString::number(m_sequence->getClickNumbers().size())}});
-        set(section(info, SECTION_USER_INPUT), {{QLatin1String("User"), QStringLiteral("AB")},
-                                                {QLatin1String("Group"), QStringLiteral("Sample study")},
-                                                {QLatin1String("Experiment"), label}});
-        set(section(info, SECTION_ANALYSIS_USER_INPUT),
-            {{QLatin1String("Analysis Comment"), QStringLiteral("")}});
-        return dataset;
-    }
-
-    void luminescent(CVXSDataset *dataset, const Camera &camera, const CILImage &expected, QLatin1String kind,
-                     double exposure, const QVector<Pair> &more)
-    {
-        dataset->setCoreImage(EIMAGE_LUMINESCENT, camera.exposure(expected, m_random));
-        dataset->setCoreImage(EIMAGE_FLATFIELD, camera.flatField());
-        dataset->setCoreImage(EIMAGE_BACKGROUND, camera.background());
-        CPLClickInfo *info = dataset->getClickInfo();
-        CPLSection *lumin = section(info, SECTION_LUMINESCENT);
-        set(lumin, {{KEY_ACQUISITION_DATE, dateOf(dataset->getClickNumber())},
-                    {KEY_KIND, kind},
-                    {KEY_BINNING, number(camera.binning)},
-                    {KEY_FOV, number(camera.fieldOfView)},
-                    {KEY_EXPOSURE, number(exposure)},
-                    {KEY_FNUMBER, QStringLiteral("1.2")},
-                    {KEY_TRANSMISSION, QStringLiteral("0.7")},
-                    {KEY_IMAGING_ANGLE, QStringLiteral("0")}});
-        set(lumin, more);
-        set(section(info, SECTION_CAMERA),
-            {{KEY_CAMERA_NAME, QStringLiteral("Simulated CCD")},
-             {KEY_GAIN, number(Camera::GAIN)},
-             {KEY_QUANTUM_EFFICIENCY, number(Camera::QUANTUM_EFFICIENCY)},
-             {KEY_PIXEL_PITCH, number(Camera::PIXEL_PITCH)},
-             {KEY_MAGNIFICATION, number(Camera::SENSOR * Camera::PIXEL_PITCH * 1e-4 / camera.fieldOfView)}});
-        note(lumin, dataset, number(camera.binning));
-    }
-
-    void photograph(CVXSDataset *dataset, const Camera &camera)
-    {
-        Camera fine = camera;
-        fine.width *= 2;
-        fine.height *= 2;
-        fine.binning /= 2.0;
-        CILImage expected = fine.expectedCounts([&fine](double x, double y) {
-            return 36000.0 * phantom::photograph(x, y) / (fine.binning * fine.binning);
-        });
-        dataset->setCoreImage(EIMAGE_PHOTOGRAPH, fine.exposure(expected, m_random));
-        CPLSection *photo = section(dataset->getClickInfo(), SECTION_PHOTOGRAPH);
-        set(photo, {{KEY_ACQUISITION_DATE, dateOf(dataset->getClickNumber())},
-                    {KEY_BINNING, number(fine.binning)},
-                    {KEY_FOV, number(fine.fieldOfView)}});
-        note(photo, dataset, number(fine.binning));
-    }
-
-    void add(CVXSDataset *dataset) { m_sequence->addDataset(dataset); }
-
-    Random m_random;
-
-private:
-    // The note stays the last pair of its section: what a tool adds is found before it.
-    static void note(CPLSection *target, const CVXSDataset *dataset, const QString &binning)
-    {
-        QString index;
-        if (const CPLSection *click = (*dataset->getClickInfo())[SECTION_CLICK_NUMBER])
-            click->getValue(KEY_CLICK_INDEX, &index);
-        target->addKeyValue(KEY_NOTE, QStringLiteral("Sequence ID=%1;ClickNumber Index=%2;Binning Factor=%3;")
-                                          .arg(SEQUENCE_ID, index, binning));
-    }
-
-    std::unique_ptr<CVXSSequenceDataset> m_sequence;
-};
-
-QVector<Pair> fluorescence(const QString &excitation, const QString &emission, const QString &level)
-{
-    return {{KEY_EXCITATION_FILTER, excitation},
-            {KEY_EMISSION_FILTER, emission},
-            {KEY_EXCITATION_IRRADIANCE, QStringLiteral("18.5")},
-            {KEY_FLUORESCENCE_LEVEL, level}};
-}
-
 // Electrons in an unbinned pixel at the brightest place.
 constexpr double AUTOFLUORESCENCE = 520.0;
 constexpr double REPORTER = 700.0;
@@ -163,7 +32,7 @@ struct Truth
     CILImage a, b, reporter;
 };
 
-Truth fluorescencePair(Study &study)
+Truth fluorescencePair(StudyBuilder &study)
 {
     const Camera camera;
     const auto background = [](double x, double y) {
@@ -190,7 +59,7 @@ Truth fluorescencePair(Study &study)
     return truth;
 }
 
-void luminescence(Study &study)
+void luminescence(StudyBuilder &study)
 {
     struct Row
     {
@@ -214,7 +83,7 @@ void luminescence(Study &study)
     }
 }
 
-void ratios(Study &study)
+void ratios(StudyBuilder &study)
 {
     struct Row
     {
@@ -248,7 +117,7 @@ void ratios(Study &study)
     }
 }
 
-void others(Study &study)
+void others(StudyBuilder &study)
 {
     const Camera camera;
     CVXSDataset *photograph = study.click(PHOTOGRAPH_ONLY, QStringLiteral("Photograph only"));
@@ -263,7 +132,7 @@ void others(Study &study)
         fluorescence(QStringLiteral("745"), QStringLiteral("Open"), QStringLiteral("Low"));
     lampKeys.append({KEY_BOTTOM_POWER, QStringLiteral("4.2")});
     study.luminescent(through, camera, seen, KIND_TRANSILLUMINATION, 0.5, lampKeys);
-    through->setCoreImage(EIMAGE_EXCITATION, camera.exposure(camera.expectedCounts(lamp), study.m_random));
+    through->setCoreImage(EIMAGE_EXCITATION, camera.exposure(camera.expectedCounts(lamp), study.random()));
     set(section(through->getClickInfo(), SECTION_GRAPH_CONTROLS),
         {{KEY_INTENSITY_CALIBRATION, unitKey(EUNIT_EFFICIENCY)}});
     study.photograph(through, camera);
@@ -328,19 +197,40 @@ ESTATUS make(const QString &folder, std::uint64_t seed, QString *error)
         *error = folder + QStringLiteral(": the folder cannot be created");
         return ESTATUS_FILE_NOT_WRITABLE;
     }
-    Study study(seed);
+    StudyBuilder study(SEQUENCE_ID, seed);
     const Truth truth = fluorescencePair(study);
     luminescence(study);
     ratios(study);
     others(study);
     study.sequence().setActiveUnit(EUNIT_COUNTS);
-    // The sequence comes last: where it is there, all of the study is.
+    // The sequence comes last but for the result, which is made of its files: where that is there, all of the
+    // study is.
+    const QString inFolder = folder + QLatin1Char('/');
     ESTATUS status = saveTruth(folder, truth, error);
+    if (status == ESTATUS_SUCCESS)
+        status = makeOverview(inFolder + OVERVIEW_FOLDER, seed + 1, error);
+    if (status == ESTATUS_SUCCESS)
+        status = makeCameraFiles(inFolder + CAMERA_FILES_FOLDER, seed + 2, error);
     if (status == ESTATUS_SUCCESS) {
         status = study.sequence().save(folder);
         *error = study.sequence().lastError();
     }
+    if (status == ESTATUS_SUCCESS)
+        status = makeResult(study.sequence(), inFolder + RESULT_FOLDER, error);
     return status;
+}
+
+std::unique_ptr<CVXSDataset> unsavedClick(std::uint64_t seed)
+{
+    StudyBuilder study(SEQUENCE_ID, seed); // whose own sequence is never made
+    const Camera camera;
+    std::unique_ptr<CVXSDataset> dataset(study.click(UNSAVED, QStringLiteral("Reporter, not saved yet")));
+    const CILImage expected =
+        camera.expectedCounts([](double x, double y) { return REPORTER * phantom::reporter(x, y); });
+    study.luminescent(dataset.get(), camera, expected, KIND_FLUORESCENT, 2.0,
+                      fluorescence(QStringLiteral("640"), QStringLiteral("690"), QStringLiteral("Medium")));
+    study.photograph(dataset.get(), camera);
+    return dataset;
 }
 
 } // namespace samplestudy

@@ -21,11 +21,30 @@ namespace {
 constexpr int PATIENCE = 10000; // ms
 constexpr int GLANCE = 20;      // ms
 constexpr int DRAG_STEPS = 8;
+constexpr int PAINTINGS = 3;
 
 QString plain(QString text)
 {
     return text.remove(QLatin1Char('&'));
 }
+
+/// Counts how often a window brings to the screen what was asked to be painted.
+class Paintings : public QObject
+{
+public:
+    explicit Paintings(QWidget *window) { window->installEventFilter(this); }
+    int count() const { return m_count; }
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        m_count += event->type() == QEvent::UpdateRequest;
+        return false;
+    }
+
+private:
+    int m_count = 0;
+};
 
 } // namespace
 
@@ -39,6 +58,22 @@ void giveUp(const QString &message)
 bool waitFor(const std::function<bool()> &holds)
 {
     return QTest::qWaitFor(holds, PATIENCE);
+}
+
+void settle(QWidget *widget)
+{
+    Paintings paintings(widget->window());
+    for (int round = 1; round <= PAINTINGS; ++round) {
+        widget->update();
+        if (!waitFor([&] { return paintings.count() >= round; }))
+            giveUp(QStringLiteral("%1 does not paint").arg(widget->objectName()));
+    }
+}
+
+void waitUntilSeen(QWidget *window)
+{
+    if (!QTest::qWaitForWindowExposed(window, PATIENCE))
+        giveUp(QStringLiteral("%1 does not come to the screen").arg(window->objectName()));
 }
 
 void chooseFromList(QListWidget *list, const QString &text)
@@ -153,8 +188,7 @@ void lookAtDialog(const std::function<void()> &seen)
 
 QPixmap photograph(QWidget *window)
 {
-    QTest::qWait(150);
-    QApplication::processEvents();
+    settle(window);
     const QPoint corner = window->mapToGlobal(QPoint(0, 0));
     return window->screen()->grabWindow(0, corner.x(), corner.y(), window->width(), window->height());
 }

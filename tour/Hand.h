@@ -43,6 +43,11 @@ void type(QLineEdit *field, const QString &text);
 void drag(QWidget *widget, const QPoint &from, const QPoint &to);
 /// Waits until that holds; false when it does not come.
 bool waitFor(const std::function<bool()> &holds);
+/// Waits until the widget's window has painted a few times, each asked for after the one before. What was put
+/// off until the event loop comes to it (new images, measuring) happens in between.
+void settle(QWidget *widget);
+/// Waits until a menu or dialog is on the screen.
+void waitUntilSeen(QWidget *window);
 
 /// Answers the next message box, whenever it comes: notes its text, calls `seen` and presses the button of
 /// that text (without "&").
@@ -66,7 +71,7 @@ private:
 /// Looks at the next dialog, whenever it comes, and closes it with Escape.
 void lookAtDialog(const std::function<void()> &seen);
 
-/// Lets the window paint, then takes a picture of it as it stands on the screen, with what lies over it.
+/// Lets the window settle, then takes a picture of it as it stands on the screen, with what lies over it.
 QPixmap photograph(QWidget *window);
 
 /// Ends the program with a message.

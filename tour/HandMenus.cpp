@@ -16,8 +16,6 @@ namespace hand {
 
 namespace {
 
-constexpr int UNFOLDING = 200; // ms until an opened menu is painted
-
 QString plain(QString text)
 {
     return text.remove(QLatin1Char('&'));
@@ -56,7 +54,7 @@ void walk(QMenu *menu, QStringList way, const std::function<void()> &opened)
     QTest::keyClick(menu, Qt::Key_Right);
     if (!waitFor([below] { return below->isVisible(); }))
         giveUp(QStringLiteral("sub-menu \"%1\" did not open").arg(text));
-    QTest::qWait(UNFOLDING);
+    waitUntilSeen(below);
     walk(below, way, opened);
 }
 

@@ -2,6 +2,7 @@
 #include "tour/ImageTool.h"
 
 #include "host/vxapi/model/CROIManager.h"
+#include "host/vxapi/model/CRoiMeasurementManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/roi/CROIBase.h"
 #include "host/vxapi/view/canvas/CVXSMultiImageView.h"
@@ -10,7 +11,6 @@
 
 #include <QAbstractItemModel>
 #include <QTableView>
-#include <QTest>
 #include <QToolButton>
 
 #include <limits>
@@ -26,7 +26,15 @@ void imagetool::draw(Stage &stage, CVXSImageWindow *window, const char *tool, co
     hand::drag(view, toView(box.topLeft()), toView(box.bottomRight()));
     if (window->getDataset()->roiManager()->rois().size() != before + 1)
         hand::giveUp(QStringLiteral("dragging with %1 made no ROI").arg(QString::fromLatin1(tool)));
-    QTest::qWait(150); // it is measured when the event loop comes to it
+    waitUntilMeasured(*window->getDataset());
+}
+
+void imagetool::waitUntilMeasured(const CVXSDataset &dataset)
+{
+    const QString roi = lastRoi(dataset).name;
+    const auto *records = CRoiMeasurementManager::getRoiMeasurementManager();
+    if (!hand::waitFor([&] { return records->isUpToDate(dataset.getClickNumber(), roi); }))
+        hand::giveUp(QStringLiteral("\"%1\" of %2 is not measured").arg(roi, dataset.getClickNumber()));
 }
 
 QString imagetool::tableValue(Stage &stage, CVXSImageWindow *window, const QString &roi,

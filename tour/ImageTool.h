@@ -13,6 +13,8 @@ namespace imagetool {
 
 /// Chooses a drawing tool of the tool bar by its object name and drags a box [cm of the field of view].
 void draw(Stage &stage, CVXSImageWindow *window, const char *tool, const QRectF &box);
+/// Waits until the ROI made last is measured as the dataset is shown now: that comes with the event loop.
+void waitUntilMeasured(const CVXSDataset &dataset);
 /// A value of the measurement table as it is shown, by ROI and beginning of the header; empty when there is
 /// none.
 QString tableValue(Stage &stage, CVXSImageWindow *window, const QString &roi, const QString &header);

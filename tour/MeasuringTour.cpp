@@ -16,7 +16,6 @@
 #include <QComboBox>
 #include <QFileInfo>
 #include <QPushButton>
-#include <QTest>
 
 #include <cmath>
 
@@ -47,7 +46,7 @@ void measuringtour::kFromRoi(Stage &stage)
     stage.report.heading(QStringLiteral("k from a background ROI:"));
     CVXSImageWindow *window = stage.openImage(FLUORESCENCE_A);
     window->parentWidget()->setGeometry(300, 20, 860, 820);
-    QTest::qWait(200);
+    hand::settle(window);
     stage.picture(QStringLiteral("40-image-window"), QStringLiteral("the image window of A"), window);
     imagetool::draw(stage, window, "RoiRectangleToolButton", BACKGROUND);
     stage.picture(QStringLiteral("41-background-roi"),
@@ -62,7 +61,6 @@ void measuringtour::kFromRoi(Stage &stage)
         stage.picture(QStringLiteral("42-k-from-roi-menu"),
                       QStringLiteral("\"Compute 'k' from ROI\" with the ROI of A"), stage.tool);
     });
-    QTest::qWait(100);
     stage.picture(QStringLiteral("43-k-from-roi"), QStringLiteral("k from the ROI, and the result"),
                   stage.tool);
 
@@ -121,7 +119,6 @@ QString measuringtour::displayResult(Stage &stage)
     stage.report.check(isShown, QStringLiteral("it is shown in an image window of its own"));
     if (!isShown)
         hand::giveUp(QStringLiteral("there is no window to measure in"));
-    QTest::qWait(300);
     stage.picture(QStringLiteral("51-result"),
                   QStringLiteral("the workspace with the result, and how it was made"));
     return click;
@@ -154,19 +151,19 @@ void measuringtour::measureResult(Stage &stage, const QString &click)
     CVXSImageWindow *window = CVXSImageWindow::getImageWindow(CVXSDataset::getDataset(click));
     stage.activate(click);
     window->parentWidget()->setGeometry(4, 4, 960, 860);
-    QTest::qWait(200);
+    hand::settle(window);
     imagetool::draw(stage, window, "RoiEllipseToolButton", REPORTER);
     stage.picture(QStringLiteral("70-ellipse"), QStringLiteral("an ellipse over the reporter, in counts"),
                   window);
     stage.chooseUnit(QStringLiteral("Radiance (Photons)"));
-    QTest::qWait(200);
+    imagetool::waitUntilMeasured(*window->getDataset());
     stage.picture(QStringLiteral("71-radiance"), QStringLiteral("the same in radiance: total flux"), window);
     compareWithTruth(stage, click, truthPath(stage));
     stage.chooseUnit(QStringLiteral("Counts"));
 
     hand::chooseFromMenu(&stage.window, {QStringLiteral("File"), QStringLiteral("Save")});
-    QTest::qWait(100);
-    stage.report.check(!window->getDataset()->isModified(), QStringLiteral("the result is saved"));
+    stage.report.check(hand::waitFor([window] { return !window->getDataset()->isModified(); }),
+                       QStringLiteral("the result is saved"));
 }
 
 void measuringtour::closeEverything(Stage &stage)

@@ -19,7 +19,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QSpinBox>
-#include <QTest>
 
 namespace {
 
@@ -103,7 +102,7 @@ CVXSImageWindow *windowOf(Stage &stage, const QString &click)
         hand::giveUp(QStringLiteral("%1 is not shown").arg(click));
     stage.activate(click);
     find()->parentWidget()->setGeometry(4, 4, 1000, 900);
-    QTest::qWait(300);
+    hand::settle(find());
     return find();
 }
 
@@ -182,7 +181,7 @@ void plants(Stage &stage, const QString &imagesFolder)
     stage.sequence = stage.window.openSequence(folder);
     if (!stage.sequence)
         hand::giveUp(QStringLiteral("%1 could not be opened").arg(folder));
-    QTest::qWait(500);
+    hand::settle(&stage.window);
     stage.openImageMath();
     QJsonObject all{{QStringLiteral("images"), QDir(imagesFolder).absolutePath()},
                     {QStringLiteral("fieldOfView"), settings.fieldOfView},

@@ -10,7 +10,6 @@
 
 #include <QLabel>
 #include <QPushButton>
-#include <QTest>
 
 namespace {
 
@@ -41,7 +40,7 @@ void secondDay(Stage &stage, const QString &studyFolder)
     if (!hand::waitFor([&window] { return window(); }))
         hand::giveUp(QStringLiteral("%1 did not open").arg(click));
     window()->parentWidget()->setGeometry(4, 4, 960, 860);
-    QTest::qWait(300);
+    hand::settle(window());
     stage.report.check(true, QStringLiteral("%1 is opened from the File menu").arg(click));
     measuringtour::compareWithTruth(stage, click, studyFolder);
 

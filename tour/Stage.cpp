@@ -13,9 +13,9 @@
 #include <QDir>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPushButton>
-#include <QTest>
 
 void Stage::openImageMath()
 {
@@ -32,7 +32,13 @@ void Stage::activate(const QString &title)
 {
     hand::chooseFromMenu(&window,
                          {QStringLiteral("Window"), QStringLiteral("? ") + title + QLatin1Char('*')});
-    QTest::qWait(50);
+    const auto *area = window.findChild<QMdiArea *>();
+    const auto isActive = [&] {
+        const QMdiSubWindow *active = area->activeSubWindow();
+        return active && active->windowTitle().startsWith(title);
+    };
+    if (!hand::waitFor(isActive))
+        hand::giveUp(QStringLiteral("%1 did not become the active window").arg(title));
 }
 
 CVXSImageWindow *Stage::openImage(const QString &clickNumber)
@@ -48,7 +54,7 @@ CVXSImageWindow *Stage::openImage(const QString &clickNumber)
 void Stage::chooseUnit(const QString &text)
 {
     hand::chooseFromMenu(&window, {QStringLiteral("View"), QStringLiteral("Unit"), text});
-    QTest::qWait(100); // images and measurements follow when the event loop comes to them
+    hand::settle(&window); // images and measurements follow when the event loop comes to them
 }
 
 void Stage::selectPair(const QString &clickA, const QString &clickB)
@@ -75,7 +81,7 @@ QString Stage::shownK() const
 void Stage::pressDisplay()
 {
     hand::click(find<QPushButton>(tool, "m_pDisplayBtn"));
-    QTest::qWait(100);
+    hand::settle(&window);
 }
 
 const CILImage *Stage::shownResult() const

@@ -28,22 +28,40 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QListWidget>
 #include <QTest>
 
 #include <cstdio>
 
 namespace {
 
+/// An item without a picture yet shows a plain square.
+bool haveAllPictures(const QListWidget &thumbnails)
+{
+    for (int i = 0; i < thumbnails.count(); ++i) {
+        const QImage icon = thumbnails.item(i)->icon().pixmap(thumbnails.iconSize()).toImage();
+        QImage plain = icon;
+        plain.fill(icon.pixelColor(0, 0));
+        if (icon == plain)
+            return false;
+    }
+    return thumbnails.count() > 0;
+}
+
 void sampleStudy(Stage &stage)
 {
-    QTest::qWait(1500); // the sequence window makes its thumbnails one after the other
+    // The sequence window makes them one after the other.
+    const auto *thumbnails = stage.find<QListWidget>(&stage.window, "SequenceThumbnails");
+    if (!hand::waitFor([thumbnails] { return haveAllPictures(*thumbnails); }))
+        hand::giveUp(QStringLiteral("the thumbnails are not made"));
     stage.report.heading(QStringLiteral("What the tool shows:"));
     stage.picture(QStringLiteral("01-workspace"), QStringLiteral("the workspace with the sequence"));
     bool wasSeen = false;
     hand::lookAtDialog([&] {
-        QTest::qWait(200);
+        QWidget *dialog = QApplication::activeModalWidget();
+        hand::waitUntilSeen(dialog);
         stage.picture(QStringLiteral("05-import"), QStringLiteral("importing images without a record"),
-                      QApplication::activeModalWidget());
+                      dialog);
         wasSeen = true;
     });
     hand::chooseFromMenu(&stage.window, {QStringLiteral("File"), QStringLiteral("Import Images...")});

@@ -87,7 +87,7 @@ bool CVXSImageMathWnd::askToSaveSequence()
         tr("This sequence need to be saved to the disk before using 'Image Math Tool' on it.\n"
            "Do you want to save and continue?"),
         QMessageBox::Yes, QMessageBox::No, 0);
-    if (answer != QMessageBox::Yes)
+    if (answer == QMessageBox::No)
         return false;
     if (auto *sequenceWindow = CVXSSequenceWindow::getSequenceWindow(m_pSequence)) {
         if (sequenceWindow->saveSequence() != ESTATUS_SUCCESS)

@@ -28,6 +28,11 @@ bool isClickOf(const CVXSDataset *dataset, const QString &title)
     return dataset && title.toLower() == dataset->getClickNumber().toLower();
 }
 
+QString offeredText(const QAction &action)
+{
+    return action.data().isValid() ? action.data().toString() : action.text();
+}
+
 } // namespace
 
 // Return and the loss of focus after it both arrive here; the second finds k as it is and does nothing.
@@ -69,14 +74,16 @@ void CVXSImageMathWnd::addROISubmenu(const QString &clickNumber)
     if (names.isEmpty())
         names.append(NO_ROI);
     QMenu *submenu = m_pROIMenu->addMenu(clickNumber);
+    // Read back from here: a desktop's theme may put an "&" into the texts.
+    submenu->menuAction()->setData(clickNumber);
     for (const QString &name : qAsConst(names))
-        submenu->addAction(name)->setData(name); // a desktop's theme may put an "&" into the text
+        submenu->addAction(name)->setData(name);
     connect(submenu, SIGNAL(triggered(QAction *)), this, SLOT(onSelectROIFromMenu(QAction *)));
 }
 
 void CVXSImageMathWnd::onSelectROIFromMenu(QAction *pAction)
 {
-    const QString roiName = pAction->data().isValid() ? pAction->data().toString() : pAction->text();
+    const QString roiName = offeredText(*pAction);
     if (roiName.toLower() == NO_ROI) {
         // Only the field says 1: the computation goes on with the k it has.
         m_pKLineEdit->setText(QString::number(1.0));
@@ -86,7 +93,7 @@ void CVXSImageMathWnd::onSelectROIFromMenu(QAction *pAction)
         return;
     }
     const auto *submenu = qobject_cast<const QMenu *>(pAction->parentWidget());
-    const QString title = submenu ? submenu->title() : QString();
+    const QString title = submenu ? offeredText(*submenu->menuAction()) : QString();
     QString datasetText;
     QString roiArgument;
     if (isClickOf(m_pDatasetA, title)) {

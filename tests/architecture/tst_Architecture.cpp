@@ -112,7 +112,7 @@ QMap<QString, QStringList> arrows()
     all.insert("app/provenance", QStringList{"app/datasets", "check", canvas, windows} + MODEL);
     all.insert("app/menus", QStringList{"app/datasets", "app/import", windows} + MODEL);
     all.insert("app", APP + QStringList{"host/vxapi/plugin", canvas, windows} + MODEL);
-    all.insert("samples", MODEL);
+    all.insert("samples", QStringList{"math", "result"} + MODEL);
     all.insert("tour", APP + VIEW + QStringList{"check", "math", "samples"} + MODEL);
     all.insert("bench", QStringList{"display", "math", "tests/support", "window"} + MODEL);
     return all;

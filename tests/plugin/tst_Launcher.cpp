@@ -11,6 +11,7 @@
 #include "tests/support/DialogAnswerer.h"
 
 #include <QApplication>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QPointer>
 #include <QtTest>
@@ -64,6 +65,28 @@ protected:
     }
 };
 
+// Which events of two types reach a widget, in their order.
+class EventOrder : public QObject
+{
+public:
+    EventOrder(QWidget *widget, const QList<QEvent::Type> &types) : m_types(types)
+    {
+        widget->installEventFilter(this);
+    }
+    QList<QEvent::Type> seen;
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (m_types.contains(event->type()) && !seen.contains(event->type()))
+            seen << event->type();
+        return false;
+    }
+
+private:
+    QList<QEvent::Type> m_types;
+};
+
 } // namespace
 
 /// What happens when the user chooses the action.
@@ -90,6 +113,10 @@ private Q_SLOTS:
     void theSubWindowIsPlacedAtTheWindowsCorner();
     void theFirstPictureIsThereAfterTheLaunch();
     void launchingTwiceActivatesTheWindow();
+    void launchingAgainActivatesTheApplicationsWindow();
+    void launchingAgainGivesTheKeyboardToTheWindow();
+    void launchingAgainRaisesTheWindowBeforeItIsRestored();
+    void launchingAgainSetsTheShownFlag();
     void launchingRestoresAMinimisedWindow();
     void aHiddenWindowOfTheSameSequenceIsReplaced();
     void anotherSequenceReplacesTheWindowAtItsPosition();
@@ -337,6 +364,58 @@ void tst_Launcher::launchingTwiceActivatesTheWindow()
     QVERIFY(m_plugin->isToolWindowShown());
     QWidget *focus = QApplication::focusWidget();
     QVERIFY(focus && (focus == firstSub || firstSub->isAncestorOf(focus)));
+}
+
+void tst_Launcher::launchingAgainActivatesTheApplicationsWindow()
+{
+    QVERIFY(launchAndShow());
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    QTRY_COMPARE(QApplication::activeWindow(), &other);
+    QVERIFY(m_plugin->launchTool());
+    QTRY_COMPARE(QApplication::activeWindow(), static_cast<QWidget *>(m_workspace.get()));
+}
+
+// The window is the active one already, while the user types somewhere beside the workspace's windows.
+void tst_Launcher::launchingAgainGivesTheKeyboardToTheWindow()
+{
+    QVERIFY(launchAndShow());
+    QLineEdit field(m_workspace.get());
+    field.show();
+    m_workspace->activateWindow();
+    QTRY_COMPARE(QApplication::activeWindow(), static_cast<QWidget *>(m_workspace.get()));
+    field.setFocus();
+    QVERIFY(field.hasFocus());
+    QCOMPARE(m_workspace->activeSubWindow(), static_cast<QMdiSubWindow *>(sub()));
+    QVERIFY(m_plugin->launchTool());
+    const QWidget *focus = QApplication::focusWidget();
+    QVERIFY(focus && (focus == sub() || sub()->isAncestorOf(focus)));
+}
+
+void tst_Launcher::launchingAgainRaisesTheWindowBeforeItIsRestored()
+{
+    QVERIFY(launchAndShow());
+    sub()->showMinimized();
+    m_workspace->showSequence(m_study->sequence());
+    QVERIFY(m_workspace->subWindowList(QMdiArea::StackingOrder).last() != sub());
+    const EventOrder order(sub(), {QEvent::ZOrderChange, QEvent::WindowStateChange});
+    QVERIFY(m_plugin->launchTool());
+    QCOMPARE(order.seen, (QList<QEvent::Type>{QEvent::ZOrderChange, QEvent::WindowStateChange}));
+}
+
+// The host may show the window again that went with its sequence, without a launch.
+void tst_Launcher::launchingAgainSetsTheShownFlag()
+{
+    QVERIFY(launchAndShow());
+    QPointer<QWidget> first = window();
+    m_plugin->onSignalSequenceRemoved(m_study->sequence());
+    m_plugin->showToolWindow();
+    QVERIFY(sub()->isVisible());
+    QVERIFY(!m_plugin->isToolWindowShown());
+    QVERIFY(m_plugin->launchTool());
+    QCOMPARE(window(), first.data());
+    QVERIFY(m_plugin->isToolWindowShown());
 }
 
 void tst_Launcher::launchingRestoresAMinimisedWindow()

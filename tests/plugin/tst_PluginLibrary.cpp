@@ -14,6 +14,8 @@
 #include <QPluginLoader>
 #include <QPointer>
 #include <QSet>
+#include <QTemporaryDir>
+#include <QThread>
 #include <QtTest>
 
 namespace {
@@ -136,17 +138,31 @@ void tst_PluginLibrary::metadataHasNoKeysOfItsOwn()
         QVERIFY2(known.contains(key), qPrintable(key));
 }
 
+// An object knows the thread that made it: what another thread read cannot have made this one.
 void tst_PluginLibrary::metadataIsReadWithoutCreatingTheObject()
 {
-    QPluginLoader loader(LIBRARY);
-    QCOMPARE(loader.metaData().value(QStringLiteral("IID")).toString(),
-             QStringLiteral("qdx.vexa.vximagemath"));
-    // The library's own constructors are the only code that may have run: the instance is made on request.
-    QObject *first = instance();
-    QPointer<QObject> guard(first);
-    QCOMPARE(loader.metaData().value(QStringLiteral("className")).toString(),
-             QString::fromLatin1(first->metaObject()->className()));
-    QVERIFY(guard);
+    QTemporaryDir folder;
+    const QString copy = folder.filePath(QStringLiteral("libcopy.so")); // nobody has loaded this one yet
+    QVERIFY(QFile::copy(LIBRARY, copy));
+    QString iid;
+    QByteArray marker;
+    const std::unique_ptr<QThread> reader(QThread::create([&] {
+        QPluginLoader loader(copy);
+        iid = loader.metaData().value(QStringLiteral("IID")).toString();
+        QLibrary library(copy);
+        using Query = const char *(*)();
+        if (const auto query = reinterpret_cast<Query>(library.resolve("qt_plugin_query_metadata")))
+            marker = QByteArray(query(), 11);
+    }));
+    reader->start();
+    QVERIFY(reader->wait());
+    QCOMPARE(iid, QStringLiteral("qdx.vexa.vximagemath"));
+    QCOMPARE(marker, QByteArray("QTMETADATA "));
+    const auto made = reinterpret_cast<Entry>(QLibrary(copy).resolve("qt_plugin_instance"));
+    QVERIFY(made);
+    const std::unique_ptr<QObject> first(made());
+    QVERIFY(first);
+    QCOMPARE(first->thread(), QThread::currentThread());
 }
 
 void tst_PluginLibrary::metadataBlockBeginsWithTheMarker()

@@ -79,6 +79,7 @@ private Q_SLOTS:
 
     void removingTheSequence_data();
     void removingTheSequence();
+    void removingTheSequenceHidesAMinimisedWindowOutOfSight();
     void removingASequenceWithoutAWindowIsHarmless();
     void aWindowClosedByTheUserKeepsTheShownFlag();
     void copyToClipboard_data();
@@ -127,6 +128,21 @@ void tst_ToolWindow::removingTheSequence()
     QCOMPARE(sub()->isVisible(), !hides);
     QCOMPARE(m_plugin->isToolWindowShown(), !hides);
     QCOMPARE(boundID(window()), QStringLiteral("AB20260102030405_SEQ"));
+}
+
+// While the whole workspace is hidden no window in it is visible, but a minimised one would come back with it.
+void tst_ToolWindow::removingTheSequenceHidesAMinimisedWindowOutOfSight()
+{
+    QVERIFY(launchAndShow());
+    sub()->showMinimized();
+    m_workspace->hide();
+    QVERIFY(!sub()->isVisible());
+    QVERIFY(sub()->isMinimized());
+    m_plugin->onSignalSequenceRemoved(m_study->sequence());
+    QVERIFY(!m_plugin->isToolWindowShown());
+    m_workspace->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_workspace.get()));
+    QVERIFY(!sub()->isVisible());
 }
 
 void tst_ToolWindow::removingASequenceWithoutAWindowIsHarmless()

@@ -7,8 +7,11 @@
 #include "host/vxparser/CPLClickInfo.h"
 #include "math/Formula.h"
 #include "math/OperandPreparation.h"
+#include "math/ResultRecord.h"
 #include "math/TissueMask.h"
 #include "samples/Camera.h"
+#include "samples/Phantom.h"
+#include "tests/support/PixelCompare.h"
 
 #include <QCryptographicHash>
 #include <QDirIterator>
@@ -39,6 +42,12 @@ private Q_SLOTS:
     void thePairOfTwoBinningsGivesTheSamePhotons();
     void theMainJobLeavesNoiseAlone_data();
     void theMainJobLeavesNoiseAlone();
+    void everyKindOfDatasetIsThere_data();
+    void everyKindOfDatasetIsThere();
+    void theUnsavedClickHasAPlaceAndNoFiles();
+    void theOverviewIsMarkedAndCanBeCombined();
+    void theResultIsOfTheMainJob();
+    void theCameraFilesGiveTheirKAboveTheOffsetOnly();
     void aFolderThatCannotBeMadeIsTold();
 
 private:
@@ -76,7 +85,7 @@ QByteArray tst_SampleStudy::hashOf(const QString &folder) const
         hash.addData(name.toUtf8());
         hash.addData(file.readAll());
     }
-    return files.size() > 30 ? hash.result() : QByteArray();
+    return files.size() > 60 ? hash.result() : QByteArray();
 }
 
 CILImage tst_SampleStudy::calibrated(const QString &click, tag_edisplayunit unit) const
@@ -330,6 +339,146 @@ void tst_SampleStudy::theMainJobLeavesNoiseAlone()
         QCOMPARE(truth[SECTION_MAIN_JOB]->getValue(KEY_MEAN_VARIANCE, &recorded), ESTATUS_SUCCESS);
         QVERIFY(std::fabs(recorded.toDouble() / (variances / double(count)) - 1.0) < 1e-6);
     }
+}
+
+void tst_SampleStudy::everyKindOfDatasetIsThere_data()
+{
+    QTest::addColumn<QString>("folder");
+    QTest::addColumn<int>("type");
+    QTest::newRow("an acquisition") << SEQUENCE_ID + QStringLiteral("/") + FLUORESCENCE_A
+                                    << int(EDATASET_ACQUIRED);
+    QTest::newRow("a result") << RESULT_FOLDER + QStringLiteral("/") + RESULT << int(EDATASET_RESULT);
+    QTest::newRow("one of an overview")
+        << OVERVIEW_FOLDER + QStringLiteral("/") + OVERVIEW_ID + QStringLiteral("/") + OVERVIEW_A
+        << int(EDATASET_ACQUIRED);
+    QTest::newRow("one only in memory") << QString() << int(EDATASET_IN_MEMORY);
+}
+
+void tst_SampleStudy::everyKindOfDatasetIsThere()
+{
+    QFETCH(QString, folder);
+    QString error;
+    const std::unique_ptr<CVXSDataset> found(
+        folder.isNull() ? unsavedClick(1).release()
+                        : CVXSDataset::open(m_folder.filePath(folder), nullptr, &error));
+    QVERIFY2(found, qPrintable(error));
+    QTEST(found->getDatasetType(), "type");
+    if (!folder.isNull())
+        QVERIFY2(found->checkComplete(&error) == ESTATUS_SUCCESS, qPrintable(error));
+}
+
+void tst_SampleStudy::theUnsavedClickHasAPlaceAndNoFiles()
+{
+    QVERIFY(m_sequence->addDataset(unsavedClick(1).release()));
+    CVXSDataset *unsaved = dataset(UNSAVED);
+    QVERIFY(unsaved);
+    QCOMPARE(unsaved->getDatasetType(), int(EDATASET_IN_MEMORY));
+    const QString place = m_sequence->getDatasetFolderPath(UNSAVED);
+    QCOMPARE(place, m_sequence->getSequenceInfoPath() + UNSAVED + QLatin1Char('/'));
+    QVERIFY(!QFile::exists(place + clickinfo::FILE_CLICK_INFO));
+    QString sequenceId;
+    (*unsaved->getClickInfo())[clickinfo::SECTION_CLICK_NUMBER]->getValue(clickinfo::KEY_SEQUENCE_ID,
+                                                                          &sequenceId);
+    QCOMPARE(sequenceId, QString(SEQUENCE_ID));
+    // It lies on the grid of the clicks that it can be combined with.
+    QCOMPARE(int(imagemath::compareOperands(unsaved->getFOVForImage(EIMAGE_LUMINESCENT),
+                                            calibrated(UNSAVED, EUNIT_COUNTS),
+                                            dataset(FLUORESCENCE_B)->getFOVForImage(EIMAGE_LUMINESCENT),
+                                            calibrated(FLUORESCENCE_B, EUNIT_COUNTS))),
+             int(imagemath::Combination::Possible));
+    QVERIFY(m_sequence->removeDataset(UNSAVED));
+}
+
+void tst_SampleStudy::theOverviewIsMarkedAndCanBeCombined()
+{
+    QVERIFY(!m_sequence->isTransIllumOverviewResultSequence());
+    QString error;
+    const std::unique_ptr<CVXSSequenceDataset> overview(CVXSSequenceDataset::open(
+        m_folder.filePath(OVERVIEW_FOLDER + QStringLiteral("/") + OVERVIEW_ID), nullptr, &error));
+    QVERIFY2(overview, qPrintable(error));
+    QVERIFY(overview->isTransIllumOverviewResultSequence());
+    QCOMPARE(overview->getActiveUnit(), EUNIT_EFFICIENCY);
+    QCOMPARE(overview->getClickNumbers(), (QStringList{OVERVIEW_A, OVERVIEW_B}));
+    CILImage images[2];
+    int i = 0;
+    for (const CVXSDataset *one : overview->getDatasets()) {
+        QVERIFY(one->isTransIlluminationDataset());
+        QCOMPARE(
+            one->getCalibratedLuminImage(EUNIT_EFFICIENCY, &images[i], QStringLiteral("tst_SampleStudy")),
+            ESTATUS_SUCCESS);
+        // Beside the animal nothing is lost; under it only some per cent come through.
+        const double beside = images[i].pixelAt(20, 128);
+        const double through = images[i].pixelAt(128, 100);
+        QVERIFY2(std::fabs(beside - 1.0) < 0.15, qPrintable(QString::number(beside)));
+        QVERIFY2(through < 0.25, qPrintable(QString::number(through)));
+        ++i;
+    }
+    QVERIFY(images[0].pixelAt(128, 130) > 1.5 * images[1].pixelAt(128, 130));
+    QCOMPARE(int(imagemath::compareOperands(12.5, images[0], 12.5, images[1])),
+             int(imagemath::Combination::Possible));
+}
+
+void tst_SampleStudy::theResultIsOfTheMainJob()
+{
+    const QString folder = m_folder.filePath(RESULT_FOLDER + QStringLiteral("/") + RESULT);
+    QString error;
+    const std::unique_ptr<CVXSDataset> result(CVXSDataset::open(folder, nullptr, &error));
+    QVERIFY2(result, qPrintable(error));
+    const CILImage *image = result->getCoreImage(EIMAGE_LUMINESCENT);
+    QVERIFY(image);
+    CILImage expected;
+    const CILImage a = calibrated(FLUORESCENCE_A, EUNIT_COUNTS);
+    const CILImage b = calibrated(FLUORESCENCE_B, EUNIT_COUNTS);
+    imagemath::formulaAt(1)->evaluate({a, b, b, float(TRUE_K)}, expected);
+    QCOMPARE(pixelcompare::difference(*image, expected), QString());
+    std::string description;
+    QCOMPARE(CILImage::loadDescription(
+                 QFile::encodeName(folder + QStringLiteral("/luminescent.tif")).constData(), &description),
+             EIL_SUCCESS);
+    imagemath::ResultRecord record;
+    QVERIFY2(imagemath::fromJson(QByteArray::fromStdString(description), &record, &error), qPrintable(error));
+    QCOMPARE(record.a.clickNumber, QString(FLUORESCENCE_A));
+    QCOMPARE(record.b.clickNumber, QString(FLUORESCENCE_B));
+    QCOMPARE(record.k, float(TRUE_K));
+}
+
+// Where there is no reporter, what both files have above the offset differs by k alone.
+void tst_SampleStudy::theCameraFilesGiveTheirKAboveTheOffsetOnly()
+{
+    const auto loaded = [this](QLatin1String name) {
+        CILImage image;
+        image.loadTIFF(QFile::encodeName(m_folder.filePath(CAMERA_FILES_FOLDER + QStringLiteral("/") + name))
+                           .constData());
+        return image;
+    };
+    const CILImage a = loaded(CAMERA_FILE_A);
+    const CILImage b = loaded(CAMERA_FILE_B);
+    const CILImage dark = loaded(CAMERA_FILE_DARK);
+    for (const CILImage &image : {a, b, dark}) {
+        QCOMPARE(int(image.getType()), int(VXS_UINT16));
+        QCOMPARE(image.getWidth(), 512u);
+        QCOMPARE(image.getHeight(), 512u);
+    }
+    const Camera camera;
+    double sumA = 0.0, sumB = 0.0, sumDark = 0.0;
+    int count = 0;
+    for (int row = 0; row < 512; ++row) {
+        for (int column = 0; column < 512; ++column) {
+            double x = 0.0, y = 0.0;
+            camera.position(column, row, &x, &y);
+            if (phantom::autofluorescence(x, y) < 0.2 || phantom::reporter(x, y) > 1e-4)
+                continue;
+            sumA += a.pixelAt(column, row);
+            sumB += b.pixelAt(column, row);
+            sumDark += dark.pixelAt(column, row);
+            ++count;
+        }
+    }
+    QVERIFY2(count > 1000, qPrintable(QString::number(count)));
+    QVERIFY(std::fabs(sumDark / count - Camera::OFFSET) < 0.5);
+    const double k = (sumA - sumDark) / (sumB - sumDark);
+    QVERIFY2(std::fabs(k - CAMERA_FILES_K) < 0.01, qPrintable(QString::number(k)));
+    QVERIFY2(sumA / sumB < CAMERA_FILES_K - 0.05, "with the offset left in k is wrong");
 }
 
 void tst_SampleStudy::aFolderThatCannotBeMadeIsTold()

@@ -44,6 +44,7 @@ public:
     using CVXSImageMathWnd::m_pColorbarResult;
     using CVXSImageMathWnd::m_pDatasetA;
     using CVXSImageMathWnd::m_pDatasetB;
+    using CVXSImageMathWnd::m_photoImage;
     using CVXSImageMathWnd::m_pResultTag;
     using CVXSImageMathWnd::m_pROIMenu;
     using CVXSImageMathWnd::m_pSequence;

@@ -112,7 +112,7 @@ void tst_ClickInfoFile::brokenLineIsLoggedWithFileAndLine()
     QVERIFY2(record.lastError().startsWith(path + ": line 3: "), qPrintable(record.lastError()));
     QCOMPARE(getLogObject()->entries().size(), 1);
     const LogEntry entry = getLogObject()->entries().first();
-    QCOMPARE(entry.level, 3L);
+    QCOMPARE(entry.level, long(ELOG_FAILURE));
     QCOMPARE(entry.number, int(ESTATUS_BAD_SYNTAX));
     QCOMPARE(entry.message, record.lastError());
 }

@@ -14,7 +14,8 @@ private Q_SLOTS:
     void setValueChangesTheLastPair();
     void setValueAppendsAMissingKey();
     void keysAreComparedExactly();
-    void aRecordOwnsItsSections();
+    void aRecordKeepsItsSectionsInOrder();
+    void aRecordFreesItsSections();
 };
 
 void tst_Section::startsEmpty()
@@ -88,7 +89,7 @@ void tst_Section::keysAreComparedExactly()
     QCOMPARE(section.getValue("Key ", nullptr), ESTATUS_KEY_NOT_FOUND);
 }
 
-void tst_Section::aRecordOwnsItsSections()
+void tst_Section::aRecordKeepsItsSectionsInOrder()
 {
     CPLClickInfo record;
     int count = -1;
@@ -110,6 +111,27 @@ void tst_Section::aRecordOwnsItsSections()
     QVERIFY(!record.sectionAt(2));
     QVERIFY(!record.sectionAt(-1));
     QVERIFY(!record["Twice"]);
+}
+
+// A text that only we hold is detached; a section that still lives holds it too.
+void tst_Section::aRecordFreesItsSections()
+{
+    QString key = QStringLiteral("key of %1").arg(1);
+    QString name = QStringLiteral("name of %1").arg(2);
+    QString value = QStringLiteral("value of %1").arg(3);
+    const auto areOurs = [&] { return key.isDetached() && name.isDetached() && value.isDetached(); };
+    {
+        CPLClickInfo record;
+        for (int i = 0; i < 2; ++i) {
+            auto *section = new CPLSection;
+            section->setSectionKey(key);
+            section->setSectionName(name);
+            section->addKeyValue("key", value);
+            record.addSection(section);
+        }
+        QVERIFY(!areOurs());
+    }
+    QVERIFY(areOurs());
 }
 
 QTEST_GUILESS_MAIN(tst_Section)

@@ -38,7 +38,7 @@ void tst_Log::keepsAndAnnouncesALine()
 {
     CVXSLog log;
     QSignalSpy spy(&log, &CVXSLog::logged);
-    log.log("message", "detail", 7, "18:26:27", 3, false);
+    log.log("message", "detail", 7, "18:26:27", ELOG_FAILURE, false);
     QCOMPARE(log.entries().size(), 1);
     QCOMPARE(spy.size(), 1);
     for (const LogEntry &entry : {log.entries().first(), spy.first().first().value<LogEntry>()}) {
@@ -46,7 +46,7 @@ void tst_Log::keepsAndAnnouncesALine()
         QCOMPARE(entry.detail, QString("detail"));
         QCOMPARE(entry.number, 7);
         QCOMPARE(entry.stamp, QString("18:26:27"));
-        QCOMPARE(entry.level, 3L);
+        QCOMPARE(entry.level, long(ELOG_FAILURE));
     }
     log.clear();
     QVERIFY(log.entries().isEmpty());
@@ -56,7 +56,7 @@ void tst_Log::keepsTheNewestTenThousand()
 {
     CVXSLog log;
     for (int i = 0; i < 10003; ++i)
-        log.log(QString::number(i), QString(), 0, QString(), 1, false);
+        log.log(QString::number(i), QString(), 0, QString(), ELOG_INFORMATION, false);
     QCOMPARE(log.entries().size(), 10000);
     QCOMPARE(log.entries().first().message, QString("3"));
     QCOMPARE(log.entries().last().message, QString("10002"));
@@ -67,17 +67,17 @@ void tst_Log::writesOneLineAnEntryToTheFile()
     QTemporaryDir dir;
     const QString path = dir.filePath("log.txt");
     CVXSLog log;
-    log.log("before", QString(), 0, QString(), 1, false);
+    log.log("before", QString(), 0, QString(), ELOG_INFORMATION, false);
     QVERIFY(log.setFile(path));
-    log.log(QString::fromUtf8("two\nlines ü"), "file.txt", 5, "stamp", 3, false);
-    log.log("flushed", QString(), 0, QString(), 0, true);
+    log.log(QString::fromUtf8("two\nlines ü"), "file.txt", 5, "stamp", ELOG_FAILURE, false);
+    log.log("flushed", QString(), 0, QString(), ELOG_DEBUG, true);
     const QList<QByteArray> lines = linesOf(path);
     QCOMPARE(lines.size(), 3); // the last one is what follows the last line break: nothing
     QVERIFY(lines[0].contains("[3] stamp two\\nlines \xc3\xbc | file.txt | status 5"));
     QVERIFY(lines[1].contains("flushed"));
     QVERIFY(lines[2].isEmpty());
     QVERIFY(log.setFile(QString()));
-    log.log("after", QString(), 0, QString(), 3, true);
+    log.log("after", QString(), 0, QString(), ELOG_FAILURE, true);
     QCOMPARE(linesOf(path), lines);
 }
 
@@ -88,7 +88,7 @@ void tst_Log::appendsToTheFile()
     for (int i = 0; i < 2; ++i) {
         CVXSLog log;
         QVERIFY(log.setFile(path));
-        log.log("line", QString(), 0, QString(), 1, false);
+        log.log("line", QString(), 0, QString(), ELOG_INFORMATION, false);
     }
     QCOMPARE(linesOf(path).size(), 3);
 }
@@ -100,7 +100,7 @@ void tst_Log::aFileThatCannotBeWrittenIsTold()
     const int before = log->entries().size();
     QVERIFY(!log->setFile(dir.filePath("missing/log.txt")));
     QCOMPARE(log->entries().size(), before + 1);
-    QCOMPARE(log->entries().last().level, 3L);
+    QCOMPARE(log->entries().last().level, long(ELOG_FAILURE));
     QCOMPARE(log->entries().last().detail, dir.filePath("missing/log.txt"));
 }
 
@@ -113,7 +113,7 @@ void tst_Log::thereIsOneLogOfTheProcess()
     QCOMPARE(entry.message, QString("message"));
     QCOMPARE(entry.detail, QString("detail"));
     QCOMPARE(entry.number, 9);
-    QCOMPARE(entry.level, 2L);
+    QCOMPARE(entry.level, long(ELOG_WARNING));
     QVERIFY(QTime::fromString(entry.stamp, "HH:mm:ss").isValid());
 }
 

@@ -51,6 +51,7 @@ private Q_SLOTS:
     void aSavedSequenceIsNotAskedAbout();
     void anUnsavedSequence_data();
     void anUnsavedSequence();
+    void everyAnswerButNoGoesOn();
     void changesOfTheSequenceReachTheWindow();
     void aSequenceWithoutAWindowIsWatchedToo();
     void storedK_data();
@@ -150,6 +151,21 @@ void tst_Binding::anUnsavedSequence()
     QCOMPARE(bool(fixture.window()->m_pView), bound);
     QCOMPARE(fixture.listA().size(), bound ? 2 : 0);
     QCOMPARE(fixture.window()->computations, bound ? 1 : 0);
+}
+
+// Closed by a program, the box has no answer.
+void tst_Binding::everyAnswerButNoGoesOn()
+{
+    BoundWindow fixture;
+    fixture.addClick(QStringLiteral("A1"));
+    fixture.addClick(QStringLiteral("A2"));
+    auto *saving = new SavingWindow(fixture.sequence(), ESTATUS_SUCCESS);
+    fixture.workspace()->addChildWindow(saving);
+    const DialogAnswerer user({DialogAnswer::call([](QDialog *dialog) { dialog->done(0); })});
+    QVERIFY(fixture.bind());
+    QCOMPARE(user.count(), 1);
+    QCOMPARE(saving->asked, 1);
+    QVERIFY(fixture.window()->m_bSavedForImageMath);
 }
 
 void tst_Binding::changesOfTheSequenceReachTheWindow()

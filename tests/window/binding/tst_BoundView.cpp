@@ -37,6 +37,8 @@ private Q_SLOTS:
     void colorbarsAreInTheView();
     void tagsAreInTheView_data();
     void tagsAreInTheView();
+    void theSettingsSwitchTheTagsOn();
+    void imagesKeepTheirProportions();
     void imagesReachTheViewWithTheLaunch();
 };
 
@@ -214,6 +216,35 @@ void tst_BoundView::tagsAreInTheView()
     found->setPosition(double(column.left), double(column.top));
     found->show(true);
     QVERIFY(without != bound.window()->m_pView->rasterImage());
+}
+
+void tst_BoundView::theSettingsSwitchTheTagsOn()
+{
+    BoundWindow bound;
+    QVERIFY(bound.showClicks({100.0f, 100.0f}));
+    CVXSMultiImageView *view = bound.window()->m_pView;
+    bound.window()->doSettings(); // places the tags for the size in which the view is shown
+    const QImage with = view->rasterImage();
+    view->setShowTextTag(false);
+    QVERIFY(view->rasterImage() != with);
+    bound.window()->doSettings();
+    QCOMPARE(view->rasterImage(), with);
+}
+
+void tst_BoundView::imagesKeepTheirProportions()
+{
+    BoundWindow bound;
+    bound.addClick(QStringLiteral("A1"));
+    ClickSpec half = ClickSpec::of(QStringLiteral("A2")); // 16 pixels of the size of A's 32
+    half.width = half.height = 16;
+    QVERIFY(bound.study().add(half));
+    QVERIFY(bound.saveAndBind());
+    bound.show();
+    const QRectF a = bound.window()->m_pView->imagePlace(0);
+    const QRectF b = bound.window()->m_pView->imagePlace(1);
+    QVERIFY(a.width() > 40.0);
+    QVERIFY2(std::fabs(2.0 * b.width() - a.width()) < 3.0, // whole pixels
+             qPrintable(QString("%1 and %2 wide").arg(a.width()).arg(b.width())));
 }
 
 void tst_BoundView::imagesReachTheViewWithTheLaunch()

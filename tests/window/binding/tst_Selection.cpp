@@ -142,7 +142,7 @@ void tst_Selection::aClickOfNoSequenceIsRefused()
     QCOMPARE(entry.detail, QString());
     QCOMPARE(entry.number, 0);
     QCOMPARE(entry.stamp, QStringLiteral("18:26:27"));
-    QCOMPARE(entry.level, 3L);
+    QCOMPARE(entry.level, long(ELOG_FAILURE));
     QCOMPARE(bound.window()->m_pResultTag->getStringList(), QStringList{"Need two images."});
     QCOMPARE(bound.window()->m_messages, QStringList{"Need two images."});
     QVERIFY2(bound.window()->m_pResultTag->isShown(), "the user sees why");

@@ -10,6 +10,25 @@
 
 using namespace calculation;
 
+namespace {
+
+// Looks at the display button when the first image is put into the view list.
+class ButtonWatch : public WindowProbe
+{
+public:
+    bool wasEnabled = false;
+    int images = 0;
+
+    void setViewImage(int slot, CILImage *image) override
+    {
+        if (image && images++ == 0)
+            wasEnabled = m_pDisplayBtn->isEnabled();
+        WindowProbe::setViewImage(slot, image);
+    }
+};
+
+} // namespace
+
 class tst_Calculation : public QObject
 {
     Q_OBJECT
@@ -28,6 +47,10 @@ private Q_SLOTS:
     void theOneSidedRunFetchesTheImageThatIsThere_data();
     void theOneSidedRunFetchesTheImageThatIsThere();
     void everyRunStartsFromEmptySlotsAndHiddenTags();
+    void theButtonIsEnabledAsSoonAsBothClicksAreValid_data();
+    void theButtonIsEnabledAsSoonAsBothClicksAreValid();
+    void theIndexChoosesTheFormula_data();
+    void theIndexChoosesTheFormula();
     void anIndexOutsideTheFormulas_data();
     void anIndexOutsideTheFormulas();
     void refreshIsOffExactlyDuringTheSignals();
@@ -205,6 +228,55 @@ void tst_Calculation::everyRunStartsFromEmptySlotsAndHiddenTags()
         QCOMPARE(window.shownTags(), 0);
         QCOMPARE(window.filledSlots().contains("R"), clickB == B);
     }
+}
+
+void tst_Calculation::theButtonIsEnabledAsSoonAsBothClicksAreValid_data()
+{
+    QTest::addColumn<QString>("clickB");
+    QTest::addColumn<bool>("isEnabledInTheEnd");
+    QTest::newRow("two images that can be combined") << B << true;
+    QTest::newRow("fields of view differ: in between only") << OTHER_FIELD << false;
+    QTest::newRow("B has no image: in between only") << PHOTO_ONLY << false;
+}
+
+void tst_Calculation::theButtonIsEnabledAsSoonAsBothClicksAreValid()
+{
+    QFETCH(QString, clickB);
+    ButtonWatch window;
+    QVERIFY(window.bind(m_study));
+    window.select(m_study.sequence(), A, clickB);
+    window.m_pDisplayBtn->setEnabled(false);
+    window.images = 0;
+    window.calculateResultImage();
+    QVERIFY(window.images > 0);
+    QVERIFY(window.wasEnabled);
+    QTEST(window.m_pDisplayBtn->isEnabled(), "isEnabledInTheEnd");
+}
+
+void tst_Calculation::theIndexChoosesTheFormula_data()
+{
+    QTest::addColumn<int>("index");
+    for (int i = 0; i < int(imagemath::formulas().size()); ++i)
+        QTest::addRow("entry %d under the text of another formula", i) << i;
+}
+
+void tst_Calculation::theIndexChoosesTheFormula()
+{
+    QFETCH(int, index);
+    const int count = int(imagemath::formulas().size());
+    WindowProbe window;
+    QVERIFY(window.bind(m_study));
+    window.m_kValue = 2.5f;
+    window.select(m_study.sequence(), A, B);
+    window.m_pOperationCB->setCurrentIndex(index);
+    window.computed();
+    const CILImage expected = window.m_resultImage;
+    window.m_pOperationCB->setItemText(index, window.m_pOperationCB->itemText((index + 1) % count));
+    window.computed();
+    QCOMPARE(difference(window.m_resultImage, expected), QString());
+    window.m_pOperationCB->setCurrentIndex((index + 1) % count);
+    window.computed();
+    QVERIFY(!difference(window.m_resultImage, expected).isEmpty());
 }
 
 void tst_Calculation::anIndexOutsideTheFormulas_data()

@@ -132,7 +132,7 @@ void tst_CalculationFailures::logLineOfTheInvalidExit()
     QCOMPARE(line.detail, QString());
     QCOMPARE(line.number, 0);
     QCOMPARE(line.stamp, QString("18:26:27"));
-    QCOMPARE(line.level, 3L);
+    QCOMPARE(line.level, long(ELOG_FAILURE));
 }
 
 void tst_CalculationFailures::aSlotThatTakesNoImage_data()
@@ -184,7 +184,7 @@ void tst_CalculationFailures::logLinesOfRefusedSlots()
         QCOMPARE(line.detail, QString());
         QCOMPARE(line.number, 0);
         QCOMPARE(line.stamp, QString("18:26:27"));
-        QCOMPARE(line.level, 3L);
+        QCOMPARE(line.level, long(ELOG_FAILURE));
     }
 }
 
@@ -258,6 +258,10 @@ void tst_CalculationFailures::damagedImages()
         LogCatcher log;
         window.calculateResultImage();
         QVERIFY(!log.failures().isEmpty());
+        int asked = 0; // of the dataset, by name: B's image is fetched in counts as well
+        for (const LogEntry &entry : log.entries())
+            asked += entry.detail == "asked for by Image Math";
+        QCOMPARE(asked, int(damageA) + 2 * int(damageB));
         QCOMPARE(window.m_imageA.isEmpty(), damageA);
         QCOMPARE(window.m_imageB.isEmpty(), damageB);
         QCOMPARE(window.filledSlots().mid(0, 2), (QStringList{"A", "B"}));

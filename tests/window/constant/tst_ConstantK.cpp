@@ -29,6 +29,7 @@ private Q_SLOTS:
     void leavingTheFieldTakesTheNumber();
     void leavingTheFieldAfterReturnComputesNothing();
     void everyChangeComputesOnce();
+    void theTextIsStoredBeforeTheComputation();
     void theNextWindowStartsWithTheStoredText();
     void aNumberOutsideTheFieldsRangeIsNotTaken();
     void compactExponentOfTheWindow_data();
@@ -183,6 +184,8 @@ void tst_ConstantK::whatIsNotANumberReadsAsZero_data()
     QTest::newRow("a decimal comma") << "1,5";
     QTest::newRow("a lone sign") << "-";
     QTest::newRow("half an exponent") << "2e";
+    QTest::newRow("what the computer calls no number") << "nan";
+    QTest::newRow("the same with a sign") << "-nan";
 }
 
 void tst_ConstantK::whatIsNotANumberReadsAsZero()
@@ -230,6 +233,16 @@ void tst_ConstantK::everyChangeComputesOnce()
         type(numbers.at(i));
         QCOMPARE(window()->computations, i + 1);
     }
+}
+
+// Whoever follows the computation finds the k that it is made with.
+void tst_ConstantK::theTextIsStoredBeforeTheComputation()
+{
+    QString stored;
+    connect(window(), &CVXSImageMathWnd::colorRangeABChanged, this,
+            [&stored] { stored = CVXUtilityFns::getkValue(); });
+    type(QStringLiteral("2.5"));
+    QCOMPARE(stored, QStringLiteral("2.50"));
 }
 
 void tst_ConstantK::theNextWindowStartsWithTheStoredText()

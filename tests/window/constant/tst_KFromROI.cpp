@@ -56,6 +56,15 @@ private Q_SLOTS:
     void resultsInEfficiencyAreComparedByTheirEfficiency();
     void aNameThatIsNoROIStops();
     void textsOneInTheOther();
+    void theSourceIsAWhereItsTextContainsTheDatasets_data();
+    void theSourceIsAWhereItsTextContainsTheDatasets();
+    void aCopyThatAnEarlierStopLeftIsNotRemoved();
+    void theROIAloneIsSelected();
+    void theSourceIsMeasuredBeforeTheTarget_data();
+    void theSourceIsMeasuredBeforeTheTarget();
+    void everyROIOfBothIsMeasured();
+    void theRatioIsTakenInDoublePrecision_data();
+    void theRatioIsTakenInDoublePrecision();
 };
 
 void tst_KFromROI::ratioInEachUnit_data()
@@ -562,6 +571,129 @@ void tst_KFromROI::textsOneInTheOther()
     QVERIFY(isClose(window()->m_kValue, sum(countsOfA, OTHER) / sum(countsOfB, OTHER)));
     choose("A1", "In A1");
     QVERIFY(isClose(window()->m_kValue, sum(countsOfA, BOX) / sum(countsOfB, BOX)));
+}
+
+void tst_KFromROI::theSourceIsAWhereItsTextContainsTheDatasets_data()
+{
+    QTest::addColumn<QString>("a");
+    QTest::addColumn<QString>("dataset");
+    QTest::addColumn<bool>("isSourceA");
+    row("the whole text of A", "A10", "A10", true);
+    row("a part of it, though B is called so", "A10", "A1", true);
+    row("nothing is in every text", "A10", "", true);
+    row("letters in another case are another text", "a1x", "A1", false);
+    row("the text of B", "C3", "A1", false);
+}
+
+void tst_KFromROI::theSourceIsAWhereItsTextContainsTheDatasets()
+{
+    QFETCH(QString, a);
+    QFETCH(QString, dataset);
+    QFETCH(bool, isSourceA);
+    make({click(a, countsOfA), click("A1", countsOfB)}); // B
+    QVERIFY(addBox(a.toLatin1(), "Tumor", BOX));
+    QVERIFY(addBox("A1", "Tumor", OTHER));
+    window()->computeKFromROI(dataset, "Tumor");
+    const QRectF box = isSourceA ? BOX : OTHER;
+    QVERIFY(isClose(window()->m_kValue, sum(countsOfA, box) / sum(countsOfB, box)));
+}
+
+void tst_KFromROI::aCopyThatAnEarlierStopLeftIsNotRemoved()
+{
+    ClickSpec b = click("A2", countsOfB);
+    b.luminescentKeys.insert("Field of View", QString()); // cannot be measured
+    make({click("A1", countsOfA), b});
+    QVERIFY(addBox("A1", "Tumor", BOX));
+    QVERIFY(addBox("A1", "Made last", OTHER));
+    choose("A1", "Tumor");
+    QVERIFY(window()->m_bPastedROI);
+    // The same click twice: nothing is pasted, so that nothing may be taken out.
+    window()->m_pListBoxB->setCurrentRow(0);
+    QCOMPARE(dataset("A1")->MeasureROIAndMakeMeasRecords(true), ESTATUS_SUCCESS);
+    choose("A1", "Tumor");
+    QCOMPARE(window()->m_kValue, 1.0f);
+    QVERIFY(!window()->m_bPastedROI);
+    QCOMPARE(names(rois("A1")), QStringList({"Tumor", "Made last"}));
+}
+
+void tst_KFromROI::theROIAloneIsSelected()
+{
+    makeDefault();
+    CROIBase *tumor = addBox("A1", "Tumor", BOX);
+    CROIBase *other = addBox("A1", "Other", OTHER);
+    QVERIFY(tumor && other);
+    rois("A1")->selectROI(other, false);
+    choose("A1", "Tumor");
+    QCOMPARE(rois("A1")->selectedROIs(), QList<CROIBase *>{tumor});
+    QVERIFY(isClose(window()->m_kValue, sum(countsOfA, BOX) / sum(countsOfB, BOX)));
+}
+
+void tst_KFromROI::theSourceIsMeasuredBeforeTheTarget_data()
+{
+    QTest::addColumn<QString>("source");
+    QTest::addColumn<QString>("target");
+    row("ROI of A", "A1", "A2");
+    row("ROI of B", "A2", "A1");
+}
+
+void tst_KFromROI::theSourceIsMeasuredBeforeTheTarget()
+{
+    QFETCH(QString, source);
+    QFETCH(QString, target);
+    makeDefault();
+    QVERIFY(addBox(source.toLatin1(), "Tumor", BOX));
+    const QSignalSpy changed(CRoiMeasurementManager::getRoiMeasurementManager(),
+                             &CRoiMeasurementManager::recordsChanged);
+    choose(source, "Tumor");
+    QVERIFY(changed.count() >= 2);
+    QCOMPARE(changed.at(0).first().toString(), source);
+    QCOMPARE(changed.at(1).first().toString(), target);
+}
+
+// The others' records look up to date, but somebody has stored what is not so.
+void tst_KFromROI::everyROIOfBothIsMeasured()
+{
+    makeDefault();
+    QVERIFY(addBox("A1", "Tumor", BOX));
+    QVERIFY(addBox("A1", "Other of A", OTHER));
+    QVERIFY(addBox("A2", "Other of B", OTHER));
+    auto *records = CRoiMeasurementManager::getRoiMeasurementManager();
+    const auto record = [records](const char *number, const char *name) {
+        const RoiMeasDisplayEntry *entry = records->findMeasInfoForId(number, name);
+        return entry ? *records->getRoiMeasInfoList().at(entry->index) : CRoiMeasInfo();
+    };
+    for (const char *number : {"A1", "A2"}) {
+        QCOMPARE(dataset(number)->MeasureROIAndMakeMeasRecords(true), ESTATUS_SUCCESS);
+        CRoiMeasInfo wrong = record(number, *(number + 1) == '1' ? "Other of A" : "Other of B");
+        QVERIFY(wrong.isValid);
+        wrong.counts.sum = -1.0;
+        records->store(wrong);
+    }
+    choose("A1", "Tumor");
+    QVERIFY(isClose(float(record("A1", "Other of A").counts.sum), sum(countsOfA, OTHER)));
+    QVERIFY(isClose(float(record("A2", "Other of B").counts.sum), sum(countsOfB, OTHER)));
+}
+
+void tst_KFromROI::theRatioIsTakenInDoublePrecision_data()
+{
+    QTest::addColumn<QString>("source");
+    row("ROI of A", "A1");
+    row("ROI of B", "A2");
+}
+
+// The total of A needs more digits than single precision has.
+void tst_KFromROI::theRatioIsTakenInDoublePrecision()
+{
+    QFETCH(QString, source);
+    make({click("A1", [](int, int) { return 16777201.0; }), click("A2", [](int, int) { return 32.0; })});
+    QVERIFY(addBox(source.toLatin1(), "Tumor", BOX));
+    const double a = 16777201.0 * 80;
+    const double b = 32.0 * 80;
+    QCOMPARE(sum([](int, int) { return 32.0; }, BOX), b);
+    QVERIFY(float(a / b) != float(a) / float(b));
+    choose(source, "Tumor");
+    QVERIFY2(window()->m_kValue == float(a / b),
+             qPrintable(QString::number(double(window()->m_kValue), 'g', 9)));
 }
 
 QTEST_MAIN(tst_KFromROI)

@@ -25,12 +25,18 @@ private Q_SLOTS:
     void withoutTwoCurrentItemsItStaysAsItIs();
     void oneSubmenu_data();
     void oneSubmenu();
+    void anEmptyText_data();
+    void anEmptyText();
     void kindsOfClicks_data();
     void kindsOfClicks();
 
     void noneInTheMenu_data();
     void noneInTheMenu();
     void afterNoneReturnTakesWhatIsShown();
+    void theClickIsFoundByTheSubmenusTitle_data();
+    void theClickIsFoundByTheSubmenusTitle();
+    void whereBothClicksFitBsIsTaken();
+    void aThemeMayMarkAKeyInTheTitle();
     void noneInTheComputation_data();
     void noneInTheComputation();
     void withoutTwoCurrentRowsNothingIsComputed();
@@ -132,6 +138,29 @@ void tst_ROIMenu::oneSubmenu()
     QTEST(titles, "titles");
 }
 
+void tst_ROIMenu::anEmptyText_data()
+{
+    QTest::addColumn<QString>("textA");
+    QTest::addColumn<QString>("textB");
+    QTest::addColumn<QStringList>("titles");
+    row("of A: B's submenu alone", "", "A2", QStringList{"A2"});
+    row("of B lies in every text of A: A's submenu alone", "A1", "", QStringList{"A1"});
+    row("of both: none", "", "", QStringList());
+}
+
+void tst_ROIMenu::anEmptyText()
+{
+    QFETCH(QString, textA);
+    QFETCH(QString, textB);
+    makeDefault();
+    window()->m_pListBoxA->currentItem()->setText(textA);
+    window()->m_pListBoxB->currentItem()->setText(textB);
+    QStringList titles;
+    for (const QAction *entry : shownMenu()->actions())
+        titles << entry->text();
+    QTEST(titles, "titles");
+}
+
 void tst_ROIMenu::kindsOfClicks_data()
 {
     QTest::addColumn<QByteArray>("kind"); // empty: a photograph only
@@ -191,7 +220,7 @@ void tst_ROIMenu::noneInTheMenu()
     QCOMPARE(line.message, QString("There was no ROI selected to compute 'k' - setting 'k' to '1.0'"));
     QCOMPARE(line.detail, QString());
     QCOMPARE(line.number, 0);
-    QCOMPARE(line.level, 2L);
+    QCOMPARE(line.level, long(ELOG_WARNING));
 }
 
 void tst_ROIMenu::afterNoneReturnTakesWhatIsShown()
@@ -204,6 +233,55 @@ void tst_ROIMenu::afterNoneReturnTakesWhatIsShown()
     QCOMPARE(window()->m_kValue, 1.0f);
     QCOMPARE(window()->m_pKLineEdit->text(), QString("1.00"));
     QCOMPARE(CVXUtilityFns::getkValue(), QString("1.00"));
+}
+
+void tst_ROIMenu::theClickIsFoundByTheSubmenusTitle_data()
+{
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<bool>("isFound");
+    row("A's click", "Ab1", true);
+    row("A's click in other letters' case", "aB1", true);
+    row("B's click", "cD2", true);
+    row("B's click in other letters' case", "Cd2", true);
+    row("a part of A's click", "Ab", false);
+    row("another text", "EF3", false);
+}
+
+void tst_ROIMenu::theClickIsFoundByTheSubmenusTitle()
+{
+    QFETCH(QString, title);
+    QFETCH(bool, isFound);
+    make({click("Ab1", countsOfA), click("cD2", countsOfB)});
+    QVERIFY(addBox("Ab1", "Tumor", BOX));
+    QVERIFY(addBox("cD2", "Tumor", BOX));
+    // A click of the sequence is offered by its own text; another tool may offer it as it likes.
+    QMenu submenu(title);
+    window()->onSelectROIFromMenu(submenu.addAction("Tumor"));
+    QCOMPARE(window()->computations, isFound ? 1 : 0);
+    if (isFound)
+        QVERIFY(isClose(window()->m_kValue, sum(countsOfA, BOX) / sum(countsOfB, BOX)));
+}
+
+void tst_ROIMenu::whereBothClicksFitBsIsTaken()
+{
+    const QRectF other(9.0, 9.0, 4.0, 4.0); // [cm]
+    make({click("ab1", countsOfA), click("AB1", countsOfB)});
+    QVERIFY(addBox("ab1", "Tumor", BOX));
+    QVERIFY(addBox("AB1", "Tumor", other));
+    choose("ab1", "Tumor");
+    QVERIFY(isClose(window()->m_kValue, sum(countsOfA, other) / sum(countsOfB, other)));
+}
+
+void tst_ROIMenu::aThemeMayMarkAKeyInTheTitle()
+{
+    makeDefault();
+    QVERIFY(addBox("A2", "Tumor", BOX));
+    QMenu *submenu = shownMenu()->actions().at(1)->menu();
+    submenu->setTitle("A&2");
+    submenu->actions().first()->setText("&Tumor");
+    submenu->actions().first()->trigger();
+    QCOMPARE(window()->computations, 1);
+    QVERIFY(isClose(window()->m_kValue, sum(countsOfA, BOX) / sum(countsOfB, BOX)));
 }
 
 void tst_ROIMenu::noneInTheComputation_data()

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "tests/support/VirtualPlace.h"
 #include "window/CVXSImageMathWnd.h"
 
 #include <QMetaMethod>
@@ -13,6 +14,7 @@ private Q_SLOTS:
     void theClass();
     void methods_data();
     void methods();
+    void theResultOperationsStandInTheirOrder();
 };
 
 void tst_WindowMetaObject::theClass()
@@ -85,6 +87,30 @@ void tst_WindowMetaObject::methods()
     QCOMPARE(int(method.methodType()), kind);
     QCOMPARE(int(method.access()), access);
     QCOMPARE(bool(method.attributes() & QMetaMethod::Cloned), isCloned);
+}
+
+// Who was built against the window's table calls an operation by its place.
+void tst_WindowMetaObject::theResultOperationsStandInTheirOrder()
+{
+    using W = CVXSImageMathWnd;
+    const QVector<std::ptrdiff_t> places{placeOf(&W::compactExponent),
+                                         placeOf(&W::appendNoteEntry),
+                                         placeOf(&W::removeNoteEntry),
+                                         placeOf(&W::replaceNoteEntry),
+                                         placeOf(&W::makeResultClickNumber),
+                                         placeOf(&W::clickNumberStem),
+                                         placeOf(&W::userInitials),
+                                         placeOf(&W::letterSuffixValue),
+                                         placeOf(&W::letterSuffixFromValue),
+                                         placeOf(&W::prepareResultFolder),
+                                         placeOf(&W::writeResultClickInfo),
+                                         placeOf(&W::writeAnalyzedClickInfo),
+                                         placeOf(&W::onClickDisplayResultForMeasuring)};
+    for (int i = 1; i < places.size(); ++i)
+        QVERIFY2(places[i] == places[0] + i,
+                 qPrintable(QString("operation %1 stands in place %2 behind the first")
+                                .arg(i)
+                                .arg(places[i] - places[0])));
 }
 
 QTEST_APPLESS_MAIN(tst_WindowMetaObject)

@@ -34,6 +34,7 @@ private Q_SLOTS:
     void theUserIsAsked();
     void answers_data();
     void answers();
+    void everyAnswerButNoGoesOn();
     void theQuestion();
     void theSameFileTwice();
     void filesStayAsTheyAre();
@@ -153,6 +154,15 @@ void tst_ImagingAngles::answers()
     QCOMPARE(int(m_window.checkImagingAngles(write("a.txt", angle("0")), write("b.txt", angle("90")))),
              status);
     QCOMPARE(answerer.count(), 1);
+}
+
+// Closed by a program, the box has no answer.
+void tst_ImagingAngles::everyAnswerButNoGoesOn()
+{
+    const DialogAnswerer user({DialogAnswer::call([](QDialog *dialog) { dialog->done(0); })});
+    QCOMPARE(int(m_window.checkImagingAngles(write("a.txt", angle("0")), write("b.txt", angle("90")))), 0);
+    QCOMPARE(user.count(), 1);
+    QVERIFY(user.shown(0).closed);
 }
 
 void tst_ImagingAngles::theQuestion()

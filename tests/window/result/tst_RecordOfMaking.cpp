@@ -48,13 +48,17 @@ private Q_SLOTS:
     void aResultTellsItsMaking();
     void theThresholdedRatioTellsItsMask();
     void kIsTheOneThatWasUsed();
+    void kIsExact();
+    void anImageThatIsNotOfTheOperandsHasNoRecord();
     void theCorrectionIsThatOfTheComputation();
     void aFileThatWasChangedAfterReadingIsNotHashed();
     void aPipeInPlaceOfAFileIsNotWaitedFor();
     void anOperandImageOfAnotherNameGivesAResultThatLoads();
     void aPhotographOfAnotherNameComesAlong();
+    void ofTwoFilesTheOneOfTheUsualNameIsCopied();
 
 private:
+    void openWithOtherNames();
     ResultRecord record() const
     {
         std::string description;
@@ -130,6 +134,37 @@ void tst_RecordOfMaking::kIsTheOneThatWasUsed()
     QVERIFY(m_bench->writeRecord() == ESTATUS_SUCCESS);
 }
 
+void tst_RecordOfMaking::kIsExact()
+{
+    const float third = 1.0f / 3.0f; // more digits than the field shows
+    window()->m_kValue = third;
+    window()->calculateResultImage();
+    press();
+    QVERIFY2(record().k == third, qPrintable(QString::number(double(record().k), 'g', 9)));
+}
+
+// Where the operands cannot be combined the image before them is kept; how that one was made is not known any
+// more.
+void tst_RecordOfMaking::anImageThatIsNotOfTheOperandsHasNoRecord()
+{
+    m_bench->bound().show();
+    ClickSpec other = ClickSpec::of(QStringLiteral("AB20260102030608"));
+    other.fieldOfView = 20.0;
+    QVERIFY(m_bench->bound().study().add(other));
+    QVERIFY(m_bench->bound().study().save());
+    m_bench->choosePhotograph(QString());
+    window()->m_pListBoxB->setCurrentRow(2);
+    QVERIFY(window()->m_bCannotCombine);
+    QVERIFY(!window()->m_resultImage.isEmpty());
+    window()->agreesToAngles = true;
+    window()->onClickDisplayResultForMeasuring();
+    QCOMPARE(requests().size(), 1);
+    std::string description;
+    const QByteArray path = QFile::encodeName(m_bench->resultFile("luminescent.tif"));
+    QCOMPARE(CILImage::loadDescription(path.constData(), &description), EIL_SUCCESS);
+    QCOMPARE(QString::fromStdString(description), QString());
+}
+
 void tst_RecordOfMaking::theCorrectionIsThatOfTheComputation()
 {
     m_bench->datasetA()->setCoreImage(EIMAGE_FLATFIELD,
@@ -192,9 +227,9 @@ void tst_RecordOfMaking::anOperandImageOfAnotherNameGivesAResultThatLoads()
     QCOMPARE(image->getMax(), 168.0f);
 }
 
-void tst_RecordOfMaking::aPhotographOfAnotherNameComesAlong()
+// Of operand A, as somebody else named its files, opened anew: NAME-raw.tif.
+void tst_RecordOfMaking::openWithOtherNames()
 {
-    // An operand as somebody else named its files, opened anew.
     const QString a = ResultBench::clickA();
     for (const char *name : {"luminescent", "photograph"})
         QVERIFY(QFile::rename(fileOf(a, qPrintable(QString(name) + ".tif")),
@@ -211,14 +246,35 @@ void tst_RecordOfMaking::aPhotographOfAnotherNameComesAlong()
     QVERIFY(sequence()->addDataset(again, 0));
     window()->m_pListBoxA->setCurrentRow(0);
     window()->m_pListBoxB->setCurrentRow(1);
-    loadForReal();
     m_bench->choosePhotograph(QStringLiteral("A"));
     window()->agreesToAngles = true; // the bench's record of B says one
+}
+
+void tst_RecordOfMaking::aPhotographOfAnotherNameComesAlong()
+{
+    openWithOtherNames();
+    loadForReal();
     press();
+    const QString a = ResultBench::clickA();
     QVERIFY2(CVXSDataset::getDataset(ResultBench::resultNumber()), qPrintable(failures().join('\n')));
     QCOMPARE(hashOf(m_bench->resultFile("photograph.tif")), hashOf(fileOf(a, "photograph-raw.tif")));
     QCOMPARE(hashOf(m_bench->resultFile("luminescentA.TIF")), hashOf(fileOf(a, "luminescent-raw.tif")));
     QCOMPARE(record().photograph.file.sha256, hashOf(fileOf(a, "photograph-raw.tif")));
+}
+
+void tst_RecordOfMaking::ofTwoFilesTheOneOfTheUsualNameIsCopied()
+{
+    openWithOtherNames();
+    const QString a = ResultBench::clickA();
+    const auto usual = [](int x, int y) { return float(x * y); };
+    for (const char *name : {"luminescent.tif", "photograph.tif"})
+        QCOMPARE(TestStudy::image(32, 32, usual).saveTIFF(QFile::encodeName(fileOf(a, name)).constData()),
+                 EIL_SUCCESS);
+    press();
+    QCOMPARE(requests().size(), 1);
+    QCOMPARE(hashOf(m_bench->resultFile("luminescentA.TIF")), hashOf(fileOf(a, "luminescent.tif")));
+    QCOMPARE(hashOf(m_bench->resultFile("photograph.tif")), hashOf(fileOf(a, "photograph.tif")));
+    QVERIFY(hashOf(fileOf(a, "luminescent.tif")) != hashOf(fileOf(a, "luminescent-raw.tif")));
 }
 
 QTEST_MAIN(tst_RecordOfMaking)

@@ -2,6 +2,7 @@
 #include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
 #include "tests/support/DialogAnswerer.h"
 #include "tests/support/Files.h"
+#include "tests/support/PixelCompare.h"
 #include "tests/window/result/FlowFixture.h"
 
 #include <cmath>
@@ -19,6 +20,8 @@ private Q_SLOTS:
     void theResultIsComplete();
     void theResultIsLoadedAndMarked();
     void theColourTableIsTheSequencesAtTheEnd();
+    void theChosenPhotographIsKept_data();
+    void theChosenPhotographIsKept();
     void theButtonIsEnabledAgain();
     void theActiveWindowIsRefreshed_data();
     void theActiveWindowIsRefreshed();
@@ -110,6 +113,31 @@ void tst_ResultFlow::theColourTableIsTheSequencesAtTheEnd()
     QVERIFY(loaded);
     QCOMPARE(loaded->getColorTable(), VXS_CT_GREEN);
     QVERIFY(loaded->isModified());
+}
+
+void tst_ResultFlow::theChosenPhotographIsKept_data()
+{
+    QTest::addColumn<QString>("from");
+    QTest::newRow("of A") << "A";
+    QTest::newRow("of B") << "B";
+    QTest::newRow("none: the one before stays") << QString();
+}
+
+void tst_ResultFlow::theChosenPhotographIsKept()
+{
+    QFETCH(QString, from);
+    window()->m_photoImage = pixelcompare::imageOf({1, 2, 3, 4}, 2, 2);
+    m_bench->choosePhotograph(from);
+    press();
+    QCOMPARE(requests().size(), 1);
+    if (from.isEmpty()) {
+        QCOMPARE(pixelcompare::difference(window()->m_photoImage, {1, 2, 3, 4}, 2, 2), QString());
+        return;
+    }
+    CVXSDataset *dataset = from == "A" ? m_bench->datasetA() : m_bench->datasetB();
+    const CILImage *photograph = dataset->getCoreImage(EIMAGE_PHOTOGRAPH);
+    QVERIFY(photograph);
+    QCOMPARE(pixelcompare::difference(window()->m_photoImage, *photograph), QString());
 }
 
 void tst_ResultFlow::theButtonIsEnabledAgain()
@@ -431,8 +459,11 @@ void tst_ResultFlow::aSequenceWithoutAFolderTouchesNothingOfTheCurrentOne()
     QVERIFY(QDir(current.path()).mkdir("TempFolder"));
     QVERIFY(writeFile(current.path() + "/TempFolder/of the user.txt", "precious"));
     QVERIFY(QDir::setCurrent(current.path()));
+    const RecordingChild child(bound.sequence());
     QVERIFY(GuiDriver(bound.window()).press("m_pDisplayBtn"));
     QVERIFY(QDir::setCurrent(before));
+    QCOMPARE(child.saves, 0); // only an overview is saved without being asked
+    QCOMPARE(failures().last(), QString("ClickInfo creation failed"));
     QCOMPARE(recordtext::hashes(current.path()).keys(), QStringList{"TempFolder/of the user.txt"});
 }
 

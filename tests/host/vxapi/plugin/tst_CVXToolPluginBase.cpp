@@ -3,6 +3,7 @@
 #include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
 #include "host/vxapi/view/windows/CVXSWorkspace.h"
 #include "tests/support/LogCatcher.h"
+#include "tests/support/VirtualPlace.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -68,6 +69,45 @@ private Q_SLOTS:
         QVERIFY(!tool.hasPreferenceWidget());
         QCOMPARE(tool.getPreferenceWidget(), nullptr);
         QCOMPARE(tool.getBaseModuleName(), QString());
+    }
+
+    // A plug-in of another build calls an operation, and is called, by its place.
+    void theOperationsStandInTheirOrder()
+    {
+        using T = CVXToolPluginBase;
+        const QVector<std::ptrdiff_t> places{placeOf(&T::getToolKind),
+                                             placeOf(&T::getAction),
+                                             placeOf(&T::getIcon),
+                                             placeOf(&T::getToolName),
+                                             placeOf(&T::getToolGroupName),
+                                             placeOf(&T::resetWindow),
+                                             placeOf(&T::showToolWindow),
+                                             placeOf(&T::launchTool),
+                                             placeOf(&T::isToolWindowShown),
+                                             placeOf(&T::signalAddWidgetToWorkspace),
+                                             placeOf(&T::updateValidity),
+                                             placeOf(&T::getBaseModuleName),
+                                             placeOf(&T::isBaseModuleAvailable),
+                                             placeOf(&T::defaultVisibilityForPluggin),
+                                             placeOf(&T::hasPreferenceWidget),
+                                             placeOf(&T::getPreferenceWidget),
+                                             placeOf(&T::onSignalDatasetChanged),
+                                             placeOf(&T::onSignalSequenceChanged),
+                                             placeOf(&T::onSignalDatasetRemoved),
+                                             placeOf(&T::onSignalSequenceAdded),
+                                             placeOf(&T::onSignalSequenceRemoved),
+                                             placeOf(&T::onSignalROIModified),
+                                             placeOf(&T::onSignalROIDeleted),
+                                             placeOf(&T::onSignalupdateROIList),
+                                             placeOf(&T::onAdvancedOptionChanged),
+                                             placeOf(&T::onSignalCopyToClipboard),
+                                             placeOf(&T::onSignalGetPrintPixmap),
+                                             placeOf(&T::onSignalUpdatePluginMenu)};
+        for (int i = 1; i < places.size(); ++i)
+            QVERIFY2(places[i] > places[i - 1], qPrintable(QString("operation %1").arg(i)));
+        // Those of QObject come before them, and nothing in between.
+        QCOMPARE(places[10], places[0] + 10);
+        QVERIFY(places[0] > placeOf(&QObject::eventFilter));
     }
 
     void validity_data()

@@ -123,6 +123,42 @@ private Q_SLOTS:
         QCOMPARE(viewOf(window)->imageAt(0)->getWidth(), 20u);
     }
 
+    void theXRayImageCanBeChosen_data()
+    {
+        QTest::addColumn<bool>("luminescent");
+        QTest::addColumn<bool>("photograph");
+        QTest::addColumn<QStringList>("choices");
+        row("alone", false, false, QStringList{"X-ray"});
+        row("behind a photograph", false, true, QStringList{"Photograph", "X-ray"});
+        row("behind a luminescent image", true, false, QStringList{"Luminescence", "X-ray"});
+        row("behind both", true, true,
+            QStringList{"Luminescence over photograph", "Luminescence", "Photograph", "X-ray"});
+    }
+    void theXRayImageCanBeChosen()
+    {
+        QFETCH(bool, luminescent);
+        QFETCH(bool, photograph);
+        CVXSDataset dataset(QStringLiteral("IW4X"));
+        if (luminescent)
+            dataset.setCoreImage(EIMAGE_LUMINESCENT, spots(20, 20));
+        if (photograph)
+            dataset.setCoreImage(EIMAGE_PHOTOGRAPH, spots(60, 60));
+        const CILImage xray = imageOf(50, 30, [](int x, int y) { return 7 * x + y; });
+        dataset.setCoreImage(EIMAGE_XRAY, xray);
+        CVXSImageWindow window(&dataset);
+        auto *choice = window.findChild<QComboBox *>(QStringLiteral("ImageChoice"));
+        QStringList choices;
+        for (int i = 0; i < choice->count(); ++i)
+            choices << choice->itemText(i);
+        QTEST(choices, "choices");
+        choice->setCurrentIndex(choice->count() - 1);
+        const CILImage *shown = viewOf(window)->imageAt(0);
+        QVERIFY(shown);
+        QCOMPARE(shown->getWidth(), 50u);
+        QCOMPARE(shown->pixelAt(49, 29), xray.pixelAt(49, 29));
+        QCOMPARE(shown->getPalette().getColorTableType(), VXS_CT_GRAYS);
+    }
+
     void aUnitThatCannotBeComputedIsToldInTheView()
     {
         CVXSDataset dataset(QStringLiteral("IW5")); // no calibration constants

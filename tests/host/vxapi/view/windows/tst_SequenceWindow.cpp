@@ -166,6 +166,28 @@ private Q_SLOTS:
         QVERIFY(image.pixel(35, 45) != image.pixel(50, 10));
     }
 
+    void anXRayImageIsSeenInTheThumbnail()
+    {
+        const auto stripes = [](int x, int) { return x % 20 < 10 ? 0 : 100; };
+        CVXSDataset dataset(QStringLiteral("SW8a"));
+        const QImage plain = datasetThumbnail(dataset, 100);
+        dataset.setCoreImage(EIMAGE_XRAY, imageOf(100, 100, stripes));
+        const QImage alone = datasetThumbnail(dataset, 100);
+        QVERIFY(alone != plain);
+        QCOMPARE(colouredPixels(alone), 0);
+        QVERIFY(qGray(alone.pixel(15, 50)) > qGray(alone.pixel(5, 50)) + 100);
+        // It lies below the luminescent image, where that is dark.
+        dataset.setCoreImage(EIMAGE_LUMINESCENT,
+                             imageOf(100, 100, [](int, int y) { return y < 50 ? 0 : 1000 + y; }));
+        const QImage below = datasetThumbnail(dataset, 100);
+        QVERIFY(colouredPixels(below) > 1000);
+        QVERIFY(qGray(below.pixel(15, 20)) > qGray(below.pixel(5, 20)) + 50);
+        // A photograph is what one wants to see there, when there is one.
+        dataset.setCoreImage(EIMAGE_PHOTOGRAPH, imageOf(100, 100, [](int, int y) { return y; }));
+        const QImage photograph = datasetThumbnail(dataset, 100);
+        QCOMPARE(photograph.pixel(15, 20), photograph.pixel(5, 20));
+    }
+
     void aThumbnailWithoutAnImageIsPlain()
     {
         CVXSDataset dataset(QStringLiteral("SW7a"));
