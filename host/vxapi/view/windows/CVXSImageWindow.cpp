@@ -110,6 +110,7 @@ void CVXSImageWindow::Private::connectWidgets()
     const auto tell = [this](const QString &text) { showStatus(text); };
     connect(editor, &RoiEditor::messageChanged, q, tell);
     connect(w.toolBar, &RoiToolBar::messageChanged, q, tell);
+    connect(w.limits, &ColorLimitsPanel::refused, q, tell);
     connect(w.table, &MeasurementPane::deleteRequested, editor, &RoiEditor::removeSelected);
     connect(w.table, &MeasurementPane::renameRequested, w.toolBar, &RoiToolBar::rename);
 }
