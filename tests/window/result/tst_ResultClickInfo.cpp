@@ -441,11 +441,15 @@ void tst_ResultClickInfo::keysOfTheSequenceGoInAnyCase()
 
 void tst_ResultClickInfo::limitsThatTheUserGaveAnOperandAreNotTheResults()
 {
-    const QString folderA = m_bench->folderOf(ResultBench::clickA());
-    m_bench->datasetA()->setColorLimits({ELIMITS_MANUAL, 1.0, 2.0, EUNIT_COUNTS});
-    QCOMPARE(m_bench->datasetA()->saveDatasetAs(folderA), ESTATUS_SUCCESS);
+    QTemporaryDir folder;
+    CVXSDataset dataset(QStringLiteral("limits"));
+    dataset.setColorLimits({ELIMITS_MANUAL, 1.0, 2.0, EUNIT_COUNTS});
+    QCOMPARE(dataset.saveDatasetAs(folder.path()), ESTATUS_SUCCESS);
+    const QByteArray limits = readFile(folder.filePath("ClickInfo.txt"));
+    QVERIFY(writeFile(sourceA(), readFile(sourceA()) + '\n' + limits.mid(limits.indexOf("[Color Limits]"))));
     QCOMPARE(m_bench->writeRecord(), ESTATUS_SUCCESS);
-    const std::unique_ptr<CVXSDataset> a(CVXSDataset::open(folderA, nullptr, nullptr));
+    const std::unique_ptr<CVXSDataset> a(
+        CVXSDataset::open(m_bench->folderOf(ResultBench::clickA()), nullptr, nullptr));
     const std::unique_ptr<CVXSDataset> result(CVXSDataset::open(m_bench->resultFolder(), nullptr, nullptr));
     QVERIFY(a && a->getColorLimits());
     QVERIFY(result && !result->getColorLimits());
