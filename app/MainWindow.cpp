@@ -10,6 +10,7 @@
 #include "app/datasets/SequenceManager.h"
 #include "app/LogPane.h"
 #include "app/menus/DisplayMenu.h"
+#include "app/menus/EditMenu.h"
 #include "app/menus/FileMenu.h"
 #include "app/menus/newAction.h"
 #include "app/menus/WindowMenu.h"
@@ -26,13 +27,10 @@
 #include "host/vxutils/CVXUtilityFns.h"
 
 #include <QAction>
-#include <QApplication>
-#include <QClipboard>
 #include <QCloseEvent>
 #include <QDir>
 #include <QFileInfo>
 #include <QIcon>
-#include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QSettings>
@@ -130,8 +128,8 @@ void MainWindow::makeEditMenu()
 {
     QMenu *menu = menuBar()->addMenu(tr("&Edit"));
     menu->setObjectName(QStringLiteral("menuEdit"));
-    m_copyAction = newAction(menu, tr("&Copy"), "actionCopy", QKeySequence::Copy);
-    connect(m_copyAction, &QAction::triggered, this, &MainWindow::copy);
+    connect(new EditMenu(menu, m_parts.workspace, this), &EditMenu::toolCopyWanted, m_parts.plugins,
+            &PluginManager::copyToClipboard);
 }
 
 void MainWindow::makeViewMenu()
@@ -212,17 +210,6 @@ void MainWindow::openPath(const QString &path)
         openSequence(path);
 }
 
-void MainWindow::copy()
-{
-    const QMdiSubWindow *window = m_parts.workspace->currentSubWindow();
-    if (!window || !window->widget())
-        return;
-    if (qobject_cast<CVXSChildWindow *>(window->widget()))
-        QApplication::clipboard()->setPixmap(window->widget()->grab());
-    else
-        m_parts.plugins->copyToClipboard(window->widget()->objectName());
-}
-
 void MainWindow::fillToolsMenu()
 {
     m_toolsMenu->clear();
@@ -261,7 +248,6 @@ void MainWindow::onActiveChildChanged(CVXSChildWindow *window)
     setWindowTitle(name.isEmpty() ? application : tr("%1 - %2").arg(name, application));
     m_displayMenu->setActiveChild(window);
     m_fileMenu->setActiveChild(window);
-    m_copyAction->setEnabled(window);
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)

@@ -60,7 +60,6 @@ private:
     void makeHelpMenu();
     void restoreWindow();
 
-    void copy();
     void fillToolsMenu();
     void onLogged(const LogEntry &entry);
     void onActiveChildChanged(CVXSChildWindow *window);
@@ -69,5 +68,4 @@ private:
     FileMenu *m_fileMenu = nullptr;
     DisplayMenu *m_displayMenu = nullptr;
     QMenu *m_toolsMenu = nullptr;
-    QAction *m_copyAction = nullptr;
 };

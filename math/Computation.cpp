@@ -2,6 +2,7 @@
 #include "math/Computation.h"
 
 #include "host/vxapi/model/CVXSDataset.h"
+#include "math/FormText.h"
 #include "math/Formula.h"
 #include "math/ToolLog.h"
 
@@ -63,20 +64,24 @@ void correct(CVXSDataset &dataset, const Corrections &wanted, QStringList *probl
                                   : dataset.lastError()));
 }
 
-void calibrate(const CVXSDataset &dataset, tag_edisplayunit unit, CILImage *image, QStringList *problems)
+/// False, with the reason as a problem, when it cannot be had.
+bool calibrate(const CVXSDataset &dataset, tag_edisplayunit unit, CILImage *image, QStringList *problems)
 {
-    if (dataset.getCalibratedLuminImage(unit, image, CALLER) != ESTATUS_SUCCESS)
-        problems->append(dataset.lastError());
+    if (dataset.getCalibratedLuminImage(unit, image, CALLER) == ESTATUS_SUCCESS)
+        return true;
+    problems->append(dataset.lastError());
+    return false;
 }
 
 /// False when the caller wants no more.
 bool fetch(const Operand &operand, tag_edisplayunit unit, CILImage *image, const Steps &steps,
-           Outcome *outcome)
+           Outcome *outcome, QString *emptyBecause)
 {
     if (!operand.dataset)
         return true;
     correct(*operand.dataset, operand.corrections, &outcome->problems);
-    calibrate(*operand.dataset, unit, image, &outcome->problems);
+    if (!calibrate(*operand.dataset, unit, image, &outcome->problems))
+        *emptyBecause = outcome->problems.last();
     return !steps.operandFetched || steps.operandFetched(*outcome, *image);
 }
 
@@ -89,6 +94,33 @@ void fetchCounts(const Request &request, CILImage *countsB, QStringList *problem
     QStringList ignored;
     const bool isNeeded = request.formula && request.formula->isThresholded;
     calibrate(*request.b.dataset, EUNIT_COUNTS, countsB, isNeeded ? problems : &ignored);
+}
+
+/// Which operand has no pixels; empty when none is without.
+QString missingOperandText(const EmptyBecause &empty)
+{
+    if (!empty.a.isEmpty() && !empty.b.isEmpty())
+        return formText("A and B have no pixels.");
+    if (!empty.a.isEmpty())
+        return formText("A has no pixels.");
+    return empty.b.isEmpty() ? QString() : formText("B has no pixels.");
+}
+
+/// Why two operands with pixels gave none.
+QString emptyResultText(const Images &images, const QStringList &problems)
+{
+    const auto size = [](const CILImage &image) {
+        return QStringLiteral("%1 × %2").arg(image.getWidth()).arg(image.getHeight());
+    };
+    if (size(images.a) != size(images.b))
+        return formText(
+                   "One binning is no multiple of the other: A has %1 pixels, binned by %2, and B has %3, "
+                   "binned by %4.")
+            .arg(size(images.a))
+            .arg(double(images.a.binningFactor()))
+            .arg(size(images.b))
+            .arg(double(images.b.binningFactor()));
+    return problems.isEmpty() ? formText("The formula gave no pixels.") : problems.last();
 }
 
 Combination compared(const Request &request, const Images &images)
@@ -125,11 +157,12 @@ void reconcile(const Request &request, const Images &images, CILImage &countsB)
 bool prepare(const Request &request, const Images &images, CILImage &countsB, const Steps &steps,
              Outcome *outcome)
 {
-    if (!fetch(request.a, request.unit, &images.a, steps, outcome) ||
-        !fetch(request.b, request.unit, &images.b, steps, outcome))
+    if (!fetch(request.a, request.unit, &images.a, steps, outcome, &outcome->empty.a) ||
+        !fetch(request.b, request.unit, &images.b, steps, outcome, &outcome->empty.b))
         return false;
     fetchCounts(request, &countsB, &outcome->problems);
     outcome->combination = compared(request, images);
+    outcome->empty.result = missingOperandText(outcome->empty);
     if (outcome->combination == Combination::Possible) {
         reconcile(request, images, countsB);
         // Before anybody switches the corrections back.
@@ -196,6 +229,8 @@ Outcome compute(const Request &request, const Images &images, TissueMaskMemo &ma
     }
     if (isWanted && request.formula && outcome.combination == Combination::Possible)
         evaluate(request, images, countsB, masks, &outcome.record);
+    if (!outcome.record.operation.isEmpty() && images.result.isEmpty() && outcome.empty.result.isEmpty())
+        outcome.empty.result = emptyResultText(images, outcome.problems);
     return outcome;
 }
 

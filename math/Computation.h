@@ -3,6 +3,7 @@
 
 #include "host/vxapi/model/VXTypes.h"
 #include "host/vximage/CILImage.h"
+#include "math/EmptyBecause.h"
 #include "math/OperandPreparation.h"
 #include "math/ResultRecord.h"
 #include "math/TissueMask.h"
@@ -72,6 +73,7 @@ struct Outcome
     /// Why a step went wrong, in the order of the steps: a correction that cannot be had, an operand that
     /// cannot be calibrated. The computation goes on with what there is.
     QStringList problems;
+    EmptyBecause empty;
     /// How the result was made, without files and photograph; its operation is empty when nothing was
     /// evaluated.
     ResultRecord record;

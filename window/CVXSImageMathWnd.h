@@ -3,6 +3,7 @@
 
 #include "host/vximage/CILImage.h"
 #include "host/vxutils/ESTATUS.h"
+#include "math/EmptyBecause.h"
 #include "math/ResultRecord.h"
 #include "math/TissueMask.h"
 #include "ui_cvxsimagemathwnd.h"
@@ -148,6 +149,7 @@ protected:
     bool takesImage(int slot, CILImage *image);
     void announceColorRange(void (CVXSImageMathWnd::*signal)());
     void restoreFlatField(CVXSDataset *dataset, bool remembered);
+    QString noPixelsText() const;
     void addROISubmenu(const QString &clickNumber);
     QString measureInBoth(CVXSDataset &source, CVXSDataset &target, const QString &roiName);
     void setKFromROI(float k);
@@ -195,6 +197,7 @@ protected:
         m_viewImages{}; ///< what the view shows; an image is present when its slot is not null
     imagemath::TissueMaskMemo m_tissueMask;
     imagemath::ResultRecord m_resultRecord; ///< how the result image was made; empty without one
+    imagemath::EmptyBecause m_emptyBecause; ///< why places of the view are empty after a computation
     CILImage m_photoImage;                  ///< copy of the photograph that goes with the last result dataset
     QString m_resultClickNumber;
     QString m_resultFolderPath;                     ///< ends in "/"

@@ -69,6 +69,9 @@ void CVXSImageMathWnd::doSettings()
 
     for (int slot = 0; slot < SLOT_COUNT; ++slot)
         m_pView->setImageAt(viewImage(slot), false, slot, QString(), 0);
+    m_pView->setEmptyText(SLOT_A, m_emptyBecause.a);
+    m_pView->setEmptyText(SLOT_B, m_emptyBecause.b);
+    m_pView->setEmptyText(SLOT_RESULT, m_emptyBecause.result);
 }
 
 void CVXSImageMathWnd::copyToClipboard()

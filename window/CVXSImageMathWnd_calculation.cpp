@@ -12,6 +12,7 @@
 void CVXSImageMathWnd::calculateResultImage()
 {
     m_messages.clear();
+    m_emptyBecause = {};
     for (CVXSTextTag *tag : {m_pResultTag.get(), m_pTagA.get(), m_pTagB.get()})
         tag->show(false);
     for (int slot = 0; slot < SLOT_COUNT; ++slot)
@@ -51,6 +52,7 @@ void CVXSImageMathWnd::calculateResultImage()
     const imagemath::Outcome outcome =
         imagemath::compute(request, {m_imageA, m_imageB, m_resultImage}, m_tissueMask, steps);
     m_resultRecord = outcome.record;
+    m_emptyBecause = outcome.empty;
 
     if (m_bCannotCombine) {
         m_pColorbarResult->palette.SetImageMinMax(0.0, 0.0);
@@ -58,7 +60,18 @@ void CVXSImageMathWnd::calculateResultImage()
             showWhatIsSet();
         return;
     }
+    if (!m_emptyBecause.result.isEmpty())
+        imagemath::logLine(noPixelsText());
     showResult();
+}
+
+// With what the operands say themselves: the line may be the last that the user sees.
+QString CVXSImageMathWnd::noPixelsText() const
+{
+    QStringList reasons = {m_emptyBecause.result, m_emptyBecause.a, m_emptyBecause.b};
+    reasons.removeAll(QString());
+    reasons.removeDuplicates();
+    return QStringLiteral("The result has no pixels: %1").arg(reasons.join(QLatin1Char(' ')));
 }
 
 bool CVXSImageMathWnd::bothAssociated(const QString &clickA, const QString &clickB) const

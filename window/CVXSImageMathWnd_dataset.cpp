@@ -41,6 +41,11 @@ void CVXSImageMathWnd::onClickDisplayResultForMeasuring()
         return;
     }
     m_pDisplayBtn->setEnabled(true);
+    // A dataset of it could not be opened: nothing is made.
+    if (!m_emptyBecause.result.isEmpty()) {
+        imagemath::logLine(noPixelsText());
+        return;
+    }
     copyPhotograph();
     saveUnsavedOverview();
     if (!hasPlaceOnDisk(clickA) || !hasPlaceOnDisk(clickB)) {

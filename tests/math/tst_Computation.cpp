@@ -60,6 +60,8 @@ private Q_SLOTS:
     void theRecordTellsTheCorrectionsOfTheComputation();
     void aCorrectionThatCannotBeHadIsAProblem();
     void anOperandThatCannotBeCalibratedIsEmpty();
+    void whyThereAreNoPixelsIsSaid_data();
+    void whyThereAreNoPixelsIsSaid();
     void missingCountsAreAProblemOfTheThresholdedRatioAlone();
     void anUnreadablePhotographMasksNothing();
 
@@ -480,6 +482,49 @@ void tst_Computation::anOperandThatCannotBeCalibratedIsEmpty()
     QCOMPARE(made.problems.size(), 1);
     QVERIFY2(made.problems.first().contains(clickinfo::KEY_EXPOSURE), qPrintable(made.problems.first()));
     QCOMPARE(made.combination, Combination::DifferentSize);
+}
+
+void tst_Computation::whyThereAreNoPixelsIsSaid_data()
+{
+    QTest::addColumn<bool>("exposedA");
+    QTest::addColumn<bool>("exposedB");
+    QTest::addColumn<float>("binningB");
+    QTest::addColumn<QString>("result");
+    QTest::newRow("nothing is missing") << true << true << 4.0f << QString();
+    QTest::newRow("A's exposure") << false << true << 4.0f << QStringLiteral("A has no pixels.");
+    QTest::newRow("B's exposure") << true << false << 4.0f << QStringLiteral("B has no pixels.");
+    QTest::newRow("both exposures") << false << false << 4.0f << QStringLiteral("A and B have no pixels.");
+    QTest::newRow("a common grid")
+        << true << true << 6.0f
+        << QString::fromUtf8(
+               "One binning is no multiple of the other: A has 48 × 48 pixels, binned by 4, and "
+               "B has 32 × 32, binned by 6.");
+}
+
+void tst_Computation::whyThereAreNoPixelsIsSaid()
+{
+    QFETCH(bool, exposedA);
+    QFETCH(bool, exposedB);
+    QFETCH(float, binningB);
+    QFETCH(QString, result);
+    ClickSpec a = specOf(A, 300.0f);
+    ClickSpec b = specOf(B, 100.0f);
+    a.width = a.height = 48;
+    b.width = b.height = int(192.0f / binningB);
+    b.binning = binningB;
+    if (!exposedA)
+        a.luminescentKeys.insert(clickinfo::KEY_EXPOSURE, QString());
+    if (!exposedB)
+        b.luminescentKeys.insert(clickinfo::KEY_EXPOSURE, QString());
+    add(a, b);
+    m_request.unit = EUNIT_RADIANCE;
+    const Outcome made = compute("A - B * k");
+    QCOMPARE(made.empty.result, result);
+    QCOMPARE(made.empty.a.contains(clickinfo::KEY_EXPOSURE), !exposedA);
+    QCOMPARE(made.empty.b.contains(clickinfo::KEY_EXPOSURE), !exposedB);
+    QCOMPARE(made.empty.a.isEmpty(), exposedA);
+    QCOMPARE(made.empty.b.isEmpty(), exposedB);
+    QCOMPARE(m_result.isEmpty(), exposedA == exposedB && !result.isEmpty());
 }
 
 void tst_Computation::missingCountsAreAProblemOfTheThresholdedRatioAlone()

@@ -6,6 +6,7 @@
 #include "host/vximage/CILImage.h"
 
 #include <memory>
+#include <optional>
 #include <QObject>
 
 class CPLClickInfo;
@@ -188,12 +189,18 @@ public:
     void setToolInfo(const CVXSToolInfo &info);
     tag_ecolortable getColorTable() const;
     void setColorTable(tag_ecolortable table);
+    /// The limits of the colours that the user chose, now or in a file; nothing before that. Manual ones hold
+    /// in their unit alone.
+    std::optional<ColorLimits> getColorLimits() const;
+    /// Keeps the choice with the dataset. Manual limits that are not finite, or the lower one above the upper
+    /// one, change nothing.
+    void setColorLimits(const ColorLimits &limits);
 
 Q_SIGNALS:
     /// Calibrated images are others now: a correction was switched, or an image replaced.
     void calibrationChanged();
     void unitChanged();
-    /// Colour table, direction, log scale, brightness or gamma changed; no pixel did.
+    /// Colour table, its limits, direction, log scale, brightness or gamma changed; no pixel did.
     void displayChanged();
 
 private:

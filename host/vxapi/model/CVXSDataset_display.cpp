@@ -4,7 +4,35 @@
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSDataset_p.h"
 
+#include "host/vxutils/CVXSLog.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
 using namespace clickinfo;
+
+namespace {
+
+constexpr std::array<QLatin1String, 3> MODES = {LIMITS_AUTO, LIMITS_FULL,
+                                                LIMITS_MANUAL}; // in the order of ELIMITMODE
+
+bool areUsable(const ColorLimits &limits)
+{
+    if (limits.mode != ELIMITS_MANUAL)
+        return true;
+    return std::isfinite(limits.low) && std::isfinite(limits.high) && limits.low <= limits.high &&
+           limits.unit >= EUNIT_COUNTS && limits.unit < EUNIT_COUNT;
+}
+
+/// Whether they come to the same; numbers and unit are those of manual limits.
+bool isSame(const ColorLimits &a, const ColorLimits &b)
+{
+    return a.mode == b.mode &&
+           (a.mode != ELIMITS_MANUAL || (a.low == b.low && a.high == b.high && a.unit == b.unit));
+}
+
+} // namespace
 
 tag_edisplayunit CVXSDataset::getUnit() const
 {
@@ -61,6 +89,52 @@ void CVXSDataset::setColorTable(tag_ecolortable table)
     Q_EMIT displayChanged();
 }
 
+std::optional<ColorLimits> CVXSDataset::getColorLimits() const
+{
+    return d->colorLimits;
+}
+
+void CVXSDataset::setColorLimits(const ColorLimits &limits)
+{
+    if (!areUsable(limits) || (d->colorLimits && isSame(*d->colorLimits, limits)))
+        return;
+    d->colorLimits = limits;
+    d->writeColorLimits();
+    Q_EMIT displayChanged();
+}
+
+void CVXSDataset::Private::readColorLimits()
+{
+    if (!clickInfo[SECTION_COLOR_LIMITS])
+        return;
+    const QString mode = textOf(clickInfo, SECTION_COLOR_LIMITS, KEY_LIMITS_MODE);
+    ColorLimits limits;
+    limits.low = numberOf(clickInfo, SECTION_COLOR_LIMITS, KEY_LIMITS_MIN);
+    limits.high = numberOf(clickInfo, SECTION_COLOR_LIMITS, KEY_LIMITS_MAX);
+    const auto known = std::find(MODES.begin(), MODES.end(), mode);
+    const bool isUnitKnown =
+        unitOfKey(textOf(clickInfo, SECTION_COLOR_LIMITS, KEY_LIMITS_UNIT), &limits.unit);
+    limits.mode = ELIMITMODE(known - MODES.begin());
+    if (known != MODES.end() && (limits.mode != ELIMITS_MANUAL || isUnitKnown) && areUsable(limits)) {
+        colorLimits = limits;
+        return;
+    }
+    vxLog(ELOG_WARNING, tr("%1: the \"%2\" are damaged; the automatic ones are taken")
+                            .arg(folder + FILE_CLICK_INFO, SECTION_COLOR_LIMITS));
+}
+
+void CVXSDataset::Private::writeColorLimits()
+{
+    CPLSection *section = ensureSection(&clickInfo, SECTION_COLOR_LIMITS);
+    section->setValue(KEY_LIMITS_MODE, MODES[std::size_t(colorLimits->mode)]);
+    isModified = true;
+    if (colorLimits->mode != ELIMITS_MANUAL)
+        return;
+    section->setValue(KEY_LIMITS_MIN, textOfNumber(colorLimits->low));
+    section->setValue(KEY_LIMITS_MAX, textOfNumber(colorLimits->high));
+    section->setValue(KEY_LIMITS_UNIT, unitKey(colorLimits->unit));
+}
+
 void CVXSDataset::Private::readDisplay()
 {
     tag_edisplayunit stored;
@@ -74,6 +148,7 @@ void CVXSDataset::Private::readDisplay()
     const double gamma = numberOf(clickInfo, SECTION_GRAPH_CONTROLS, KEY_GAMMA);
     if (gamma > 0.0)
         toolInfo.gamma = float(gamma);
+    readColorLimits();
 }
 
 void CVXSDataset::Private::writeDisplay()

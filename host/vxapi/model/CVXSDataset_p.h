@@ -40,6 +40,8 @@ public:
     CILPalette palette() const;
     void readDisplay();
     void writeDisplay();
+    void readColorLimits();
+    void writeColorLimits();
 
     CILImage *coreImage(tag_eimagetype type);
     ESTATUS calibrated(tag_edisplayunit unit, CILImage *target, QString *reason);
@@ -95,6 +97,7 @@ public:
     tag_edisplayunit unit = EUNIT_COUNTS;
     CVXSToolInfo toolInfo;
     tag_ecolortable colorTable = VXS_CT_RAINBOW;
+    std::optional<ColorLimits> colorLimits;
 
     std::unique_ptr<CROIManager> rois; ///< from its first use on
     QString roisOf;                    ///< the file that they were read from or saved to

@@ -44,5 +44,21 @@ struct CVXSToolInfo
     float gamma = 1.0f;
 };
 
+/// Where the limits of the colours come from.
+enum ELIMITMODE {
+    ELIMITS_AUTO, ///< the automatic range, without saturated pixels and outliers
+    ELIMITS_FULL, ///< smallest to largest finite pixel
+    ELIMITS_MANUAL
+};
+
+/// Limits of the colours: the values that the first and the last colour stand for.
+struct ColorLimits
+{
+    ELIMITMODE mode = ELIMITS_AUTO;
+    double low = 0.0;
+    double high = 0.0;
+    tag_edisplayunit unit = EUNIT_COUNTS; ///< of low and high
+};
+
 /// Opaque record of the load signal.
 struct downloaded_save_data;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxparser/CPLClickInfo.h"
 #include "tests/support/Files.h"
@@ -37,6 +38,7 @@ private Q_SLOTS:
     void aMissingSectionIsThereAndEmpty_data();
     void aMissingSectionIsThereAndEmpty();
     void keysOfTheSequenceGoInAnyCase();
+    void limitsThatTheUserGaveAnOperandAreNotTheResults();
     void otherTextsComeBackUnchanged_data();
     void otherTextsComeBackUnchanged();
     void aNoteOfOneMegabyte();
@@ -435,6 +437,22 @@ void tst_ResultClickInfo::keysOfTheSequenceGoInAnyCase()
                           "sequence id = X\nCLICKNUMBER INDEX = 3\nclicknumber index = 4\nGroup = 7\n"));
     QCOMPARE(m_bench->writeRecord(), ESTATUS_SUCCESS);
     QCOMPARE(recordtext::section(file(), "ClickNumber"), expectedrecord::clickInfo(QString()).mid(0, 5));
+}
+
+void tst_ResultClickInfo::limitsThatTheUserGaveAnOperandAreNotTheResults()
+{
+    QTemporaryDir folder;
+    CVXSDataset dataset(QStringLiteral("limits"));
+    dataset.setColorLimits({ELIMITS_MANUAL, 1.0, 2.0, EUNIT_COUNTS});
+    QCOMPARE(dataset.saveDatasetAs(folder.path()), ESTATUS_SUCCESS);
+    const QByteArray limits = readFile(folder.filePath("ClickInfo.txt"));
+    QVERIFY(writeFile(sourceA(), readFile(sourceA()) + '\n' + limits.mid(limits.indexOf("[Color Limits]"))));
+    QCOMPARE(m_bench->writeRecord(), ESTATUS_SUCCESS);
+    const std::unique_ptr<CVXSDataset> a(
+        CVXSDataset::open(m_bench->folderOf(ResultBench::clickA()), nullptr, nullptr));
+    const std::unique_ptr<CVXSDataset> result(CVXSDataset::open(m_bench->resultFolder(), nullptr, nullptr));
+    QVERIFY(a && a->getColorLimits());
+    QVERIFY(result && !result->getColorLimits());
 }
 
 void tst_ResultClickInfo::otherTextsComeBackUnchanged_data()

@@ -20,6 +20,8 @@ constexpr QLatin1String SECTION_EXCITATION("excitation image");   ///< "excitati
 constexpr QLatin1String SECTION_USER_LABELS("User Label Name Set");
 constexpr QLatin1String SECTION_CAMERA("Camera System Info");
 constexpr QLatin1String SECTION_GRAPH_CONTROLS("Graph Controls");
+/// Only when the user chose limits. Not in "Graph Controls", which goes over into a result as it is.
+constexpr QLatin1String SECTION_COLOR_LIMITS("Color Limits");
 constexpr QLatin1String SECTION_ROIS("ROIs"); ///< of AnalyzedClickInfo.txt
 /// Of a result's AnalyzedClickInfo.txt; "luminescentA.TIF"
 constexpr QLatin1String SECTION_LUMINESCENT_A("luminescent A image");
@@ -84,6 +86,15 @@ constexpr QLatin1String KEY_COLOR_TABLE_MIN("Color Table Min");
 constexpr QLatin1String KEY_COLOR_TABLE_MAX("Color Table Max");
 constexpr QLatin1String KEY_BRIGHTNESS("Brightness"); ///< whole number
 constexpr QLatin1String KEY_GAMMA("Gamma");
+
+// --- "Color Limits" ---
+constexpr QLatin1String KEY_LIMITS_MODE("Mode"); ///< one of the three below
+constexpr QLatin1String LIMITS_AUTO("auto");
+constexpr QLatin1String LIMITS_FULL("full");
+constexpr QLatin1String LIMITS_MANUAL("manual");
+constexpr QLatin1String KEY_LIMITS_MIN("Min"); ///< of manual ones, in their unit
+constexpr QLatin1String KEY_LIMITS_MAX("Max");
+constexpr QLatin1String KEY_LIMITS_UNIT("Unit"); ///< unit key
 
 // --- "ROIs" of AnalyzedClickInfo.txt: a pair an ROI, its key is the name, the value "kind shape; fields" ---
 constexpr QLatin1String ROI_MEASUREMENT("measurement");

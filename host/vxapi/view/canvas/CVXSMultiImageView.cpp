@@ -88,6 +88,20 @@ bool CVXSMultiImageView::setImageTone(int slot, const PictureTone &tone)
     return true;
 }
 
+bool CVXSMultiImageView::setEmptyText(int slot, const QString &text)
+{
+    if (slot < 0 || slot >= slotCount())
+        return false;
+    d->cells[std::size_t(slot)].emptyText = text;
+    d->repaint();
+    return true;
+}
+
+QString CVXSMultiImageView::emptyText(int slot) const
+{
+    return slot >= 0 && slot < slotCount() ? d->cells[std::size_t(slot)].emptyText : QString();
+}
+
 CILImage *CVXSMultiImageView::imageAt(int slot) const
 {
     return slot >= 0 && slot < slotCount() ? d->cells[std::size_t(slot)].image : nullptr;

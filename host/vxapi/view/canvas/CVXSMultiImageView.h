@@ -57,6 +57,10 @@ public:
     /// with the given opacity; one that is not finite keeps its own colour, opaque. Without image in the
     /// slot nothing is drawn. False when there is no such slot.
     bool setUnderlay(int slot, const ImageUnderlay &underlay);
+    /// What stands in a slot's place while it has no pixels; plain text, wrapped and made smaller to fit, below
+    /// a tag that lies there. Empty: nothing. False when there is no such slot.
+    bool setEmptyText(int slot, const QString &text);
+    QString emptyText(int slot) const;
     /// Brightness and gamma of a slot's image; meant for photographs, a colour bar knows nothing of it.
     bool setImageTone(int slot, const PictureTone &tone);
     /// The image of a slot; null when the slot is empty or there is no such slot.
@@ -74,7 +78,7 @@ public:
 
     /// A bar that stands beside an image is drawn with that image's palette (the first one's, from above), so
     /// that it never tells other numbers than the picture shows; without an image beside it, with its own
-    /// palette.
+    /// palette, in the direction of the other images, or of the first bar when there are none.
     void addColorbar(SColorbar *bar);
     void removeColorbar(SColorbar *bar);
     /// A null pointer or a tag that is in the view already changes nothing.

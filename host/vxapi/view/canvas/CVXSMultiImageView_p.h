@@ -16,6 +16,7 @@ struct ViewSlot
     PictureTone tone;
     ImageUnderlay underlay;
     ImagePyramid underlayPyramid;
+    QString emptyText;
 };
 
 /// Where a slot's images lie, object units; empty for what is not there.
@@ -34,6 +35,7 @@ public:
     QSize deviceSize() const { return viewSize().toSize() * q->devicePixelRatioF(); }
     QVector<SlotPlaces> places() const;
     CILPalette barPalette(const SColorbar &bar) const;
+    bool areColorsReversed() const;
     void repaint() const;
 
     PictureContent picture() override;

@@ -85,7 +85,20 @@ CILPalette CVXSMultiImageView::Private::barPalette(const SColorbar &bar) const
             continue;
         return cells[std::size_t(i)].image->getPalette();
     }
-    return bar.palette;
+    CILPalette palette = bar.palette;
+    palette.setReversed(areColorsReversed());
+    return palette;
+}
+
+/// The direction in which all of the view runs: a bar without an image must not turn round when its image
+/// goes.
+bool CVXSMultiImageView::Private::areColorsReversed() const
+{
+    for (const ViewSlot &slot : cells) {
+        if (slot.image && !slot.image->isEmpty())
+            return slot.image->getPalette().isReversed();
+    }
+    return !bars.isEmpty() && bars.first()->palette.isReversed();
 }
 
 void CVXSMultiImageView::Private::repaint() const
@@ -141,7 +154,8 @@ QImage CVXSMultiImageView::Private::overlay()
         if (!whole.isEmpty())
             content.images.append(geometry.toDevicePixels(whole, content.size));
         else if (i < int(cells.size()))
-            content.emptyPlaces.append(geometry.toDevicePixels(geometry.thumbnailRect(i), content.size));
+            content.emptyPlaces.append({geometry.toDevicePixels(geometry.thumbnailRect(i), content.size),
+                                        cells[std::size_t(i)].emptyText});
     }
     content.decorations = decorations;
     for (const SColorbar *bar : bars) {

@@ -7,10 +7,16 @@
 
 #include <algorithm>
 #include <QFontMetricsF>
+#include <QGuiApplication>
 #include <QPainter>
 #include <QPainterPath>
 
 namespace {
+
+// Of the text in an empty place [device-independent pixels].
+constexpr int LARGEST_TEXT = 13;
+constexpr int SMALLEST_TEXT = 8;
+constexpr double TEXT_MARGIN = 6.0;
 
 /// The rectangle moved into the picture as far as it fits.
 QRectF movedInside(const QRectF &rect, const QSizeF &picture)
@@ -24,15 +30,56 @@ void paintFrames(QPainter &painter, const OverlayContent &content)
     painter.scale(1.0 / content.pixelRatio, 1.0 / content.pixelRatio);
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setPen(Qt::NoPen);
-    for (const QRect &place : content.emptyPlaces)
-        painter.fillRect(place, QColor(0x19, 0x1a, 0x1d));
+    for (const OverlayEmptyPlace &place : content.emptyPlaces)
+        painter.fillRect(place.rect, QColor(0x19, 0x1a, 0x1d));
     painter.setBrush(Qt::NoBrush);
     painter.setPen(QColor(0x3c, 0x3f, 0x46));
-    for (const QRect &place : content.emptyPlaces)
-        painter.drawRect(place.adjusted(0, 0, -1, -1));
+    for (const OverlayEmptyPlace &place : content.emptyPlaces)
+        painter.drawRect(place.rect.adjusted(0, 0, -1, -1));
     // Around the image, not over its edge pixels.
     for (const QRect &image : content.images)
         painter.drawRect(image.adjusted(-1, -1, 0, 0));
+    painter.restore();
+}
+
+/// The part of an empty place that no tag covers: what is below them.
+QRectF freeOf(const QRectF &place, const QVector<OverlayTag> &tags)
+{
+    QRectF free = place.adjusted(TEXT_MARGIN, TEXT_MARGIN, -TEXT_MARGIN, -TEXT_MARGIN);
+    for (const OverlayTag &tag : tags) {
+        if (!tag.lines.isEmpty() && tag.rect.intersects(free))
+            free.setTop(tag.rect.bottom());
+    }
+    return free;
+}
+
+/// As large as the font of the tags, or smaller, so that all of it can be read.
+void paintEmptyText(QPainter &painter, const OverlayEmptyPlace &place, const OverlayContent &content)
+{
+    const QRectF whole(QPointF(place.rect.topLeft()) / content.pixelRatio,
+                       QSizeF(place.rect.size()) / content.pixelRatio);
+    const QRectF free = freeOf(whole, content.tags);
+    if (place.text.isEmpty() || free.isEmpty())
+        return;
+    // From the top where even the smallest does not fit: the beginning says most.
+    int flags = Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap;
+    // A path is one word: it is broken behind its separators, at a place that is not seen.
+    QString text = place.text;
+    text.replace(QLatin1Char('/'), QStringLiteral("/") + QChar(0x200b));
+    QFont font = QGuiApplication::font();
+    for (int pixels = LARGEST_TEXT; pixels >= SMALLEST_TEXT; --pixels) {
+        font.setPixelSize(pixels);
+        const QRectF needed = QFontMetricsF(font).boundingRect(free, flags, text);
+        if (needed.width() <= free.width() && needed.height() <= free.height()) {
+            flags = Qt::AlignCenter | Qt::TextWordWrap;
+            break;
+        }
+    }
+    painter.save();
+    painter.setClipRect(whole);
+    painter.setFont(font);
+    painter.setPen(QColor(0xc8, 0xcb, 0xd2));
+    painter.drawText(free, flags, text);
     painter.restore();
 }
 
@@ -86,6 +133,8 @@ QImage paintOverlay(const OverlayContent &content)
     overlay.fill(Qt::transparent);
     QPainter painter(&overlay);
     paintFrames(painter, content);
+    for (const OverlayEmptyPlace &place : content.emptyPlaces)
+        paintEmptyText(painter, place, content);
     for (ViewDecoration *decoration : content.decorations) {
         painter.save();
         decoration->paintOver(painter);

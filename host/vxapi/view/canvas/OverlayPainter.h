@@ -19,6 +19,13 @@ struct OverlayTag
     bool border = false;
 };
 
+/// The place of a slot without pixels.
+struct OverlayEmptyPlace
+{
+    QRect rect;   ///< device pixels
+    QString text; ///< why it is empty; may be empty itself
+};
+
 /// A colour bar as it is to be painted.
 struct OverlayBar
 {
@@ -31,9 +38,9 @@ struct OverlayContent
 {
     QSize size; ///< device pixels
     double pixelRatio = 1.0;
-    double scale = 1.0;         ///< device-independent pixels for one object unit
-    QVector<QRect> emptyPlaces; ///< device pixels
-    QVector<QRect> images;      ///< device pixels
+    double scale = 1.0; ///< device-independent pixels for one object unit
+    QVector<OverlayEmptyPlace> emptyPlaces;
+    QVector<QRect> images; ///< device pixels
     QVector<ViewDecoration *> decorations;
     QVector<OverlayBar> bars;
     QVector<OverlayTag> tags;

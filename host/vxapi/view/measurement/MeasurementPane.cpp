@@ -4,6 +4,7 @@
 #include "host/vxapi/model/CROIManager.h"
 #include "host/vxapi/model/CRoiMeasurementManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/roi/RoiMimeData.h"
 #include "host/vxapi/view/measurement/MeasurementTableModel.h"
 #include "host/vxapi/view/measurement/MeasurementText.h"
 #include "host/vxapi/view/measurement/RoiMeasurer.h"
@@ -18,6 +19,7 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMimeData>
 #include <QPushButton>
 #include <QSaveFile>
 #include <QScopedValueRollback>
@@ -94,21 +96,38 @@ void MeasurementPane::readRecords()
     showSelection();
 }
 
-QSet<CROIBase *> MeasurementPane::roisOfSelectedRows() const
+QVector<CRoiMeasInfo> MeasurementPane::selectedRecords() const
+{
+    QVector<CRoiMeasInfo> records;
+    for (int row = 0; row < m_model->rowCount(); ++row) {
+        if (m_table->selectionModel()->isRowSelected(row, QModelIndex()))
+            records.append(m_model->records()[row]);
+    }
+    return records;
+}
+
+QList<CROIBase *> MeasurementPane::roisOf(const QVector<CRoiMeasInfo> &records) const
 {
     QSet<QString> names;
-    const QModelIndexList rows = m_table->selectionModel()->selectedRows();
-    for (const QModelIndex &row : rows)
-        names.insert(m_model->records()[row.row()].roiName);
-    QSet<CROIBase *> found;
-    const QList<CROIBase *> rois = m_dataset->roiManager()->rois();
+    for (const CRoiMeasInfo &record : records)
+        names.insert(record.roiName);
+    QList<CROIBase *> found;
+    const QList<CROIBase *> rois = m_dataset ? m_dataset->roiManager()->rois() : QList<CROIBase *>();
     for (CROIBase *roi : rois) {
         const QStringList cells = roi->cellNames();
         if (names.contains(roi->name()) || std::any_of(cells.begin(), cells.end(), [&](const QString &cell) {
                 return names.contains(cell);
             }))
-            found.insert(roi);
+            found.append(roi);
     }
+    return found;
+}
+
+QSet<CROIBase *> MeasurementPane::roisOfSelectedRows() const
+{
+    QSet<CROIBase *> found;
+    for (CROIBase *roi : roisOf(selectedRecords()))
+        found.insert(roi);
     return found;
 }
 
@@ -185,15 +204,18 @@ void MeasurementPane::copy(bool selectedOnly)
     m_measurer->measureIfPending();
     if (m_readTimer.isActive())
         readRecords();
-    QVector<CRoiMeasInfo> records;
-    for (int row = 0; row < m_model->rowCount(); ++row) {
-        if (selectedOnly && m_table->selectionModel()->isRowSelected(row, QModelIndex()))
-            records.append(m_model->records()[row]);
-    }
+    QVector<CRoiMeasInfo> records = selectedOnly ? selectedRecords() : QVector<CRoiMeasInfo>();
     // Nothing selected means everything.
     if (records.isEmpty())
         records = m_model->records();
-    QApplication::clipboard()->setText(measurementtext::asTabbed(records, m_model->unit()));
+    std::vector<CROIBase> rois;
+    for (const CROIBase *roi : roisOf(records))
+        rois.push_back(*roi);
+    auto *data = new QMimeData;
+    data->setText(measurementtext::asTabbed(records, m_model->unit()));
+    if (!rois.empty())
+        roimime::write(rois, data);
+    QApplication::clipboard()->setMimeData(data);
 }
 
 bool MeasurementPane::saveTable(const QString &path, QString *error)

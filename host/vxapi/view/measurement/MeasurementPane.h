@@ -9,6 +9,7 @@
 #include <QWidget>
 
 class CROIBase;
+class CRoiMeasInfo;
 class CVXSDataset;
 class MeasurementTableModel;
 class QKeyEvent;
@@ -32,6 +33,9 @@ class VXAPI_EXPORT MeasurementPane : public QWidget
 public:
     MeasurementPane(CVXSDataset *dataset, RoiMeasurer *measurer, QWidget *parent = nullptr);
 
+    /// Puts the selected rows, or all when none is, on the system's clipboard: for a spreadsheet as text, for
+    /// a picture as the ROIs that they tell of.
+    void copySelected() { copy(true); }
     /// Writes the whole table as CSV (UTF-8), the file as a whole or not at all. False with
     /// "file: reason".
     bool saveTable(const QString &path, QString *error);
@@ -50,7 +54,10 @@ private:
     void readRecords();
     void showSelection();
     void takeSelection();
+    QVector<CRoiMeasInfo> selectedRecords() const;
     QSet<CROIBase *> roisOfSelectedRows() const;
+    /// The ROIs that the records tell of; a cell stands for its grid.
+    QList<CROIBase *> roisOf(const QVector<CRoiMeasInfo> &records) const;
     void copy(bool selectedOnly);
     void askAndSave();
 

@@ -8,6 +8,7 @@
 #include <functional>
 #include <QObject>
 #include <QPointer>
+#include <vector>
 
 class CROIManager;
 class CVXSMultiImageView;
@@ -50,11 +51,13 @@ public:
     const RoiDraft &draft() const { return m_draft; }
     const RoiDrag &drag() const { return m_drag; }
 
-    /// Removes or copies what is selected; nothing when nothing is.
+    /// Removes what is selected; nothing when nothing is.
     void removeSelected();
+    /// Puts all that is selected on the system's clipboard; nothing when nothing is.
     void copySelected();
-    /// Pastes at the place of the original, so that it covers the same tissue in another dataset; beside it
-    /// where an ROI lies exactly there already.
+    /// Pastes the ROIs of the system's clipboard at the places of the originals, so that they cover the same
+    /// tissue in another dataset; beside them where an ROI lies exactly there already. A message says why
+    /// when there are none. What was pasted is selected.
     void paste();
     void selectAll();
     /// Moves what is selected by pixels of the luminescent image.
@@ -85,6 +88,7 @@ private:
     void pressSelect(const QMouseEvent &event, const QPointF &place);
     void pressDraw(const QPointF &at, const QPointF &place);
     void finishDraft();
+    void moveBesideOthers(std::vector<CROIBase> *copies) const;
     void cancel();
     CROIBase *roiAt(const QPointF &at, const FieldMapping &mapping) const;
     void updateCursor(const QPointF &at);

@@ -1,8 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/CROIManager.h"
+#include "host/vxapi/model/roi/RoiMimeData.h"
 #include "host/vxapi/view/roi/RoiEditor.h"
 
+#include <algorithm>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QKeyEvent>
+#include <QMimeData>
 
 namespace {
 
@@ -35,8 +40,10 @@ bool RoiEditor::isRoiKey(const QKeyEvent &event)
 
 std::function<void()> RoiEditor::commandOf(const QKeyEvent &event)
 {
+    // With nothing selected the key means what it means elsewhere: the picture.
     if (event.matches(QKeySequence::Copy))
-        return [this] { copySelected(); };
+        return m_manager && m_manager->selectedROI() ? std::function<void()>([this] { copySelected(); })
+                                                     : nullptr;
     if (event.matches(QKeySequence::Paste))
         return [this] { paste(); };
     if (event.matches(QKeySequence::SelectAll))
@@ -96,34 +103,57 @@ void RoiEditor::removeSelected()
 
 void RoiEditor::copySelected()
 {
+    std::vector<CROIBase> copies;
+    const QList<CROIBase *> rois = m_manager ? m_manager->rois() : QList<CROIBase *>();
+    for (CROIBase *roi : rois) {
+        if (m_manager->selectedROIs().contains(roi))
+            copies.push_back(*roi);
+    }
     // Nothing selected: what was copied before stays to be pasted.
-    if (m_manager && m_manager->selectedROI())
-        m_manager->copyROIObject();
+    if (copies.empty())
+        return;
+    auto *data = new QMimeData;
+    roimime::write(copies, data);
+    QGuiApplication::clipboard()->setMimeData(data);
 }
 
 void RoiEditor::paste()
 {
-    if (!isUsable() || !m_manager->pasteROIObject(false))
+    if (!isUsable())
         return;
-    m_manager->selectLastCreatedROI();
-    CROIBase *pasted = m_manager->selectedROI();
-    if (!pasted)
+    QString reason;
+    std::vector<CROIBase> copies = roimime::read(QGuiApplication::clipboard()->mimeData(), &reason);
+    if (copies.empty()) {
+        Q_EMIT messageChanged(reason);
         return;
+    }
+    moveBesideOthers(&copies);
+    m_manager->selectROI(nullptr, false);
+    for (const CROIBase &copy : copies)
+        m_manager->selectROI(m_manager->addROI(copy), true);
+}
+
+// All by the same shift, so that what was copied together stays as it lies.
+void RoiEditor::moveBesideOthers(std::vector<CROIBase> *copies) const
+{
     const FieldMapping mapping = m_mapping();
     const double pixel = mapping.pixelSize();
-    const auto isTaken = [&] {
-        const QList<CROIBase *> rois = m_manager->rois();
-        return std::any_of(rois.begin(), rois.end(), [&](const CROIBase *roi) {
-            return roi != pasted && isSamePlace(*roi, *pasted, 0.01 * pixel);
-        });
+    const QList<CROIBase *> rois = m_manager->rois();
+    const auto isTaken = [&](const CROIBase &copy) {
+        return std::any_of(rois.begin(), rois.end(),
+                           [&](const CROIBase *roi) { return isSamePlace(*roi, copy, 0.01 * pixel); });
     };
-    QPointF by(PASTE_STEP * pixel, PASTE_STEP * pixel);
-    for (int tries = 0; tries < 1000 && isTaken(); ++tries) {
-        const QPointF allowed = mapping.clampedShift(pasted->boundingBox(), by);
+    const QPointF by(PASTE_STEP * pixel, PASTE_STEP * pixel);
+    for (int tries = 0; tries < 1000 && std::any_of(copies->begin(), copies->end(), isTaken); ++tries) {
+        QRectF box;
+        for (const CROIBase &copy : *copies)
+            box = box.united(copy.boundingBox());
+        const QPointF allowed = mapping.clampedShift(box, by);
         // At the lower right edge there is no beside any more: on top, then.
         if (allowed.isNull())
             return;
-        m_manager->moveROI(pasted, allowed);
+        for (CROIBase &copy : *copies)
+            copy.translate(allowed);
     }
 }
 

@@ -2,11 +2,14 @@
 #include "host/vxapi/view/roi/RoiToolBar.h"
 
 #include "host/vxapi/model/CROIManager.h"
+#include "host/vxapi/model/roi/RoiMimeData.h"
 #include "host/vxapi/view/roi/RoiEditor.h"
 #include "host/vxapi/view/roi/RoiIcons.h"
 
 #include <QActionGroup>
+#include <QClipboard>
 #include <QComboBox>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QInputDialog>
 #include <QLabel>
@@ -64,8 +67,10 @@ RoiToolBar::RoiToolBar(CROIManager *manager, RoiEditor *editor, QWidget *parent)
         connect(manager, &CROIManager::selectionChanged, this, &RoiToolBar::showSelection);
         connect(manager, &CROIManager::roisChanged, this, &RoiToolBar::showSelection);
     }
+    connect(QGuiApplication::clipboard(), &QClipboard::dataChanged, this, &RoiToolBar::showClipboard);
     showTool(editor->drawing().tool);
     showSelection();
+    showClipboard();
 }
 
 void RoiToolBar::addTools()
@@ -138,11 +143,11 @@ void RoiToolBar::addCommands()
         addCommand("RoiDelete", tr("Delete"), tr("Delete the selected ROIs (Del)"),
                    [this] { m_editor->removeSelected(); }),
         addCommand("RoiCopy", tr("Copy"),
-                   tr("Copy the selected ROI, to paste it here or in another dataset (Ctrl+C)"),
+                   tr("Copy the selected ROIs, to paste them here or in another dataset (Ctrl+C)"),
                    [this] { m_editor->copySelected(); })};
-    addCommand("RoiPaste", tr("Paste"),
-               tr("Paste the copied ROI at the same place of the field of view (Ctrl+V)"),
-               [this] { m_editor->paste(); });
+    m_paste = addCommand("RoiPaste", tr("Paste"),
+                         tr("Paste the copied ROIs at the same places of the field of view (Ctrl+V)"),
+                         [this] { m_editor->paste(); });
 }
 
 void RoiToolBar::showTool(EROITOOL tool)
@@ -165,6 +170,11 @@ void RoiToolBar::showSelection()
     // What the bar shows is what is drawn next.
     m_kind->setCurrentIndex(m_kind->findData(selected->kind()));
     m_editor->setKind(selected->kind());
+}
+
+void RoiToolBar::showClipboard()
+{
+    m_paste->setEnabled(roimime::isPresent(QGuiApplication::clipboard()->mimeData()));
 }
 
 void RoiToolBar::setObstacle(const QString &reason)

@@ -39,6 +39,7 @@ private:
                         std::function<void()> command);
     void showTool(EROITOOL tool);
     void showSelection();
+    void showClipboard();
 
     QPointer<CROIManager> m_manager;
     RoiEditor *m_editor;
@@ -48,4 +49,5 @@ private:
     QSpinBox *m_columns = nullptr;
     QComboBox *m_kind = nullptr;
     QList<QAction *> m_needSelection;
+    QAction *m_paste = nullptr;
 };

@@ -3,6 +3,8 @@
 
 #include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QList>
 
 namespace {
@@ -38,6 +40,11 @@ void CVXSChildWindow::setActiveChildWnd(CVXSChildWindow *window)
     }
     order.removeAll(window);
     order.append(window);
+}
+
+void CVXSChildWindow::copyPicture()
+{
+    QApplication::clipboard()->setPixmap(grab());
 }
 
 CVXSMdiSubWindow *CVXSChildWindow::subWindow() const

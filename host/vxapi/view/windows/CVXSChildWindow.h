@@ -36,6 +36,23 @@ public:
     /// Brings the window up to date after a dataset was added.
     virtual void refreshAfterDatasetAdded() = 0;
 
+    // --- what the Edit menu does; the system's clipboard is the one there is ---
+
+    /// Whether there is something to copy; at first when there is a picture.
+    virtual bool canCopy() const { return canCopyPicture(); }
+    /// Copies what the user means: what is selected, else the picture.
+    virtual void copy() { copyPicture(); }
+    virtual bool canCopyPicture() const { return true; }
+    /// Copies what the window shows, as an image.
+    virtual void copyPicture();
+    /// Whether the clipboard holds something for this window; at first it never does.
+    virtual bool canPaste() const { return false; }
+    virtual void paste() {}
+
     /// The sub-window around this window, or null.
     CVXSMdiSubWindow *subWindow() const;
+
+Q_SIGNALS:
+    /// What can be copied or pasted may be something else now.
+    void editStateChanged();
 };

@@ -4,6 +4,7 @@
 #include "host/vxapi/model/CROIManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
+#include "host/vxapi/model/roi/RoiMimeData.h"
 #include "host/vxapi/view/canvas/CVXSMultiImageView.h"
 #include "host/vxapi/view/measurement/MeasurementPane.h"
 #include "host/vxapi/view/measurement/RoiMeasurer.h"
@@ -20,8 +21,11 @@
 #include "host/vxapi/view/windows/SequenceSaving.h"
 #include "host/vxutils/CVXUtilityFns.h"
 
+#include <QClipboard>
 #include <QComboBox>
+#include <QGuiApplication>
 #include <QIcon>
+#include <QImage>
 #include <QLabel>
 #include <QPointer>
 #include <QSpinBox>
@@ -103,9 +107,12 @@ void CVXSImageWindow::Private::connectWidgets()
     connect(w.tableButton, &QToolButton::toggled, w.table, &QWidget::setVisible);
     connect(new PixelReadout(w.view), &PixelReadout::textChanged, w.readout, &QLabel::setText);
     connect(measurer, &RoiMeasurer::measured, q, [this](const QString &problem) { showMeasured(problem); });
+    if (dataset)
+        connect(dataset->roiManager(), &CROIManager::selectionChanged, q, &CVXSChildWindow::editStateChanged);
     const auto tell = [this](const QString &text) { showStatus(text); };
     connect(editor, &RoiEditor::messageChanged, q, tell);
     connect(w.toolBar, &RoiToolBar::messageChanged, q, tell);
+    connect(w.limits, &ColorLimitsPanel::refused, q, tell);
     connect(w.table, &MeasurementPane::deleteRequested, editor, &RoiEditor::removeSelected);
     connect(w.table, &MeasurementPane::renameRequested, w.toolBar, &RoiToolBar::rename);
 }
@@ -150,6 +157,7 @@ void CVXSImageWindow::Private::refresh()
     w.toolBar->setObstacle(picture->obstacleToRois());
     correctionProblem.clear();
     showStatus(QString());
+    Q_EMIT q->editStateChanged();
 }
 
 void CVXSImageWindow::Private::showMeasured(const QString &problem)
@@ -227,6 +235,44 @@ ESTATUS CVXSImageWindow::saveSequence()
 void CVXSImageWindow::refreshAfterDatasetAdded()
 {
     d->refresh();
+}
+
+bool CVXSImageWindow::canCopy() const
+{
+    return canCopyPicture() || (d->dataset && d->dataset->roiManager()->selectedROI());
+}
+
+void CVXSImageWindow::copy()
+{
+    if (focusWidget() && d->w.table->isAncestorOf(focusWidget()))
+        d->w.table->copySelected();
+    else if (d->dataset && d->dataset->roiManager()->selectedROI())
+        d->editor->copySelected();
+    else
+        copyPicture();
+}
+
+bool CVXSImageWindow::canCopyPicture() const
+{
+    return d->w.view->imageAt(0);
+}
+
+void CVXSImageWindow::copyPicture()
+{
+    QImage picture;
+    d->w.view->getImage(picture);
+    QGuiApplication::clipboard()->setImage(picture);
+}
+
+bool CVXSImageWindow::canPaste() const
+{
+    return d->picture->obstacleToRois().isEmpty() &&
+           roimime::isPresent(QGuiApplication::clipboard()->mimeData());
+}
+
+void CVXSImageWindow::paste()
+{
+    d->editor->paste();
 }
 
 void CVXSImageWindow::switchFlatFieldCorrection(bool on)

@@ -23,6 +23,15 @@ public:
     CVXSDataset *getDataset() const override;
     ESTATUS saveSequence() override;
     void refreshAfterDatasetAdded() override;
+    bool canCopy() const override;
+    /// The rows of the table when the keyboard is there, else the selected ROIs, else the picture.
+    void copy() override;
+    bool canCopyPicture() const override;
+    /// The picture with its colour bar and ROIs, without the controls around it.
+    void copyPicture() override;
+    bool canPaste() const override;
+    /// ROIs; a message says why when there are none.
+    void paste() override;
 
     /// Switches the dataset's flat-field correction on or off, and shows it.
     virtual void switchFlatFieldCorrection(bool on);

@@ -87,16 +87,25 @@ void ColorLimitsPanel::readNumbers()
         typed.high = m_high->text().trimmed().toDouble(&isHighRead);
     if (m_low->isModified())
         typed.low = m_low->text().trimmed().toDouble(&isLowRead);
+    const QString text = (isHighTyped ? m_high : m_low)->text().trimmed();
     m_high->setModified(false);
     m_low->setModified(false);
-    if (!isHighRead || !isLowRead || !std::isfinite(typed.high) || !std::isfinite(typed.low)) {
-        // What is no number is put back to what is shown.
+    QString reason;
+    if (!isHighRead || !isLowRead || !std::isfinite(typed.high) || !std::isfinite(typed.low))
+        reason = tr("\"%1\" is not taken as a color limit: it is no number (the decimal sign is a point).")
+                     .arg(text);
+    else if (typed.low > typed.high && isHighTyped)
+        reason =
+            tr("Max stays %1: %2 is below Min, %3.").arg(number(m_limits.high), text, number(m_limits.low));
+    else if (typed.low > typed.high)
+        reason =
+            tr("Min stays %1: %2 is above Max, %3.").arg(number(m_limits.low), text, number(m_limits.high));
+    if (!reason.isEmpty()) {
+        // Back to what is shown: neither limit changes because of the other.
         setLimits(m_limits);
+        Q_EMIT refused(reason);
         return;
     }
-    // The number that was typed holds; the other one gives way.
-    if (typed.low > typed.high)
-        (isHighTyped ? typed.low : typed.high) = isHighTyped ? typed.high : typed.low;
     setLimits(typed);
     Q_EMIT limitsChosen(typed);
 }

@@ -25,6 +25,8 @@ public:
 Q_SIGNALS:
     /// The user chose; low and high count only for ELIMITS_MANUAL.
     void limitsChosen(const ColorLimits &limits);
+    /// What was typed is not taken and the limits stay; why, for the user.
+    void refused(const QString &reason);
 
 private:
     void chooseMode();

@@ -68,28 +68,28 @@ DatasetPicture::DatasetPicture(CVXSDataset *dataset, CVXSMultiImageView *view)
     const QVector<EDATASETPICTURE> all = choices();
     if (!all.isEmpty())
         m_choice = all.first();
-    // What is computed has no camera that saturates: a product of counts may be far above its ceiling.
-    if (m_dataset && clickinfo::isMathResult(*m_dataset->getClickInfo()))
-        takeStoredLimits();
 }
 
 // A result of image math opens in the colours in which it was made, in the unit of its pixels; but for small
 // values (ratios, efficiencies), of which the record keeps too few digits.
-void DatasetPicture::takeStoredLimits()
+ColorLimits DatasetPicture::wantedLimits() const
 {
+    if (const std::optional<ColorLimits> chosen = m_dataset->getColorLimits())
+        return *chosen;
     const CPLClickInfo &info = *m_dataset->getClickInfo();
+    if (!clickinfo::isMathResult(info))
+        return ColorLimits();
     const auto stored = [&info](QLatin1String key) {
         return clickinfo::numberOf(info, clickinfo::SECTION_GRAPH_CONTROLS, key);
     };
-    const ColorLimits limits{ELIMITS_MANUAL, stored(clickinfo::KEY_COLOR_TABLE_MIN),
-                             stored(clickinfo::KEY_COLOR_TABLE_MAX)};
-    tag_edisplayunit unit;
+    ColorLimits limits{ELIMITS_MANUAL, stored(clickinfo::KEY_COLOR_TABLE_MIN),
+                       stored(clickinfo::KEY_COLOR_TABLE_MAX), EUNIT_COUNTS};
     const QString unitName =
         clickinfo::textOf(info, clickinfo::SECTION_GRAPH_CONTROLS, clickinfo::KEY_INTENSITY_CALIBRATION);
-    if (!unitOfKey(unitName, &unit) || !(limits.high - limits.low >= LEAST_STORED_RANGE))
-        return;
-    m_limits = limits;
-    m_limitsUnit = m_dataset->getShownUnit() < EUNIT_COUNT ? unit : m_dataset->getShownUnit();
+    const bool isUsable = unitOfKey(unitName, &limits.unit) && limits.high - limits.low >= LEAST_STORED_RANGE;
+    if (m_dataset->getShownUnit() >= EUNIT_COUNT)
+        limits.unit = m_dataset->getShownUnit(); // of a product or ratio
+    return isUsable ? limits : ColorLimits();
 }
 
 DatasetPicture::~DatasetPicture()
@@ -122,10 +122,11 @@ bool DatasetPicture::isLuminescentShown() const
     return m_choice == EPICTURE_OVERLAY || m_choice == EPICTURE_LUMINESCENT;
 }
 
-void DatasetPicture::setLimits(const ColorLimits &limits)
+void DatasetPicture::setLimits(ColorLimits limits)
 {
-    m_limits = limits;
-    m_limitsUnit = m_shownUnit;
+    limits.unit = m_limits.unit;
+    if (m_dataset)
+        m_dataset->setColorLimits(limits);
 }
 
 void DatasetPicture::refresh()
@@ -148,7 +149,6 @@ void DatasetPicture::refresh()
 void DatasetPicture::showLuminescent()
 {
     const tag_edisplayunit unit = m_dataset->getShownUnit();
-    m_shownUnit = unit;
     if (m_dataset->getCalibratedLuminImage(m_dataset->getUnit(), &m_image, QStringLiteral("Image Window")) !=
         ESTATUS_SUCCESS) {
         showMessage(Text::tr("The image cannot be shown:") + QLatin1Char('\n') + m_dataset->lastError());
@@ -168,15 +168,15 @@ void DatasetPicture::showLuminescent()
 
 void DatasetPicture::updateLimits(tag_edisplayunit unit)
 {
-    if (m_limits.mode == ELIMITS_MANUAL && m_limitsUnit == unit)
+    m_limits = wantedLimits();
+    if (m_limits.mode == ELIMITS_MANUAL && m_limits.unit == unit)
         return;
-    if (m_limits.mode == ELIMITS_MANUAL)
-        m_limits.mode = ELIMITS_AUTO;
-    m_limits.low = double(m_image.getMin());
-    m_limits.high = double(m_image.getMax());
-    m_limitsUnit = unit;
+    const bool isFull = m_limits.mode == ELIMITS_FULL;
+    m_limits = {isFull ? ELIMITS_FULL : ELIMITS_AUTO, double(m_image.getMin()), double(m_image.getMax()),
+                unit};
     if (m_limits.mode == ELIMITS_FULL)
         return;
+    // What is computed has no camera that saturates: a product of counts may be far above its ceiling.
     double ceiling = std::numeric_limits<double>::infinity();
     if (!clickinfo::isMathResult(*m_dataset->getClickInfo())) {
         const double factor = VX_CalibrateIntensityWithFilterTrans(EIMAGE_LUMINESCENT, m_dataset,

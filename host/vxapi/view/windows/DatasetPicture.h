@@ -21,20 +21,6 @@ enum EDATASETPICTURE {
     EPICTURE_XRAY
 };
 
-/// Where the limits of the colours come from.
-enum ELIMITMODE {
-    ELIMITS_AUTO, ///< the automatic range, without saturated pixels and outliers
-    ELIMITS_FULL, ///< smallest to largest finite pixel
-    ELIMITS_MANUAL
-};
-
-struct ColorLimits
-{
-    ELIMITMODE mode = ELIMITS_AUTO;
-    double low = 0.0;
-    double high = 0.0;
-};
-
 /// Shows a picture of one dataset in slot 0 of a view. A display setting: it changes no pixel of the dataset.
 class DatasetPicture
 {
@@ -47,8 +33,9 @@ public:
     void setChoice(EDATASETPICTURE choice) { m_choice = choice; }
     /// Of the luminescent image over the photograph, 0 to 1.
     void setOpacity(double opacity) { m_opacity = opacity; }
-    /// For the unit that is shown; in another unit, manual limits become automatic ones.
-    void setLimits(const ColorLimits &limits);
+    /// Limits for the unit that is shown, kept with the dataset; in another unit than theirs, manual ones are
+    /// automatic.
+    void setLimits(ColorLimits limits);
     /// Brings the view up to date.
     void refresh();
 
@@ -64,7 +51,8 @@ public:
     QString obstacleToRois() const;
 
 private:
-    void takeStoredLimits();
+    /// What the user chose, or what the dataset is shown with before that.
+    ColorLimits wantedLimits() const;
     void showLuminescent();
     void showStored(tag_eimagetype type);
     void addPhotograph();
@@ -78,8 +66,6 @@ private:
     EDATASETPICTURE m_choice = EPICTURE_LUMINESCENT;
     double m_opacity = 0.7;
     ColorLimits m_limits;
-    tag_edisplayunit m_limitsUnit = EUNIT_COUNT;
-    tag_edisplayunit m_shownUnit = EUNIT_COUNT;
     QString m_note;
     CILImage m_image;
     CILImage m_photograph;

@@ -18,6 +18,19 @@ QVector<QRectF> tagRects(const ThreeImageView &v)
     return rects;
 }
 
+/// Where two pictures of one size differ, device pixels.
+QRect changed(const QImage &a, const QImage &b)
+{
+    QRect rect;
+    for (int y = 0; y < a.height(); ++y) {
+        for (int x = 0; x < a.width(); ++x) {
+            if (a.pixel(x, y) != b.pixel(x, y))
+                rect |= QRect(x, y, 1, 1);
+        }
+    }
+    return rect;
+}
+
 } // namespace
 
 /// Bars and tags of a view, and the object units in which they are placed.
@@ -115,6 +128,92 @@ private Q_SLOTS:
         colour(v.result, VXS_CT_YELLOWHOT, 1.0e6, 4.5e7, true);
         const QImage backwards = v.view->rasterImage();
         QVERIFY(backwards != forwards);
+    }
+
+    void aBarWithoutImageRunsAsTheOthers_data()
+    {
+        QTest::addColumn<bool>("reversed");
+        QTest::addColumn<bool>("withOthers");
+        QTest::newRow("beside images that run forwards") << false << true;
+        QTest::newRow("beside images that run backwards") << true << true;
+        QTest::newRow("without any image, the first bar forwards") << false << false;
+        QTest::newRow("without any image, the first bar backwards") << true << false;
+    }
+    void aBarWithoutImageRunsAsTheOthers()
+    {
+        QFETCH(bool, reversed);
+        QFETCH(bool, withOthers);
+        ThreeImageView v;
+        colour(v.a, VXS_CT_RAINBOW, 0.0, 1100.0, reversed);
+        colour(v.b, VXS_CT_RAINBOW, 0.0, 1100.0, reversed);
+        v.barAB.palette.setReversed(reversed);
+        v.place();
+        for (int slot = withOthers ? 2 : 0; slot < 3; ++slot)
+            v.view->setImageAt(nullptr, false, slot, QString(), 0);
+        v.barResult.palette.setReversed(reversed);
+        const QImage same = v.view->rasterImage();
+        v.barResult.palette.setReversed(!reversed);
+        QCOMPARE(v.view->rasterImage(), same);
+        v.barResult.palette.setColorTableType(VXS_CT_GRAYS, 0.0f, 1.0f); // the table is its own
+        QVERIFY(v.view->rasterImage() != same);
+    }
+
+    void anEmptyPlaceSaysWhyAndAFilledOneDoesNot()
+    {
+        ThreeImageView v;
+        v.place();
+        const QImage filled = v.view->rasterImage();
+        QVERIFY(v.view->setEmptyText(2, QStringLiteral("The exposure is missing.")));
+        QCOMPARE(v.view->rasterImage(), filled);
+        v.view->setImageAt(nullptr, false, 2, QString(), 0);
+        const QRect place = changed(filled, v.view->rasterImage());
+        const QImage said = v.view->rasterImage();
+        v.view->setEmptyText(2, QString());
+        const QRect text = changed(said, v.view->rasterImage());
+        QVERIFY(!text.isEmpty() && place.contains(text));
+        QVERIFY(!v.view->setEmptyText(3, QStringLiteral("no such place")));
+        QCOMPARE(v.view->emptyText(3), QString());
+        // An image without pixels is none.
+        CILImage nothing;
+        v.view->setImageAt(&nothing, false, 2, QString(), 0);
+        v.view->setEmptyText(2, QStringLiteral("The exposure is missing."));
+        QCOMPARE(v.view->rasterImage(), said);
+    }
+
+    void theTextOfAnEmptyPlaceStaysInsideAndBelowATag_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::newRow("a word") << QStringLiteral("nothing");
+        QTest::newRow("sentences") << QStringLiteral("One binning is no multiple of the other: A has 48 x 48 "
+                                                     "pixels, binned by 4, and B has 32 x 32, binned by 6.");
+        QTest::newRow("a path without blanks") << QStringLiteral(
+            "/a/folder/of/many/parts/that/has/no/blank/anywhere/in/it/at/all/ClickInfo.txt");
+        QTest::newRow("what looks like markup") << QStringLiteral("<h1>large</h1>");
+    }
+    void theTextOfAnEmptyPlaceStaysInsideAndBelowATag()
+    {
+        QFETCH(QString, text);
+        ThreeImageView v;
+        v.messages =
+            QStringList({QStringLiteral("Can't combine images"), QStringLiteral("of different sizes.")});
+        show(*v.view, QSize(300, 620));
+        v.place();
+        // The third place; glyphs of the other tags may be set anew by a pixel's share.
+        const auto third = [&v] {
+            const QImage all = v.view->rasterImage();
+            return all.copy(0, all.height() * 2 / 3, all.width(), all.height() / 3);
+        };
+        const QImage before = third();
+        v.view->setEmptyText(2, text);
+        const QImage after = third();
+        const QRect written = changed(before, after);
+        v.view->setEmptyText(2, QString());
+        v.tagResult.show(false);
+        const QRect tag = changed(third(), before);
+        QVERIFY(!written.isEmpty() && !tag.isEmpty());
+        QVERIFY2(written.top() > tag.bottom() - 4, qPrintable(QString::number(written.top())));
+        QVERIFY(written.bottom() < before.height() - 1);
+        QVERIFY(written.left() > 0 && written.right() < before.width() - 1);
     }
 
     void tagsCanBeHiddenOneByOneAndTogether()

@@ -310,6 +310,28 @@ private Q_SLOTS:
         QCOMPARE(other.manager->rois().size(), 2);
     }
 
+    void whatIsCopiedTogetherIsPastedTogether()
+    {
+        RoiWindowFixture f;
+        CROIBase *a = f.add(QRectF(4.0, 4.0, 2.0, 2.0), QStringLiteral("a"));
+        CROIBase *b = f.add(QRectF(9.0, 12.0, 3.0, 2.0), QStringLiteral("b"));
+        f.add(QRectF(1.0, 1.0, 1.0, 1.0), QStringLiteral("c"));
+        f.manager->selectROI(b, false);
+        f.manager->selectROI(a, true);
+        f.key(Qt::Key_C, Qt::ControlModifier);
+        f.manager->selectROI(nullptr, false);
+        f.key(Qt::Key_V, Qt::ControlModifier);
+        // In the order in which they were made, as they lie to each other, as far beside as the field goes.
+        QCOMPARE(f.manager->rois().size(), 5);
+        const CROIBase *copyOfA = f.manager->rois()[3];
+        const CROIBase *copyOfB = f.manager->rois()[4];
+        VERIFY_NEAR(copyOfA->boundingBox(), QRectF(6.5, 6.0, 2.0, 2.0), 1e-9);
+        VERIFY_NEAR(copyOfB->boundingBox(), QRectF(11.5, 14.0, 3.0, 2.0), 1e-9);
+        QCOMPARE(copyOfA->name(), QStringLiteral("a 2"));
+        QCOMPARE(f.manager->selectedROIs().size(), 2);
+        QCOMPARE(f.manager->selectedROI(), copyOfB);
+    }
+
     void theKindIsThatOfTheSelectedAndOfTheNext()
     {
         RoiWindowFixture f;

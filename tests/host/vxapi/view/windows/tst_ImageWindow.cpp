@@ -274,8 +274,9 @@ private Q_SLOTS:
         row("an upper limit", "LimitsMax", "50", 0.0, 50.0, true);
         row("a lower limit", "LimitsMin", "2.5e1", 25.0, 99.0, true);
         row("a negative limit", "LimitsMin", "-7", -7.0, 99.0, true);
-        row("a lower limit above the upper one takes it along", "LimitsMin", "500", 500.0, 500.0, true);
-        row("an upper limit below the lower one takes it along", "LimitsMax", "-3", -3.0, -3.0, true);
+        row("a lower limit at the upper one", "LimitsMin", "99", 99.0, 99.0, true);
+        row("a lower limit above the upper one", "LimitsMin", "500", 0.0, 99.0, false);
+        row("an upper limit below the lower one", "LimitsMax", "-3", 0.0, 99.0, false);
         row("no number", "LimitsMax", "abc", 0.0, 99.0, false);
         row("nothing", "LimitsMax", "", 0.0, 99.0, false);
         row("a comma", "LimitsMax", "1,5", 0.0, 99.0, false);
