@@ -3,6 +3,7 @@
 
 #include "app/AboutBox.h"
 #include "app/BannerWidget.h"
+#include "app/datasets/ClosingQuestion.h"
 #include "app/datasets/DatasetLoader.h"
 #include "app/datasets/LooseDatasets.h"
 #include "app/datasets/RecentSequences.h"
@@ -189,7 +190,7 @@ void MainWindow::loadPlugins(const QString &folder)
 
 CVXSSequenceDataset *MainWindow::openSequence(const QString &path)
 {
-    return m_parts.sequences->open(path);
+    return m_parts.sequences->openCompletely(path);
 }
 
 CVXSDataset *MainWindow::openDataset(const QString &path)
@@ -209,7 +210,7 @@ void MainWindow::openPath(const QString &path)
     if (isDataset)
         openDataset(path);
     else
-        openSequence(path);
+        m_parts.sequences->open(path);
 }
 
 void MainWindow::copy()
@@ -267,10 +268,11 @@ void MainWindow::onActiveChildChanged(CVXSChildWindow *window)
 void MainWindow::closeEvent(QCloseEvent *event)
 {
     // Everything is asked for before the first thing goes, so that "Cancel" leaves all as it was.
-    if (!m_parts.looseDatasets->areReadyToClose() || !m_parts.sequences->closeAll()) {
+    if (!isReadyToQuit(this, m_parts)) {
         event->ignore();
         return;
     }
+    m_parts.sequences->closeAllUnasked();
     m_parts.looseDatasets->closeAllUnasked();
     const auto settings = CVXPreference::settings();
     settings->setValue(KEY_GEOMETRY, saveGeometry());

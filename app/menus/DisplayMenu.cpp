@@ -89,7 +89,8 @@ void DisplayMenu::setActiveChild(CVXSChildWindow *window)
 
 void DisplayMenu::showState()
 {
-    const bool any = m_sequence || m_dataset;
+    // Datasets that are still to come would not get what is chosen.
+    const bool any = m_dataset || (m_sequence && !m_sequence->isLoading());
     m_units->setEnabled(any);
     m_tables->setEnabled(any);
     m_reversed->setEnabled(any);
