@@ -10,6 +10,7 @@
 #include <QScreen>
 #include <QTest>
 #include <QTimer>
+#include <QWindow>
 
 #include <cstdio>
 #include <cstdlib>
@@ -156,7 +157,8 @@ QPixmap photograph(QWidget *window)
     QTest::qWait(150);
     QApplication::processEvents();
     const QPoint corner = window->mapToGlobal(QPoint(0, 0));
-    return window->screen()->grabWindow(0, corner.x(), corner.y(), window->width(), window->height());
+    return window->window()->windowHandle()->screen()->grabWindow(0, corner.x(), corner.y(), window->width(),
+                                                                  window->height());
 }
 
 } // namespace hand
