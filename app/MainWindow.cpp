@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/MainWindow.h"
 
-#include "app/AboutBox.h"
 #include "app/BannerWidget.h"
 #include "app/datasets/ClosingQuestion.h"
 #include "app/datasets/DatasetLoader.h"
@@ -9,9 +8,11 @@
 #include "app/datasets/RecentSequences.h"
 #include "app/datasets/SequenceDrop.h"
 #include "app/datasets/SequenceManager.h"
+#include "app/help/WelcomePage.h"
 #include "app/LogPane.h"
 #include "app/menus/DisplayMenu.h"
 #include "app/menus/FileMenu.h"
+#include "app/menus/HelpMenu.h"
 #include "app/menus/newAction.h"
 #include "app/menus/WindowMenu.h"
 #include "app/PluginManager.h"
@@ -38,7 +39,6 @@
 #include <QMimeData>
 #include <QSettings>
 #include <QVBoxLayout>
-#include <QWhatsThis>
 
 namespace {
 
@@ -62,6 +62,7 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent)
     windowMenu->setObjectName(QStringLiteral("menuWindow"));
     new WindowMenu(windowMenu, m_parts.workspace, this);
     makeHelpMenu();
+    makeWelcome();
     connectParts();
     onActiveChildChanged(nullptr);
     restoreWindow();
@@ -166,12 +167,20 @@ void MainWindow::makeHelpMenu()
 {
     QMenu *menu = menuBar()->addMenu(tr("&Help"));
     menu->setObjectName(QStringLiteral("menuHelp"));
-    QAction *whatsThis = QWhatsThis::createAction(this); // Shift+F1
-    whatsThis->setObjectName(QStringLiteral("actionWhatsThis"));
-    menu->addAction(whatsThis);
-    menu->addSeparator();
-    connect(newAction(menu, tr("&About %1").arg(CVXUtilityFns::getAppName()), "actionAbout"),
-            &QAction::triggered, this, [this] { showAboutBox(this); });
+    new HelpMenu(menu, m_parts.sequences, this);
+}
+
+// What can be done, in the place of the windows that are not there yet.
+void MainWindow::makeWelcome()
+{
+    auto *page = new WelcomePage(m_parts.workspace, m_parts.recentSequences);
+    const auto add = [this, page](const char *action, const QString &title, const QString &description) {
+        page->addChoice(findChild<QAction *>(QLatin1String(action)), title, description);
+    };
+    add("actionOpenSequence", tr("Open a sequence"), tr("A folder of images with their descriptions"));
+    add("actionImportImages", tr("Import images"), tr("Make a sequence of TIFF files from a camera"));
+    add("actionSampleStudy", tr("Open the sample study"), tr("Simulated images to try everything with"));
+    add("actionGuide", tr("Read the guide"), tr("Image Math step by step, with pictures"));
 }
 
 void MainWindow::restoreWindow()

@@ -58,6 +58,7 @@ private:
     void makeViewMenu();
     void makeToolsMenu();
     void makeHelpMenu();
+    void makeWelcome();
     void restoreWindow();
 
     void copy();

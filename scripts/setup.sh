@@ -4,7 +4,8 @@
 . "$root/scripts/progress.sh"
 
 # What is built with, what runs it, and what the tests read files with.
-build_packages=(g++ cmake ninja-build qtbase5-dev libtiff-dev libtbb-dev libbenchmark-dev)
+build_packages=(g++ cmake ninja-build qtbase5-dev libtiff-dev libtbb-dev libmd4c-dev libmd4c-html0-dev pkg-config
+    libbenchmark-dev)
 run_packages=(libgl1-mesa-dri xvfb xauth fonts-dejavu-core)
 test_packages=(libtiff-tools python3-tifffile python3-numpy binutils)
 
