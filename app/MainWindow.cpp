@@ -1,17 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "app/MainWindow.h"
 
-#include "app/AboutBox.h"
 #include "app/BannerWidget.h"
+#include "app/datasets/ClosingQuestion.h"
 #include "app/datasets/DatasetLoader.h"
 #include "app/datasets/LooseDatasets.h"
 #include "app/datasets/RecentSequences.h"
 #include "app/datasets/SequenceDrop.h"
 #include "app/datasets/SequenceManager.h"
+#include "app/help/WelcomePage.h"
 #include "app/LogPane.h"
 #include "app/menus/DisplayMenu.h"
 #include "app/menus/EditMenu.h"
 #include "app/menus/FileMenu.h"
+#include "app/menus/HelpMenu.h"
 #include "app/menus/newAction.h"
 #include "app/menus/WindowMenu.h"
 #include "app/PluginManager.h"
@@ -35,7 +37,6 @@
 #include <QMimeData>
 #include <QSettings>
 #include <QVBoxLayout>
-#include <QWhatsThis>
 
 namespace {
 
@@ -59,6 +60,7 @@ MainWindow::MainWindow(QWidget *parent) : QMainWindow(parent)
     windowMenu->setObjectName(QStringLiteral("menuWindow"));
     new WindowMenu(windowMenu, m_parts.workspace, this);
     makeHelpMenu();
+    makeWelcome();
     connectParts();
     onActiveChildChanged(nullptr);
     restoreWindow();
@@ -163,12 +165,20 @@ void MainWindow::makeHelpMenu()
 {
     QMenu *menu = menuBar()->addMenu(tr("&Help"));
     menu->setObjectName(QStringLiteral("menuHelp"));
-    QAction *whatsThis = QWhatsThis::createAction(this); // Shift+F1
-    whatsThis->setObjectName(QStringLiteral("actionWhatsThis"));
-    menu->addAction(whatsThis);
-    menu->addSeparator();
-    connect(newAction(menu, tr("&About %1").arg(CVXUtilityFns::getAppName()), "actionAbout"),
-            &QAction::triggered, this, [this] { showAboutBox(this); });
+    new HelpMenu(menu, m_parts.sequences, this);
+}
+
+// What can be done, in the place of the windows that are not there yet.
+void MainWindow::makeWelcome()
+{
+    auto *page = new WelcomePage(m_parts.workspace, m_parts.recentSequences);
+    const auto add = [this, page](const char *action, const QString &title, const QString &description) {
+        page->addChoice(findChild<QAction *>(QLatin1String(action)), title, description);
+    };
+    add("actionOpenSequence", tr("Open a sequence"), tr("A folder of images with their descriptions"));
+    add("actionImportImages", tr("Import images"), tr("Make a sequence of TIFF files from a camera"));
+    add("actionSampleStudy", tr("Open the sample study"), tr("Simulated images to try everything with"));
+    add("actionGuide", tr("Read the guide"), tr("Image Math step by step, with pictures"));
 }
 
 void MainWindow::restoreWindow()
@@ -187,7 +197,7 @@ void MainWindow::loadPlugins(const QString &folder)
 
 CVXSSequenceDataset *MainWindow::openSequence(const QString &path)
 {
-    return m_parts.sequences->open(path);
+    return m_parts.sequences->openCompletely(path);
 }
 
 CVXSDataset *MainWindow::openDataset(const QString &path)
@@ -207,7 +217,7 @@ void MainWindow::openPath(const QString &path)
     if (isDataset)
         openDataset(path);
     else
-        openSequence(path);
+        m_parts.sequences->open(path);
 }
 
 void MainWindow::fillToolsMenu()
@@ -253,10 +263,11 @@ void MainWindow::onActiveChildChanged(CVXSChildWindow *window)
 void MainWindow::closeEvent(QCloseEvent *event)
 {
     // Everything is asked for before the first thing goes, so that "Cancel" leaves all as it was.
-    if (!m_parts.looseDatasets->areReadyToClose() || !m_parts.sequences->closeAll()) {
+    if (!isReadyToQuit(this, m_parts)) {
         event->ignore();
         return;
     }
+    m_parts.sequences->closeAllUnasked();
     m_parts.looseDatasets->closeAllUnasked();
     const auto settings = CVXPreference::settings();
     settings->setValue(KEY_GEOMETRY, saveGeometry());

@@ -34,11 +34,11 @@ public:
 
     /// Loads the tool plug-ins of that folder into the Tools menu.
     void loadPlugins(const QString &folder);
-    /// Opens a sequence folder, or its SequenceInfo.txt. Null when that failed; the banner tells why.
+    /// Opens a sequence folder, or its SequenceInfo.txt, completely. Null when that failed; the banner tells why.
     CVXSSequenceDataset *openSequence(const QString &path);
     /// The same for a dataset's folder, or its ClickInfo.txt.
     CVXSDataset *openDataset(const QString &path);
-    /// Opens what lies there, sequence or dataset.
+    /// Opens what lies there, sequence or dataset; a sequence is loaded in the event loop.
     void openPath(const QString &path);
 
     /// What the window is put together of; all of it goes with the window.
@@ -58,6 +58,7 @@ private:
     void makeViewMenu();
     void makeToolsMenu();
     void makeHelpMenu();
+    void makeWelcome();
     void restoreWindow();
 
     void fillToolsMenu();

@@ -2,6 +2,7 @@
 #include "app/PluginManager.h"
 
 #include "app/datasets/DatasetLoader.h"
+#include "app/datasets/SequenceManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/plugin/CVXToolPluginBase.h"
@@ -143,7 +144,7 @@ void PluginManager::sequenceRemoved(CVXSSequenceDataset *sequence)
         for (CVXSDataset *dataset : datasets)
             tool.plugin->onSignalDatasetRemoved(dataset);
         tool.plugin->onSignalSequenceRemoved(sequence);
-        discardHiddenWindows(&tool);
+        discardHiddenWindows(&tool, sequence);
     }
 }
 
@@ -163,35 +164,51 @@ void PluginManager::copyToClipboard(const QString &objectName)
 
 void PluginManager::launch(CVXToolPluginBase *plugin)
 {
-    const QList<QMdiSubWindow *> before = m_workspace->subWindowList();
+    const QPointer<CVXSSequenceDataset> sequence =
+        SequenceManager::sequenceOf(CVXSChildWindow::getActiveChildWnd());
+    // Guarded: a new window may come to lie where one was that the tool deletes.
+    QList<QPointer<QMdiSubWindow>> before;
+    for (QMdiSubWindow *window : m_workspace->subWindowList())
+        before.append(window);
     const bool launched = plugin->launchTool();
+    if (launched && plugin->isToolWindowShown())
+        plugin->showToolWindow();
     for (Tool &tool : m_tools) {
         if (tool.plugin != plugin)
             continue;
         const QList<QMdiSubWindow *> after = m_workspace->subWindowList();
         for (QMdiSubWindow *window : after) {
-            if (!before.contains(window) && !qobject_cast<CVXSChildWindow *>(window->widget()))
-                tool.windows.append(window);
+            if (!before.contains(QPointer<QMdiSubWindow>(window)) &&
+                !qobject_cast<CVXSChildWindow *>(window->widget()))
+                tool.windows.append(ToolWindow{window, {}});
         }
-        tool.windows.removeAll(QPointer<QMdiSubWindow>());
+        for (ToolWindow &window : tool.windows) {
+            // One that was there already may have been taken for this sequence.
+            const bool isNew = window.frame && !before.contains(window.frame);
+            if (sequence && window.frame && (isNew || window.frame->isVisible()) &&
+                !window.sequences.contains(sequence.data()))
+                window.sequences.append(sequence.data());
+        }
     }
-    if (launched && plugin->isToolWindowShown())
-        plugin->showToolWindow();
 }
 
 /// A tool's window that is hidden may still point to a sequence that is about to go: the tool hides its
 /// window for a removed sequence and keeps it, and the user may have closed it before. It is made anew at
 /// the next launch.
-void PluginManager::discardHiddenWindows(Tool *tool)
+void PluginManager::discardHiddenWindows(Tool *tool, const CVXSSequenceDataset *gone)
 {
     bool discarded = false;
-    for (const QPointer<QMdiSubWindow> &window : tool->windows) {
-        if (window && !window->isVisible()) {
-            delete window;
+    QList<ToolWindow> kept;
+    for (ToolWindow &window : tool->windows) {
+        const bool mayPointToIt = window.sequences.removeAll(gone) > 0;
+        if (window.frame && mayPointToIt && !window.frame->isVisible()) {
+            delete window.frame;
             discarded = true;
+        } else if (window.frame) {
+            kept.append(window);
         }
     }
-    tool->windows.removeAll(QPointer<QMdiSubWindow>());
+    tool->windows = kept;
     if (discarded)
         tool->plugin->resetWindow();
 }

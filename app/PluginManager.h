@@ -52,15 +52,20 @@ Q_SIGNALS:
     void pluginsChanged();
 
 private:
+    struct ToolWindow
+    {
+        QPointer<QMdiSubWindow> frame;
+        QList<const CVXSSequenceDataset *> sequences; ///< on which it was launched: it may point to them
+    };
     struct Tool
     {
         QPointer<QObject> object;
         CVXToolPluginBase *plugin = nullptr;
-        QList<QPointer<QMdiSubWindow>> windows; ///< those that appeared while it was launched
+        QList<ToolWindow> windows; ///< those that appeared while it was launched
     };
 
     void launch(CVXToolPluginBase *plugin);
-    static void discardHiddenWindows(Tool *tool);
+    static void discardHiddenWindows(Tool *tool, const CVXSSequenceDataset *gone);
 
     CVXSWorkspace *m_workspace;
     DatasetLoader *m_loader;

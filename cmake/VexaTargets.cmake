@@ -14,10 +14,11 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 # One tree, in the build folder as after the installation: programs in bin/, libraries in lib/, plug-ins
-# in lib/vexa/plugins/, found relative to the program.
+# in lib/vexa/plugins/, the guide in share/doc/vexa/, found relative to the program.
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/bin")
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/lib")
 set(VEXA_PLUGIN_DIR "lib/vexa/plugins")
+set(VEXA_DOC_DIR "share/doc/vexa")
 set(CMAKE_INSTALL_LIBDIR "lib")
 set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 

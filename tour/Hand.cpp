@@ -10,6 +10,7 @@
 #include <QScreen>
 #include <QTest>
 #include <QTimer>
+#include <QWindow>
 
 #include <cstdio>
 #include <cstdlib>
@@ -190,7 +191,8 @@ QPixmap photograph(QWidget *window)
 {
     settle(window);
     const QPoint corner = window->mapToGlobal(QPoint(0, 0));
-    return window->screen()->grabWindow(0, corner.x(), corner.y(), window->width(), window->height());
+    return window->window()->windowHandle()->screen()->grabWindow(0, corner.x(), corner.y(), window->width(),
+                                                                  window->height());
 }
 
 } // namespace hand

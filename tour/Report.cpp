@@ -11,12 +11,21 @@
 
 void Report::heading(const QString &text)
 {
-    m_lines << QString() << text;
+    if (!m_lines.isEmpty())
+        tell(QString());
+    tell(text);
+}
+
+void Report::tell(const QString &line)
+{
+    m_lines << line;
+    std::puts(line.toUtf8().constData());
+    std::fflush(stdout); // the user sees how far it is
 }
 
 void Report::note(const QString &text)
 {
-    m_lines << QStringLiteral("         ") + text;
+    tell(QStringLiteral("         ") + text);
 }
 
 void Report::picture(const QString &name, const QPixmap &pixels, const QString &caption)
@@ -24,13 +33,13 @@ void Report::picture(const QString &name, const QPixmap &pixels, const QString &
     const QString file = name + QStringLiteral(".png");
     if (pixels.isNull() || !pixels.save(m_outFolder + QLatin1Char('/') + file))
         hand::giveUp(QStringLiteral("%1 could not be written").arg(file));
-    m_lines << QStringLiteral("  %1  %2").arg(file, -34).arg(caption);
+    tell(QStringLiteral("  %1  %2").arg(file, -34).arg(caption));
 }
 
 void Report::check(bool holds, const QString &what)
 {
-    m_lines << QStringLiteral("  %1  %2")
-                   .arg(holds ? QStringLiteral("holds:") : QStringLiteral("DOES NOT HOLD:"), what);
+    tell(QStringLiteral("  %1  %2")
+             .arg(holds ? QStringLiteral("holds:") : QStringLiteral("DOES NOT HOLD:"), what));
     m_holds = m_holds && holds;
 }
 
@@ -44,12 +53,11 @@ void Report::checkNear(double measured, double truth, double bound, const QStrin
 
 void Report::write(const QString &file)
 {
-    m_lines << QString()
-            << (m_holds ? QStringLiteral("Everything that was checked holds.")
-                        : QStringLiteral("SOMETHING DOES NOT HOLD, see above."));
+    tell(QString());
+    tell(m_holds ? QStringLiteral("Everything that was checked holds.")
+                 : QStringLiteral("SOMETHING DOES NOT HOLD, see above."));
     QSaveFile target(m_outFolder + QLatin1Char('/') + file);
     const QByteArray text = m_lines.join(QLatin1Char('\n')).trimmed().toUtf8() + '\n';
     if (!target.open(QIODevice::WriteOnly) || !writeWhole(target, text) || !target.commit())
         hand::giveUp(QStringLiteral("%1: %2").arg(target.fileName(), target.errorString()));
-    std::fputs(text.constData(), stdout);
 }

@@ -5,7 +5,8 @@
 #include <QString>
 #include <QStringList>
 
-/// What a tour found, for the user: pictures with captions, numbers, and what holds and what does not.
+/// What a tour found, for the user: pictures with captions, numbers, and what holds and what does not. Each
+/// line is printed as it comes.
 class Report
 {
 public:
@@ -22,10 +23,12 @@ public:
     void checkNear(double measured, double truth, double bound, const QString &what);
     bool allHolds() const { return m_holds; }
 
-    /// Writes FILE in the folder and prints it.
+    /// Writes all of it into FILE in the folder, after a last line that says whether everything holds.
     void write(const QString &file);
 
 private:
+    void tell(const QString &line);
+
     QString m_outFolder;
     QStringList m_lines;
     bool m_holds = true;

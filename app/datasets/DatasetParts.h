@@ -12,8 +12,8 @@ class SequenceManager;
 ///
 ///     CVXSSequenceDataset *sequence = parts.sequences->open(folder);  // null: told in the log
 ///     ESTATUS status = parts.datasetLoader->load(otherFolder);        // one that is in no sequence
-///     if (parts.looseDatasets->areReadyToClose())                     // asks about what is not saved
-///         parts.sequences->closeAll();
+///     if (isReadyToQuit(window, parts))                               // asks about what is not saved
+///         parts.sequences->closeAllUnasked();
 ///
 /// SequenceManager owns the sequences, LooseDatasets every other dataset; both are told in OpenedItems.
 /// DatasetSaving asks where something is to be saved.

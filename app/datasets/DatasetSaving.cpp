@@ -7,6 +7,7 @@
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxutils/CVXPreference.h"
 #include "host/vxutils/CVXSErrorHandler.h"
+#include "host/vxutils/CVXSMessageBox.h"
 #include "host/vxutils/CVXUtilityFns.h"
 #include "host/vxutils/deleteFolderTree.h"
 
@@ -33,13 +34,29 @@ bool tell(QWidget *parent, ESTATUS status, const QString &error)
     return status == ESTATUS_SUCCESS;
 }
 
+/// The item is asked for its error here, after it was saved: of two arguments of one call either may be had
+/// first.
+template <typename Item>
+bool tellOf(QWidget *parent, ESTATUS status, const Item *item)
+{
+    return tell(parent, status, status == ESTATUS_SUCCESS ? QString() : item->lastError());
+}
+
+QString chooseSequencePlace(QWidget *parent, const CVXSSequenceDataset &sequence)
+{
+    const QString usual = CVXPreference::getProgramDataPath() + QStringLiteral("/sequences");
+    QDir().mkpath(usual); // so that the dialog can start there; what fails is told when saving
+    return chooseFolder(parent, Text::tr("Save Sequence %1 In").arg(sequence.getSequenceID()),
+                        "MainWindow/saveSequenceFolder", usual);
+}
+
 } // namespace
 
 bool saving::saveDataset(QWidget *parent, CVXSDataset *dataset)
 {
     if (dataset->getDatasetType() == EDATASET_IN_MEMORY)
         return saveDatasetElsewhere(parent, dataset);
-    return tell(parent, dataset->saveDatasetAs(dataset->getFolderPath()), dataset->lastError());
+    return tellOf(parent, dataset->saveDatasetAs(dataset->getFolderPath()), dataset);
 }
 
 bool saving::saveDatasetElsewhere(QWidget *parent, CVXSDataset *dataset)
@@ -62,7 +79,7 @@ bool saving::saveDatasetElsewhere(QWidget *parent, CVXSDataset *dataset)
         if (isThere)
             QDir().mkdir(target);
     }
-    return tell(parent, status, dataset->lastError());
+    return tellOf(parent, status, dataset);
 }
 
 QString saving::targetFolder(const CVXSDataset &dataset, const QString &chosen, QString *refusal)
@@ -102,14 +119,41 @@ QString saving::targetFolder(const CVXSDataset &dataset, const QString &chosen, 
 
 bool saving::saveSequence(QWidget *parent, CVXSSequenceDataset *sequence)
 {
-    QString place;
     if (sequence->getSequenceInfoPath().isEmpty()) {
-        const QString usual = CVXPreference::getProgramDataPath() + QStringLiteral("/sequences");
-        QDir().mkpath(usual); // so that the dialog can start there; what fails is told when saving
-        place = chooseFolder(parent, Text::tr("Save Sequence %1 In").arg(sequence->getSequenceID()),
-                             "MainWindow/saveSequenceFolder", usual);
-        if (place.isEmpty())
-            return false;
+        const QString place = chooseSequencePlace(parent, *sequence);
+        return !place.isEmpty() && tellOf(parent, sequence->save(place), sequence);
     }
-    return tell(parent, sequence->save(place), sequence->lastError());
+    const ESTATUS status = sequence->save();
+    if (status == ESTATUS_SUCCESS)
+        return true;
+    // A place that cannot be written must not cost the user what was drawn.
+    enum { SAVE_AS, CANCEL };
+    const int answer = CVXSMessageBox::warning(
+        parent, CVXUtilityFns::getAppName(),
+        Text::tr("The sequence %1 is not saved. %2\n%3")
+            .arg(sequence->getSequenceID(), statusText(status), sequence->lastError()),
+        QStringList{Text::tr("Save &As..."), Text::tr("Cancel")}, SAVE_AS, CANCEL);
+    return answer == SAVE_AS && saveSequenceElsewhere(parent, sequence);
+}
+
+bool saving::saveSequenceElsewhere(QWidget *parent, CVXSSequenceDataset *sequence)
+{
+    const QString place = chooseSequencePlace(parent, *sequence);
+    return !place.isEmpty() && tellOf(parent, sequence->saveAs(place), sequence);
+}
+
+QString saving::lossText(const UnsavedContent &unsaved)
+{
+    QStringList lost;
+    if (unsaved.files)
+        lost += Text::tr("its files are not there");
+    if (unsaved.rois)
+        lost += Text::tr("ROIs");
+    if (unsaved.pixels)
+        lost += Text::tr("pixels");
+    if (unsaved.record)
+        lost += Text::tr("values of ClickInfo");
+    if (unsaved.display)
+        lost += Text::tr("colors");
+    return lost.join(QStringLiteral(", "));
 }

@@ -6,6 +6,7 @@
 class CVXSDataset;
 class CVXSSequenceDataset;
 class QWidget;
+struct UnsavedContent;
 
 /// Saving by the user: asks where it has to, and tells what failed. True when everything is saved.
 namespace saving {
@@ -19,7 +20,14 @@ bool saveDatasetElsewhere(QWidget *parent, CVXSDataset *dataset);
 /// The folder that a dataset gets there, or why it cannot ("folder: reason"), with an empty answer.
 QString targetFolder(const CVXSDataset &dataset, const QString &chosen, QString *refusal);
 
-/// Saves a sequence where it lies; asks for a place when it was never saved.
+/// Saves a sequence where it lies; asks for a place when it was never saved. Where it cannot be written, the
+/// user is offered another place.
 bool saveSequence(QWidget *parent, CVXSSequenceDataset *sequence);
+/// Asks for a folder, in which the sequence gets one of its ID with all that it has; it lies there from then
+/// on.
+bool saveSequenceElsewhere(QWidget *parent, CVXSSequenceDataset *sequence);
+
+/// "ROIs, colors": what would be lost, for the user; empty when nothing would.
+QString lossText(const UnsavedContent &unsaved);
 
 } // namespace saving

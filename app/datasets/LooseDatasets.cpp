@@ -36,19 +36,32 @@ CVXSDataset *LooseDatasets::datasetOf(const CVXSChildWindow *window) const
 
 bool LooseDatasets::needsSaving(const CVXSDataset *dataset)
 {
-    return dataset->isModified() || dataset->isImageMathToBeSaved() ||
-           dataset->getDatasetType() == EDATASET_IN_MEMORY;
+    return dataset->unsavedContent().any();
 }
 
-bool LooseDatasets::isReadyToClose(CVXSDataset *dataset)
+QString LooseDatasets::lossOf(CVXSDataset *dataset) const
 {
-    if (!needsSaving(dataset))
-        return true;
+    return saving::lossText(dataset->unsavedContent());
+}
+
+QString LooseDatasets::lineOf(CVXSDataset *dataset, const QString &loss) const
+{
+    return (dataset->getDatasetType() == EDATASET_RESULT ? tr("Result %1: %2") : tr("Dataset %1: %2"))
+        .arg(dataset->getClickNumber(), loss);
+}
+
+bool LooseDatasets::save(CVXSDataset *dataset)
+{
+    return saving::saveDataset(m_workspace->window(), dataset);
+}
+
+bool LooseDatasets::askAbout(CVXSDataset *dataset, const QString &loss)
+{
     m_workspace->showDataset(dataset); // so that the user sees what the question is about
-    const QString what =
-        dataset->isImageMathToBeSaved()
-            ? tr("You have not saved the result %1 yet.").arg(dataset->getClickNumber())
-            : tr("The dataset %1 has changes that are not saved.").arg(dataset->getClickNumber());
+    const QString what = (dataset->getDatasetType() == EDATASET_RESULT
+                              ? tr("The result %1 has changes that are not saved: %2.")
+                              : tr("The dataset %1 has changes that are not saved: %2."))
+                             .arg(dataset->getClickNumber(), loss);
     const QString folder = QDir::toNativeSeparators(dataset->getFolderPath());
     const QString where =
         folder.isEmpty()
@@ -62,7 +75,7 @@ bool LooseDatasets::isReadyToClose(CVXSDataset *dataset)
         QStringList{tr("&Save"), tr("Save &As..."), tr("&Discard"), tr("Cancel")}, SAVE, CANCEL);
     switch (answer) {
     case SAVE:
-        return saving::saveDataset(m_workspace->window(), dataset);
+        return save(dataset);
     case SAVE_AS:
         return saving::saveDatasetElsewhere(m_workspace->window(), dataset);
     default:

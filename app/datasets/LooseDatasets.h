@@ -7,8 +7,8 @@
 class CVXSWorkspace;
 
 /// The open datasets that are in no sequence, such as results: it owns them, and one lives as long as its
-/// window. One that was changed, or is a result that the user has not saved yet, asks before it is closed.
-/// Its files are never touched by closing: it can be opened again.
+/// window. One with changes that its files do not hold asks before it is closed; a result that lies in its
+/// folder as it was made does not. Its files are never touched by closing: it can be opened again.
 class LooseDatasets : public OpenedItems<CVXSDataset>
 {
     Q_OBJECT
@@ -24,15 +24,18 @@ public:
     /// The dataset of a window when it is one of these; else null.
     CVXSDataset *datasetOf(const CVXSChildWindow *window) const;
 
-    /// Whether closing it would lose something, or leave unsaved what was computed to be saved.
+    /// Whether closing it would lose something.
     static bool needsSaving(const CVXSDataset *dataset);
+    bool save(CVXSDataset *dataset) override;
 
 Q_SIGNALS:
     /// Its window is gone, and it follows.
     void aboutToBeRemoved(CVXSDataset *dataset);
 
 private:
-    bool isReadyToClose(CVXSDataset *dataset) override;
+    QString lossOf(CVXSDataset *dataset) const override;
+    QString lineOf(CVXSDataset *dataset, const QString &loss) const override;
+    bool askAbout(CVXSDataset *dataset, const QString &loss) override;
     void takeLeave(CVXSDataset *dataset) override;
     CVXSDataset *itemOf(const CVXSChildWindow *window) const override { return datasetOf(window); }
 

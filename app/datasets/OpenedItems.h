@@ -7,14 +7,17 @@
 #include <QEvent>
 #include <QList>
 #include <QPointer>
+#include <QStringList>
 
 /// What the owners of the open sequences and of the open loose datasets share. An item lives as long as its
 /// window: closing the window asks whether the item may go, and takes it along.
 ///
 ///     class LooseDatasets : public OpenedItems<CVXSDataset> // says how one is asked about and how it goes
-///     if (!loose.areReadyToClose())                         // the user wants to go on: all is as it was
+///     if (!loose.close(dataset))                            // the user wants to go on: all is as it was
 ///         return;
-///     loose.closeAllUnasked();
+///
+/// What closing an item would lose is found out by comparing it with its files; an item that would lose
+/// nothing closes without a question.
 ///
 /// `Item` is a QObject. A derived class closes all in its own destructor, where its overrides still count.
 template <typename Item>
@@ -32,7 +35,19 @@ public:
         return true;
     }
 
-    /// Asks for all that need it: false when the user wants to go on. Nothing is closed yet.
+    /// What closing them would lose, a line for each that would lose something.
+    QStringList losses() const
+    {
+        QStringList lines;
+        for (Item *item : m_items) {
+            const QString loss = lossOf(item);
+            if (!loss.isEmpty())
+                lines += lineOf(item, loss);
+        }
+        return lines;
+    }
+
+    /// Asks about each that would lose something: false when the user wants to go on. Nothing is closed yet.
     bool areReadyToClose()
     {
         const QList<Item *> all = m_items;
@@ -48,11 +63,23 @@ public:
     {
         if (!areReadyToClose())
             return false;
-        const QList<Item *> all = m_items;
-        for (Item *item : all)
-            remove(item);
+        closeAllUnasked();
         return true;
     }
+
+    /// Saves each that would lose something: false when one is not saved.
+    bool saveAll()
+    {
+        const QList<Item *> all = m_items;
+        for (Item *item : all) {
+            if (!lossOf(item).isEmpty() && !save(item))
+                return false;
+        }
+        return true;
+    }
+
+    /// Saves an item, asking where it has to. False when it is not saved.
+    virtual bool save(Item *item) = 0;
 
     void closeAllUnasked()
     {
@@ -61,8 +88,12 @@ public:
     }
 
 protected:
-    /// False when the user wants to go on with it.
-    virtual bool isReadyToClose(Item *item) = 0;
+    /// What closing it would lose, in a few words for the user; empty: nothing.
+    virtual QString lossOf(Item *item) const = 0;
+    /// How a list names an item that would lose that.
+    virtual QString lineOf(Item *item, const QString &loss) const = 0;
+    /// Asks about one that would lose something: false when the user wants to go on with it.
+    virtual bool askAbout(Item *item, const QString &loss) = 0;
     /// Destroys the item's windows and tells that it goes; the item itself is deleted next.
     virtual void takeLeave(Item *item) = 0;
     /// The item that closes with this window; null when the window is not of one of these.
@@ -108,6 +139,12 @@ protected:
     }
 
 private:
+    bool isReadyToClose(Item *item)
+    {
+        const QString loss = lossOf(item);
+        return loss.isEmpty() || askAbout(item, loss);
+    }
+
     void remove(Item *item)
     {
         m_items.removeOne(item);

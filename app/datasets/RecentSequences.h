@@ -21,6 +21,8 @@ public:
     void add(const QString &folder);
     void remove(const QString &folder);
     void clear();
+    /// The user wants that one.
+    void choose(const QString &folder) { Q_EMIT chosen(folder); }
 
     /// Has the menu filled each time before it is shown.
     void attach(QMenu *menu);

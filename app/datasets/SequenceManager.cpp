@@ -10,7 +10,7 @@
 #include "host/vxutils/CVXSMessageBox.h"
 #include "host/vxutils/CVXUtilityFns.h"
 
-#include <QApplication>
+#include <QTimer>
 
 SequenceManager::SequenceManager(CVXSWorkspace *workspace, QObject *parent)
     : OpenedItems(parent), m_workspace(workspace)
@@ -34,11 +34,9 @@ CVXSSequenceDataset *SequenceManager::sequenceOf(const CVXSChildWindow *window)
 
 CVXSSequenceDataset *SequenceManager::open(const QString &path)
 {
-    QApplication::setOverrideCursor(Qt::WaitCursor);
     ESTATUS status = ESTATUS_SUCCESS;
     QString error;
-    CVXSSequenceDataset *sequence = CVXSSequenceDataset::open(path, &status, &error);
-    QApplication::restoreOverrideCursor();
+    CVXSSequenceDataset *sequence = CVXSSequenceDataset::beginOpening(path, &status, &error);
     if (!sequence) {
         vxLog(ELOG_FAILURE, tr("The sequence could not be opened. %1").arg(error), QString(), int(status));
         return nullptr;
@@ -48,40 +46,91 @@ CVXSSequenceDataset *SequenceManager::open(const QString &path)
     return sequence;
 }
 
+CVXSSequenceDataset *SequenceManager::openCompletely(const QString &path)
+{
+    CVXSSequenceDataset *sequence = open(path);
+    while (sequence && sequence->loadNext()) {
+    }
+    return sequence;
+}
+
 void SequenceManager::add(CVXSSequenceDataset *sequence)
 {
     if (!contains(sequence)) {
         append(sequence);
+        connect(sequence, &CVXSSequenceDataset::saved, this, &SequenceManager::opened);
         Q_EMIT added(sequence);
-        vxLog(ELOG_INFORMATION, tr("Sequence opened: %1").arg(sequence->getSequenceID()),
-              sequence->getSequenceInfoPath());
+        const auto tell = [sequence] {
+            vxLog(ELOG_INFORMATION, tr("Sequence opened: %1").arg(sequence->getSequenceID()),
+                  sequence->getSequenceInfoPath());
+        };
+        if (sequence->isLoading()) {
+            connect(sequence, &CVXSSequenceDataset::loaded, this, tell);
+            loadNext(sequence);
+        } else {
+            tell();
+        }
     }
     watch(m_workspace->showSequence(sequence));
 }
 
-bool SequenceManager::isReadyToClose(CVXSSequenceDataset *sequence)
+// One dataset a turn of the event loop: the window answers meanwhile.
+void SequenceManager::loadNext(CVXSSequenceDataset *sequence)
 {
-    if (!sequence->isModified())
-        return true;
-    enum { SAVE, DISCARD, CANCEL };
+    QTimer::singleShot(0, sequence, [this, sequence] {
+        if (sequence->loadNext())
+            loadNext(sequence);
+    });
+}
+
+QString SequenceManager::lossOf(CVXSSequenceDataset *sequence) const
+{
+    if (sequence->getSequenceInfoPath().isEmpty())
+        return tr("all of it, for it was never saved");
+    UnsavedContent unsaved;
+    const QList<CVXSDataset *> datasets = sequence->getDatasets();
+    for (const CVXSDataset *dataset : datasets)
+        unsaved = unsaved + dataset->unsavedContent();
+    const QString loss = saving::lossText(unsaved);
+    if (!sequence->hasOwnChanges())
+        return loss;
+    const QString own = tr("its unit, its colors or its list of clicks");
+    return loss.isEmpty() ? own : loss + QStringLiteral(", ") + own;
+}
+
+QString SequenceManager::lineOf(CVXSSequenceDataset *sequence, const QString &loss) const
+{
+    return tr("Sequence %1: %2").arg(sequence->getSequenceID(), loss);
+}
+
+bool SequenceManager::askAbout(CVXSSequenceDataset *sequence, const QString &loss)
+{
+    const bool hasPlace = !sequence->getSequenceInfoPath().isEmpty();
+    enum { SAVE, SAVE_AS, DISCARD, CANCEL };
     const int answer = CVXSMessageBox::warning(
         m_workspace->window(), CVXUtilityFns::getAppName(),
-        tr("The sequence %1 has changes that are not saved.\nSave it before it is closed?")
-            .arg(sequence->getSequenceID()),
-        tr("&Save"), tr("&Discard"), tr("Cancel"), SAVE, CANCEL);
-    if (answer == DISCARD)
-        return true;
-    return answer == SAVE && save(sequence);
+        tr("The sequence %1 has changes that are not saved: %2.\nSave it before it is closed?")
+            .arg(sequence->getSequenceID(), loss),
+        QStringList{tr("&Save"), hasPlace ? tr("Save &As...") : QString(), tr("&Discard"), tr("Cancel")},
+        SAVE, CANCEL);
+    switch (answer) {
+    case SAVE:
+        return save(sequence);
+    case SAVE_AS:
+        return saveElsewhere(sequence);
+    default:
+        return answer == DISCARD;
+    }
 }
 
 bool SequenceManager::save(CVXSSequenceDataset *sequence)
 {
-    const bool isFirst = sequence->getSequenceInfoPath().isEmpty();
-    if (!saving::saveSequence(m_workspace->window(), sequence))
-        return false;
-    if (isFirst)
-        Q_EMIT opened(sequence->getSequenceInfoPath()); // it can be opened again from here on
-    return true;
+    return saving::saveSequence(m_workspace->window(), sequence);
+}
+
+bool SequenceManager::saveElsewhere(CVXSSequenceDataset *sequence)
+{
+    return saving::saveSequenceElsewhere(m_workspace->window(), sequence);
 }
 
 void SequenceManager::takeLeave(CVXSSequenceDataset *sequence)

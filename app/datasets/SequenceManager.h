@@ -17,14 +17,19 @@ public:
     /// Closes what is still open, without asking.
     ~SequenceManager() override;
 
-    /// Opens a sequence folder, or its SequenceInfo.txt, and shows it; one that is open comes to the front.
+    /// Opens a sequence folder, or its SequenceInfo.txt, and shows it at once; its datasets come one by one in
+    /// the event loop, and until the last of them it counts as loading. One that is open comes to the front.
     /// Null, and told in the log (level 3: folder and reason), when it cannot be opened.
     CVXSSequenceDataset *open(const QString &path);
+    /// The same, and it is there completely.
+    CVXSSequenceDataset *openCompletely(const QString &path);
     /// Takes over a sequence in memory and shows it.
     void add(CVXSSequenceDataset *sequence);
 
     /// Saves it; one that was never saved asks where. False when it is not saved.
-    bool save(CVXSSequenceDataset *sequence);
+    bool save(CVXSSequenceDataset *sequence) override;
+    /// Asks for a place and puts all of the sequence there. False when it is not saved.
+    bool saveElsewhere(CVXSSequenceDataset *sequence);
 
     QList<CVXSSequenceDataset *> sequences() const { return items(); }
     /// The sequence of a window of it or of one of its datasets; null for others.
@@ -39,7 +44,10 @@ Q_SIGNALS:
     void aboutToBeRemoved(CVXSSequenceDataset *sequence);
 
 private:
-    bool isReadyToClose(CVXSSequenceDataset *sequence) override;
+    void loadNext(CVXSSequenceDataset *sequence);
+    QString lossOf(CVXSSequenceDataset *sequence) const override;
+    QString lineOf(CVXSSequenceDataset *sequence, const QString &loss) const override;
+    bool askAbout(CVXSSequenceDataset *sequence, const QString &loss) override;
     void takeLeave(CVXSSequenceDataset *sequence) override;
     CVXSSequenceDataset *itemOf(const CVXSChildWindow *window) const override;
 

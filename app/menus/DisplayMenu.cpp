@@ -89,7 +89,8 @@ void DisplayMenu::setActiveChild(CVXSChildWindow *window)
 
 void DisplayMenu::showState()
 {
-    const bool any = m_sequence || m_dataset;
+    // Datasets that are still to come would not get what is chosen.
+    const bool any = m_dataset || (m_sequence && !m_sequence->isLoading());
     const bool hasUnit = !m_dataset || m_dataset->getShownUnit() < EUNIT_COUNT; // not of a ratio
     m_units->setEnabled(any && hasUnit);
     m_tables->setEnabled(any);

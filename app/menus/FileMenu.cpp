@@ -61,6 +61,11 @@ void FileMenu::addSaving(QMenu *menu)
 {
     m_save = newAction(menu, tr("&Save"), "actionSaveSequence", QKeySequence::Save);
     connect(m_save, &QAction::triggered, this, &FileMenu::save);
+    m_saveSequenceAs = newAction(menu, tr("Save Se&quence As..."), "actionSaveSequenceAs");
+    connect(m_saveSequenceAs, &QAction::triggered, this, [this] {
+        if (CVXSSequenceDataset *sequence = SequenceManager::sequenceOf(m_active))
+            m_parts.sequences->saveElsewhere(sequence);
+    });
     m_saveAs = newAction(menu, tr("Save Dataset &As..."), "actionSaveDatasetAs",
                          QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_S));
     connect(m_saveAs, &QAction::triggered, this, &FileMenu::saveDatasetAs);
@@ -75,6 +80,7 @@ void FileMenu::setActiveChild(CVXSChildWindow *window)
 {
     m_active = window;
     m_save->setEnabled(SequenceManager::sequenceOf(window) || m_parts.looseDatasets->datasetOf(window));
+    m_saveSequenceAs->setEnabled(SequenceManager::sequenceOf(window));
     m_saveAs->setEnabled(window && window->getDataset());
     m_close->setEnabled(window);
 }

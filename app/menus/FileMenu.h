@@ -45,6 +45,7 @@ private:
     QWidget *m_window;
     QPointer<CVXSChildWindow> m_active;
     QAction *m_save = nullptr;
+    QAction *m_saveSequenceAs = nullptr;
     QAction *m_saveAs = nullptr;
     QAction *m_close = nullptr;
 };

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "app/AboutBox.h"
+#include "app/help/AboutBox.h"
 #include "app/ApplicationSetup.h"
 #include "app/CommandLine.h"
 #include "tests/support/Rows.h"

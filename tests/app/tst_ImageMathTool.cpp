@@ -1,13 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "app/BannerWidget.h"
+#include "app/datasets/RecentSequences.h"
 #include "app/datasets/SequenceManager.h"
 #include "app/PluginManager.h"
+#include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/plugin/CVXToolPluginBase.h"
+#include "host/vxapi/view/windows/CVXSSequenceWindow.h"
 #include "host/vxapi/view/windows/CVXSWorkspace.h"
+#include "host/vxutils/CVXPreference.h"
+#include "host/vxutils/CVXUtilityFns.h"
+#include "tests/support/DialogAnswerer.h"
 #include "tests/support/WorkspaceFixture.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QDir>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMdiSubWindow>
@@ -38,7 +45,11 @@ private Q_SLOTS:
     void itsControlsExplainThemselves();
     void closingTheSequenceTakesTheWindowAlong_data();
     void closingTheSequenceTakesTheWindowAlong();
+    void closingAnotherSequenceLeavesItAlone_data();
     void closingAnotherSequenceLeavesItAlone();
+    void aSequenceSavedForItIsARecentOne();
+    void waitsForASequenceThatIsBeingLoaded_data();
+    void waitsForASequenceThatIsBeingLoaded();
 
 private:
     QAction *action() const;
@@ -186,15 +197,88 @@ void tst_ImageMathTool::closingTheSequenceTakesTheWindowAlong()
     }
 }
 
+void tst_ImageMathTool::closingAnotherSequenceLeavesItAlone_data()
+{
+    QTest::addColumn<bool>("hidden");
+    QTest::newRow("while the tool is shown") << false;
+    QTest::newRow("after the user closed the tool") << true;
+}
+
 void tst_ImageMathTool::closingAnotherSequenceLeavesItAlone()
 {
+    QFETCH(bool, hidden);
     CVXSSequenceDataset *other = m_fixture->window->openSequence(m_other);
     QVERIFY(m_fixture->window->openSequence(m_folder));
     action()->trigger();
     QPointer<QWidget> shown = toolWindow();
+    if (hidden) {
+        qobject_cast<QMdiSubWindow *>(shown->parentWidget())->close();
+        QTRY_VERIFY(!shown->isVisible());
+    }
     QVERIFY(m_fixture->window->parts().sequences->close(other));
     QVERIFY(shown);
-    QVERIFY(shown->isVisible());
+    QCOMPARE(shown->isVisible(), !hidden);
+}
+
+void tst_ImageMathTool::aSequenceSavedForItIsARecentOne()
+{
+    auto *sequence = new CVXSSequenceDataset("XY20260102030405_SEQ");
+    for (const char *click : {"XY20260102030406", "XY20260102030507"}) {
+        auto *dataset = new CVXSDataset(click);
+        dataset->setCoreImage(EIMAGE_LUMINESCENT,
+                              TestStudy::image(8, 8, [](int x, int) { return float(x); }));
+        QVERIFY(sequence->addDataset(dataset));
+    }
+    m_fixture->window->parts().sequences->add(sequence);
+    const RecentSequences *recent = m_fixture->window->parts().recentSequences;
+    QVERIFY(recent->folders().isEmpty());
+    const DialogAnswerer user({QMessageBox::Yes});
+    action()->trigger();
+    QCOMPARE(user.count(), 1);
+    QVERIFY(toolWindow() && toolWindow()->isVisible());
+    QVERIFY(!sequence->getSequenceInfoPath().isEmpty());
+    QCOMPARE(recent->folders(), QStringList{QDir::cleanPath(sequence->getSequenceInfoPath())});
+}
+
+void tst_ImageMathTool::waitsForASequenceThatIsBeingLoaded_data()
+{
+    QTest::addColumn<QString>("way");
+    QTest::newRow("opened from the list of recent ones") << "recent";
+    QTest::newRow("named on the command line") << "path";
+}
+
+void tst_ImageMathTool::waitsForASequenceThatIsBeingLoaded()
+{
+    QFETCH(QString, way);
+    const SequenceManager *sequences = m_fixture->window->parts().sequences;
+    if (way == "recent")
+        Q_EMIT m_fixture->window->parts().recentSequences->chosen(m_folder);
+    else
+        m_fixture->window->openPath(m_folder);
+    // Its window is there at once, and the tool is offered.
+    QCOMPARE(sequences->sequences().size(), 1);
+    CVXSSequenceDataset *sequence = sequences->sequences().first();
+    QVERIFY(CVXSSequenceWindow::getSequenceWindow(sequence));
+    QVERIFY(CVXPreference::isSequenceLoading(sequence));
+    QCOMPARE(sequence->getClickNumbers().size(), 2);
+    QVERIFY(sequence->getDatasets().isEmpty());
+    QVERIFY(action()->isEnabled());
+    {
+        const DialogAnswerer user({DialogAnswer::press("OK")});
+        action()->trigger();
+        QCOMPARE(user.count(), 1);
+        QCOMPARE(user.shown(0).title, CVXUtilityFns::getAppName());
+        QCOMPARE(user.shown(0).text,
+                 QString("This sequence dataset is being loaded and therefore not ready for "
+                         "'Image Math'. Please try again when the dataset is fully loaded."));
+        QVERIFY(!toolWindow());
+    }
+    QTRY_VERIFY(!CVXPreference::isSequenceLoading(sequence));
+    QCOMPARE(sequence->getDatasets().size(), 2);
+    action()->trigger();
+    QVERIFY(toolWindow());
+    QVERIFY(toolWindow()->isVisible());
+    QCOMPARE(toolWindow()->findChild<QListWidget *>()->count(), 2);
 }
 
 QTEST_MAIN(tst_ImageMathTool)

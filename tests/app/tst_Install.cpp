@@ -47,8 +47,10 @@ void tst_Install::initTestCase()
 void tst_Install::holdsWhatTheUserNeeds_data()
 {
     QTest::addColumn<QString>("file");
-    for (const char *file : {"bin/vexa", "bin/vexa-make-sample", "lib/vexa/plugins/libvximagemath.so",
-                             "share/applications/vexa.desktop", "share/icons/hicolor/128x128/apps/vexa.png"})
+    for (const char *file :
+         {"bin/vexa", "bin/vexa-make-sample", "lib/vexa/plugins/libvximagemath.so",
+          "share/applications/vexa.desktop", "share/doc/vexa/image-math.md", "share/doc/vexa/workspace.md",
+          "share/doc/vexa/pictures/04-k-1.25.png", "share/icons/hicolor/128x128/apps/vexa.png"})
         QTest::newRow(file) << QString::fromLatin1(file);
 }
 

@@ -62,6 +62,7 @@ private Q_SLOTS:
     void copyReachesTheToolsWindow();
     void hiddenWindowGoesWithTheSequence();
     void visibleWindowStays();
+    void hiddenWindowOfAnotherSequenceStays();
     void loadRequestsAreAnswered();
     void theToolGoesWithTheMainWindow();
 
@@ -264,6 +265,34 @@ void tst_PluginManager::visibleWindowStays()
     QVERIFY(m_window->parts().sequences->close(sequence));
     QVERIFY(toolWindow);
     QVERIFY(!takeCalls(m_tool).contains("reset"));
+}
+
+void tst_PluginManager::hiddenWindowOfAnotherSequenceStays()
+{
+    loadTool();
+    const QString otherFolder = writeSequence(m_data.path(), "CD20260102030405_SEQ", "CD");
+    CVXSSequenceDataset *sequence = m_window->openSequence(m_folder);
+    m_tool->getAction()->trigger();
+    QPointer<QWidget> toolWindow = m_window->parts().workspace->findChild<QWidget *>("Recorder Window");
+    QVERIFY(toolWindow);
+    CVXSSequenceDataset *other = m_window->openSequence(otherFolder);
+    QVERIFY(other);
+    toolWindow->parentWidget()->hide();
+    takeCalls(m_tool);
+    QVERIFY(m_window->parts().sequences->close(other));
+    QVERIFY2(toolWindow, "its own sequence is open");
+    QVERIFY(!takeCalls(m_tool).contains("reset"));
+    QVERIFY(m_window->parts().sequences->close(sequence));
+    QVERIFY(toolWindow.isNull());
+    // Launched on both, it may point to either.
+    sequence = m_window->openSequence(m_folder);
+    m_tool->getAction()->trigger();
+    other = m_window->openSequence(otherFolder);
+    m_tool->getAction()->trigger();
+    toolWindow = m_window->parts().workspace->findChild<QWidget *>("Recorder Window");
+    toolWindow->parentWidget()->hide();
+    QVERIFY(m_window->parts().sequences->close(sequence));
+    QVERIFY(toolWindow.isNull());
 }
 
 void tst_PluginManager::loadRequestsAreAnswered()

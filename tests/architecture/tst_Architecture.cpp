@@ -68,7 +68,7 @@ const QStringList MODEL = BASE + QStringList{"host/vxapi/model", "host/vxapi/mod
                                              "host/vxapi/model/roi", "host/vxapi/model/import"};
 const QStringList VIEW{"host/vxapi/view/canvas", "host/vxapi/view/roi", "host/vxapi/view/measurement",
                        "host/vxapi/view/windows"};
-const QStringList APP{"app", "app/datasets", "app/import", "app/menus", "app/provenance"};
+const QStringList APP{"app", "app/datasets", "app/help", "app/import", "app/menus", "app/provenance"};
 
 // Whom a room of the host may include, besides itself.
 QMap<QString, QStringList> hostArrows()
@@ -109,8 +109,9 @@ QMap<QString, QStringList> arrows()
     all.insert("plugin", QStringList{"window", "host/vxapi/plugin", windows} + MODEL);
     all.insert("app/datasets", QStringList{windows} + MODEL);
     all.insert("app/import", MODEL);
+    all.insert("app/help", QStringList{"app/datasets"} + MODEL);
     all.insert("app/provenance", QStringList{"app/datasets", "check", canvas, windows} + MODEL);
-    all.insert("app/menus", QStringList{"app/datasets", "app/import", windows} + MODEL);
+    all.insert("app/menus", QStringList{"app/datasets", "app/help", "app/import", windows} + MODEL);
     all.insert("app", APP + QStringList{"host/vxapi/plugin", canvas, windows} + MODEL);
     all.insert("samples", QStringList{"math", "result"} + MODEL);
     all.insert("tour", APP + VIEW + QStringList{"check", "math", "samples"} + MODEL);

@@ -62,8 +62,10 @@ private:
 void tst_Plants::initTestCase()
 {
     if (!QFile::exists(imagesFolder() + QStringLiteral("/day14_luminescence.tif")))
-        m_missing = QStringLiteral("the images are not in %1; VEXA_SHARED_DATA names another folder")
-                        .arg(imagesFolder());
+        m_missing =
+            QStringLiteral("the real images of plants, which are not part of this package, are not in %1; "
+                           "VEXA_SHARED_DATA can name another folder")
+                .arg(imagesFolder());
     else if (run(PYTHON, {QStringLiteral("-c"), QStringLiteral("import numpy, tifffile")}).code != 0)
         m_missing = QStringLiteral("python3-numpy or python3-tifffile is not installed");
     if (!m_missing.isEmpty())

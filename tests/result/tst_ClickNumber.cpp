@@ -2,8 +2,8 @@
 #include "result/ClickNumber.h"
 
 #include <climits>
-#include <QSet>
 #include <QtTest>
+#include <set>
 
 namespace {
 
@@ -216,7 +216,7 @@ void tst_ClickNumber::everyValueUpTo103HasASuffixOfItsOwn()
 {
     const QStringList expected = suffixes();
     QCOMPARE(expected.size(), 103);
-    QCOMPARE(QSet<QString>(expected.begin(), expected.end()).size(), 103);
+    QCOMPARE(std::set<QString>(expected.begin(), expected.end()).size(), std::size_t(103));
     for (int n = 1; n <= 103; ++n) {
         QCOMPARE(clicknumber::suffixOfValue(n), expected.at(n - 1));
         QCOMPARE(clicknumber::suffixValue(expected.at(n - 1)), n);

@@ -96,7 +96,9 @@ private:
 void tst_FullDisk::init()
 {
     if (!s_mounts.isEntered())
-        QSKIP(qPrintable(QStringLiteral("no file system of its own: %1").arg(s_mounts.why())));
+        QSKIP(qPrintable(
+            QStringLiteral("a small disk to fill cannot be made without the right to mount one: %1")
+                .arg(s_mounts.why())));
     m_place = std::make_unique<QTemporaryDir>();
     QVERIFY2(s_mounts.mountSmall(m_place->path(), ROOM), qPrintable(s_mounts.why()));
 }

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 #include <QHash>
-#include <QSet>
+#include <set>
 
 CRoiMeasurementManager::CRoiMeasurementManager() = default;
 
@@ -128,8 +128,8 @@ void CRoiMeasurementManager::remove(const QString &clickNumber, const QString &r
 
 void CRoiMeasurementManager::remove(const QString &clickNumber, const QStringList &roiNames)
 {
-    const QSet<QString> names(roiNames.cbegin(), roiNames.cend());
-    drop(clickNumber, [&](const CRoiMeasInfo &record) { return names.contains(record.roiName); });
+    const std::set<QString> names(roiNames.cbegin(), roiNames.cend());
+    drop(clickNumber, [&](const CRoiMeasInfo &record) { return names.count(record.roiName) > 0; });
 }
 
 void CRoiMeasurementManager::removeDataset(const QString &clickNumber)

@@ -13,6 +13,23 @@ class CPLClickInfo;
 class CROIManager;
 class CVXSSequenceDataset;
 
+/// What closing a dataset would lose.
+struct UnsavedContent
+{
+    bool files = false;  ///< it has none, or they are gone: all of it
+    bool pixels = false; ///< of any of its images
+    bool rois = false;
+    bool record = false;  ///< pairs of ClickInfo, apart from
+    bool display = false; ///< colours, limits and the like ("Graph Controls")
+
+    bool any() const { return files || pixels || rois || record || display; }
+    UnsavedContent operator+(const UnsavedContent &other) const
+    {
+        return {files || other.files, pixels || other.pixels, rois || other.rois, record || other.record,
+                display || other.display};
+    }
+};
+
 /// One acquisition ("click"): a folder with ClickInfo.txt, AnalyzedClickInfo.txt and its images, or the same
 /// in memory. Pixels are read when first asked for, calibrated images are remembered until something that
 /// they depend on (unit, flat field, background, the pixels) changes. User-interface thread only.
@@ -78,6 +95,8 @@ public:
     /// only after setModified().
     bool isModified() const;
     void setModified(bool modified);
+    /// What is here and not in the dataset's files, found by comparing, whatever the marks say.
+    UnsavedContent unsavedContent() const;
     /// Marks a result of image math that has not been saved by the user yet.
     void setImageMathToBeSaved(bool toBeSaved);
     bool isImageMathToBeSaved() const;

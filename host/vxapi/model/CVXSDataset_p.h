@@ -56,6 +56,8 @@ public:
 
     ESTATUS load(const QString &path, QString *error);
     ESTATUS saveTo(const QString &target, QString *error);
+    /// The dataset lies in that folder from here on, with nothing left to save.
+    void settleIn(const QString &target);
     ESTATUS saveAnalyzed(const QString &target, QString *error) const;
     ESTATUS copyOtherFiles(const QString &target, QString *error) const;
 

@@ -9,9 +9,30 @@
 #include "host/vxutils/CVXUtilityFns.h"
 
 #include <cmath>
+#include <QFile>
 #include <QFileInfo>
 
 using namespace clickinfo;
+
+namespace {
+
+/// The record as text, the section "Graph Controls" in `display` and all others in `rest`.
+void splitText(const CPLClickInfo &info, QByteArray *display, QByteArray *rest)
+{
+    CPLClickInfo shown;
+    CPLClickInfo others;
+    int count = 0;
+    info.getSectionCount(&count);
+    for (int i = 0; i < count; ++i) {
+        const CPLSection &section = *info.sectionAt(i);
+        const bool isDisplay = section.getSectionKey() == SECTION_GRAPH_CONTROLS;
+        (isDisplay ? shown : others).addSection(new CPLSection(section));
+    }
+    *display = shown.toText();
+    *rest = others.toText();
+}
+
+} // namespace
 
 CVXSDataset *CVXSDataset::open(const QString &folder, ESTATUS *status, QString *error, QObject *parent)
 {
@@ -86,13 +107,18 @@ ESTATUS CVXSDataset::saveDatasetAs(const QString &folder)
               int(status));
         return status;
     }
-    d->folder = target;
-    d->isOnDisk = true;
-    d->isModified = false;
-    d->isImageMathToBeSaved = false;
-    d->images.markSaved(target);
-    d->markRoisSaved();
+    d->settleIn(target);
     return ESTATUS_SUCCESS;
+}
+
+void CVXSDataset::Private::settleIn(const QString &target)
+{
+    folder = target;
+    isOnDisk = true;
+    isModified = false;
+    isImageMathToBeSaved = false;
+    images.markSaved(target);
+    markRoisSaved();
 }
 
 ESTATUS CVXSDataset::saveCopy(const QString &folder) const
@@ -158,4 +184,39 @@ ESTATUS CVXSDataset::Private::saveAnalyzed(const QString &target, QString *error
     if (status != ESTATUS_SUCCESS)
         *error = analyzed.lastError();
     return status;
+}
+
+// --- what is not saved ---
+
+UnsavedContent CVXSDataset::unsavedContent() const
+{
+    UnsavedContent unsaved;
+    // Both records get the keys of how they are shown: what one of them does not say is the same default.
+    Private stored(d->clickNumber);
+    QFile file(d->folder + FILE_CLICK_INFO);
+    // A result without its last file counts for nothing.
+    const bool isWhole = !d->isResult() || QFileInfo(d->folder + FILE_ANALYZED_CLICK_INFO).isFile();
+    unsaved.files = !d->isOnDisk || !isWhole || !file.open(QIODevice::ReadOnly) ||
+                    stored.clickInfo.fromText(file.readAll(), nullptr) != ESTATUS_SUCCESS;
+    if (unsaved.files)
+        return unsaved;
+    ensureSection(&stored.clickInfo, SECTION_CLICK_NUMBER)->setSectionName(d->clickNumber); // as load() does
+    stored.readDisplay();
+    stored.writeDisplay();
+    Private here(d->clickNumber);
+    here.clickInfo.fromText(d->clickInfo.toText(), nullptr);
+    here.readDisplay();
+    here.writeDisplay();
+
+    QByteArray displayThere;
+    QByteArray restThere;
+    QByteArray displayHere;
+    QByteArray restHere;
+    splitText(stored.clickInfo, &displayThere, &restThere);
+    splitText(here.clickInfo, &displayHere, &restHere);
+    unsaved.display = displayHere != displayThere;
+    unsaved.record = restHere != restThere;
+    unsaved.pixels = d->images.holdsUnsaved(d->folder);
+    unsaved.rois = d->areRoisToBeWritten();
+    return unsaved;
 }

@@ -113,6 +113,11 @@ bool CVXSSequenceDataset::isModified() const
            });
 }
 
+bool CVXSSequenceDataset::hasOwnChanges() const
+{
+    return d->isModified;
+}
+
 QString CVXSSequenceDataset::lastError() const
 {
     return d->lastError;
@@ -216,7 +221,10 @@ bool CVXSSequenceDataset::addDataset(CVXSDataset *dataset, int position)
         return false;
     }
     const int end = d->entries.size();
-    d->entries.insert(position < 0 ? end : std::min(position, end), {clickNumber, dataset});
+    const int place = position < 0 ? end : std::min(position, end);
+    d->entries.insert(place, {clickNumber, dataset});
+    if (d->opening && place < d->opening->next)
+        ++d->opening->next;
     d->adopt(dataset);
     d->isModified = true;
     Q_EMIT updateOnChangeSequence();
@@ -237,6 +245,8 @@ bool CVXSSequenceDataset::removeDataset(const QString &clickNumber)
     if (dataset)
         Q_EMIT datasetAboutToBeRemoved(dataset);
     d->entries.remove(index);
+    if (d->opening && index < d->opening->next)
+        --d->opening->next;
     d->isModified = true;
     delete dataset.data();
     Q_EMIT updateOnChangeSequence();

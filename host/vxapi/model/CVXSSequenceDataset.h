@@ -32,6 +32,13 @@ public:
     /// once. Opening counts as loading (CVXPreference::isSequenceLoading()) until it returns.
     static CVXSSequenceDataset *open(const QString &folder, ESTATUS *status, QString *error,
                                      QStringList *warnings = nullptr);
+    /// The same, except that a sequence that was not open yet has its click numbers only: loadNext() brings
+    /// their datasets one by one. Until then it counts as loading.
+    static CVXSSequenceDataset *beginOpening(const QString &folder, ESTATUS *status, QString *error);
+    /// Loads the next dataset of a sequence that is being opened; false when there was none left to load.
+    /// Emits datasetLoaded() for each, and loaded() after the last.
+    bool loadNext(QStringList *warnings = nullptr);
+    bool isLoading() const;
 
     QString getSequenceID() const;
     /// Click numbers in the sequence's order; positions match operator[].
@@ -80,11 +87,17 @@ public:
     /// sequence is refused. A failure gives status, lastError() "file: reason" and a log line of level 3;
     /// SequenceInfo.txt is then as it was.
     ESTATUS save(const QString &parentFolder = QString());
+    /// Writes all of it into `parentFolder`/<ID>/, which must not exist or be empty, unless it is the sequence's
+    /// own; the sequence lies there from then on. Files and folders that are none of its datasets' go along.
+    /// A failure (as with save()) leaves it and every dataset where they were, and nothing in that folder.
+    ESTATUS saveAs(const QString &parentFolder);
     QString lastError() const;
 
     /// Whether closing it would lose something: it was never saved, or since it was opened or saved its unit,
     /// its colours or its list of datasets changed, or one of its datasets was changed or has no files yet.
     bool isModified() const;
+    /// The part of that which is not its datasets': unit, colours, and which datasets there are.
+    bool hasOwnChanges() const;
 
 Q_SIGNALS:
     /// Datasets were added or removed, or the unit or the colours in which they are shown changed, or the user
@@ -92,6 +105,12 @@ Q_SIGNALS:
     void updateOnChangeSequence();
     void datasetAboutToBeRemoved(CVXSDataset *dataset);
     void displayChanged();
+    /// A dataset came, or turned out not to be there, while the sequence is being opened.
+    void datasetLoaded(const QString &clickNumber);
+    /// The sequence is there completely.
+    void loaded();
+    /// It lies in that folder now, as it is.
+    void saved(const QString &folder);
 
 private:
     class Private;

@@ -8,7 +8,9 @@
 #include "host/vxutils/CVXPreference.h"
 #include "host/vxutils/CVXSLog.h"
 #include "host/vxutils/CVXUtilityFns.h"
+#include "host/vxutils/deleteFolderTree.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 using namespace clickinfo;
@@ -16,22 +18,6 @@ using namespace clickinfo;
 namespace {
 
 constexpr char DEFAULT_PARENT[] = "/sequences"; // under the program-data path
-
-/// Marks a sequence as being loaded for as long as it lives.
-class LoadingMark
-{
-public:
-    explicit LoadingMark(const CVXSSequenceDataset *sequence) : m_sequence(sequence)
-    {
-        CVXPreference::setSequenceLoading(m_sequence, true);
-    }
-    ~LoadingMark() { CVXPreference::setSequenceLoading(m_sequence, false); }
-    LoadingMark(const LoadingMark &) = delete;
-    LoadingMark &operator=(const LoadingMark &) = delete;
-
-private:
-    const CVXSSequenceDataset *m_sequence;
-};
 
 QString infoFile(const QString &folder)
 {
@@ -75,8 +61,27 @@ ESTATUS readSequenceInfo(const QString &folder, CPLClickInfo *info, QString *id,
 
 } // namespace
 
+// It counts as loading for as long as this lives.
+CVXSSequenceDataset::Private::Opening::Opening(const CVXSSequenceDataset *opened) : sequence(opened)
+{
+    CVXPreference::setSequenceLoading(sequence, true);
+}
+
+CVXSSequenceDataset::Private::Opening::~Opening()
+{
+    CVXPreference::setSequenceLoading(sequence, false);
+}
+
 CVXSSequenceDataset *CVXSSequenceDataset::open(const QString &folder, ESTATUS *status, QString *error,
                                                QStringList *warnings)
+{
+    CVXSSequenceDataset *sequence = beginOpening(folder, status, error);
+    while (sequence && sequence->loadNext(warnings)) {
+    }
+    return sequence;
+}
+
+CVXSSequenceDataset *CVXSSequenceDataset::beginOpening(const QString &folder, ESTATUS *status, QString *error)
 {
     const QString path =
         datasetfiles::folderPath(QFileInfo(folder).isFile() ? QFileInfo(folder).absolutePath() : folder);
@@ -102,10 +107,9 @@ CVXSSequenceDataset *CVXSSequenceDataset::open(const QString &folder, ESTATUS *s
         return sequence;
 
     sequence = new CVXSSequenceDataset(id);
-    const LoadingMark loading(sequence);
     sequence->d->folder = path;
     sequence->d->readInfo(info);
-    sequence->d->openClicks(info, warnings);
+    sequence->d->listClicks(info);
     return sequence;
 }
 
@@ -129,8 +133,10 @@ void CVXSSequenceDataset::Private::readInfo(const CPLClickInfo &info)
     is3DSceneOnly = flagOf(info, SECTION_SEQUENCE, KEY_3D_SCENE_ONLY);
 }
 
-void CVXSSequenceDataset::Private::openClicks(const CPLClickInfo &info, QStringList *warnings)
+// What stands in SequenceInfo.txt; the datasets come one by one.
+void CVXSSequenceDataset::Private::listClicks(const CPLClickInfo &info)
 {
+    opening = std::make_unique<Opening>(q);
     const CPLSection *section = info[SECTION_SEQUENCE_CLICKS];
     if (!section)
         return;
@@ -141,26 +147,51 @@ void CVXSSequenceDataset::Private::openClicks(const CPLClickInfo &info, QStringL
     for (int i = 0; i < keys.size(); ++i) {
         if (keys.at(i) != KEY_CLICK)
             continue;
-        const QString &clickNumber = values.at(i);
-        const bool isListed = indexOf(clickNumber) >= 0;
-        QString reason;
-        CVXSDataset *dataset = nullptr;
-        if (isListed)
-            reason =
-                infoFile(folder) + QStringLiteral(": ") + tr("it is listed twice; the second is left out");
+        if (indexOf(values.at(i)) < 0)
+            entries.append({values.at(i), nullptr});
         else
-            dataset = openClick(clickNumber, &reason);
-        if (!dataset) {
-            const QString warning = clickNumber + QStringLiteral(": ") + reason;
-            vxLog(ELOG_FAILURE, warning, id);
-            if (warnings)
-                *warnings += warning;
-        }
-        if (!isListed)
-            entries.append({clickNumber, dataset});
-        if (dataset)
-            adopt(dataset);
+            opening->listedTwice += values.at(i);
     }
+}
+
+bool CVXSSequenceDataset::isLoading() const
+{
+    return d->opening != nullptr;
+}
+
+bool CVXSSequenceDataset::loadNext(QStringList *warnings)
+{
+    if (!d->opening)
+        return false;
+    if (d->opening->next >= d->entries.size()) {
+        for (const QString &clickNumber : qAsConst(d->opening->listedTwice))
+            d->warn(clickNumber,
+                    infoFile(d->folder) + QStringLiteral(": ") +
+                        tr("it is listed twice; the second is left out"),
+                    warnings);
+        d->opening.reset();
+        Q_EMIT loaded();
+        return false;
+    }
+    Private::Entry &entry = d->entries[d->opening->next++];
+    const QString clickNumber = entry.clickNumber;
+    QString reason;
+    entry.dataset = d->openClick(clickNumber, &reason);
+    if (entry.dataset)
+        d->adopt(entry.dataset);
+    else
+        d->warn(clickNumber, reason, warnings);
+    Q_EMIT datasetLoaded(clickNumber);
+    return true;
+}
+
+void CVXSSequenceDataset::Private::warn(const QString &clickNumber, const QString &reason,
+                                        QStringList *warnings) const
+{
+    const QString warning = clickNumber + QStringLiteral(": ") + reason;
+    vxLog(ELOG_FAILURE, warning, id);
+    if (warnings)
+        *warnings += warning;
 }
 
 CVXSDataset *CVXSSequenceDataset::Private::openClick(const QString &clickNumber, QString *reason) const
@@ -197,6 +228,8 @@ CVXSDataset *CVXSSequenceDataset::Private::openClick(const QString &clickNumber,
 
 ESTATUS CVXSSequenceDataset::save(const QString &parentFolder)
 {
+    while (loadNext()) { // what is not there yet is not lost either
+    }
     QString target = d->folder;
     if (target.isEmpty()) {
         const QString parent = parentFolder.isEmpty()
@@ -224,7 +257,89 @@ ESTATUS CVXSSequenceDataset::save(const QString &parentFolder)
         return d->fail(status, info.lastError());
     d->folder = target;
     d->isModified = false;
+    Q_EMIT saved(target);
     return ESTATUS_SUCCESS;
+}
+
+ESTATUS CVXSSequenceDataset::saveAs(const QString &parentFolder)
+{
+    while (loadNext()) {
+    }
+    if (!CVXUtilityFns::isSafeFileName(d->id))
+        return d->fail(ESTATUS_BAD_NAME, tr("%1: a sequence ID has to be a plain file name").arg(d->id));
+    const QString target = datasetfiles::folderPath(parentFolder) + d->id + QLatin1Char('/');
+    if (datasetfiles::isSame(d->folder, target))
+        return save();
+    const QFileInfo there(target);
+    const bool isThere = there.exists();
+    if (isThere && (!there.isDir() || !QDir(target).isEmpty()))
+        return d->fail(ESTATUS_FILE_NOT_WRITABLE,
+                       target + QStringLiteral(": ") + tr("there are other files in this folder already"));
+    QString error;
+    const ESTATUS status = d->writeCopy(target, &error);
+    if (status != ESTATUS_SUCCESS) {
+        // What a full disk left half written would stand in the way of the next attempt.
+        deleteFolderTree(QDir(target));
+        if (isThere)
+            QDir().mkdir(target);
+        return d->fail(status, error);
+    }
+    d->settleIn(target);
+    Q_EMIT saved(target);
+    return ESTATUS_SUCCESS;
+}
+
+ESTATUS CVXSSequenceDataset::Private::writeCopy(const QString &target, QString *error)
+{
+    ESTATUS status = datasetfiles::makeFolder(target, error);
+    if (status == ESTATUS_SUCCESS)
+        status = copyOtherFiles(target, error);
+    for (int i = 0; status == ESTATUS_SUCCESS && i < entries.size(); ++i) {
+        const CVXSDataset *dataset = entries.at(i).dataset;
+        if (!dataset)
+            continue;
+        noteMembership(i);
+        status = dataset->d->saveTo(target + entries.at(i).clickNumber + QLatin1Char('/'), error);
+    }
+    if (status != ESTATUS_SUCCESS)
+        return status;
+    CPLClickInfo info;
+    writeInfo(&info);
+    status = info.saveClickInfo(infoFile(target));
+    if (status != ESTATUS_SUCCESS)
+        *error = info.lastError();
+    return status;
+}
+
+// What lies in the sequence's folder and is none of its datasets, or one that could not be opened.
+ESTATUS CVXSSequenceDataset::Private::copyOtherFiles(const QString &target, QString *error) const
+{
+    if (folder.isEmpty())
+        return ESTATUS_SUCCESS;
+    QStringList own = {FILE_SEQUENCE_INFO};
+    for (const Entry &entry : entries) {
+        if (entry.dataset)
+            own += entry.clickNumber;
+    }
+    return datasetfiles::copyTree(folder, target, own, error);
+}
+
+void CVXSSequenceDataset::Private::noteMembership(int index) const
+{
+    const Entry &entry = entries.at(index);
+    CPLSection *section = ensureSection(entry.dataset->getClickInfo(), SECTION_CLICK_NUMBER);
+    section->setValue(KEY_SEQUENCE_ID, id);
+    section->setValue(KEY_CLICK_INDEX, index);
+}
+
+void CVXSSequenceDataset::Private::settleIn(const QString &target)
+{
+    folder = target;
+    isModified = false;
+    for (const Entry &entry : qAsConst(entries)) {
+        if (entry.dataset)
+            entry.dataset->d->settleIn(target + entry.clickNumber + QLatin1Char('/'));
+    }
 }
 
 ESTATUS CVXSSequenceDataset::Private::fail(ESTATUS status, const QString &error)
@@ -246,9 +361,7 @@ ESTATUS CVXSSequenceDataset::Private::saveDatasets(const QString &target)
                              datasetfiles::isSame(dataset->getFolderPath(), path);
         if (isThere && !dataset->isModified())
             continue;
-        CPLSection *section = ensureSection(dataset->getClickInfo(), SECTION_CLICK_NUMBER);
-        section->setValue(KEY_SEQUENCE_ID, id);
-        section->setValue(KEY_CLICK_INDEX, i);
+        noteMembership(i);
         const ESTATUS status = dataset->saveDatasetAs(path);
         if (status != ESTATUS_SUCCESS)
             return fail(status, dataset->lastError());

@@ -96,7 +96,8 @@ ESTATUS datasetfiles::copyTree(const QString &from, const QString &to, const QSt
     const QStringList folders =
         source.entryList(QDir::Dirs | QDir::Hidden | QDir::NoDotAndDotDot | QDir::NoSymLinks, QDir::Name);
     for (const QString &folder : folders) {
-        if (target.startsWith(QFileInfo(source.filePath(folder)).canonicalFilePath() + QLatin1Char('/')))
+        if (without.contains(folder) ||
+            target.startsWith(QFileInfo(source.filePath(folder)).canonicalFilePath() + QLatin1Char('/')))
             continue;
         const QString below = QDir(to).filePath(folder);
         ESTATUS status = makeFolder(below, error);

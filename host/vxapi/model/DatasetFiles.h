@@ -21,8 +21,8 @@ QString nameFor(const QString &clickNumber, const QString &folder);
 ESTATUS makeFolder(const QString &folder, QString *error);
 /// Copies a file byte for byte, whole or not at all. `error` receives "file: reason".
 ESTATUS copyFile(const QString &from, const QString &to, QString *error);
-/// Copies the files of a folder into another one that exists, except those of the names in `without`, and its
-/// sub-folders with everything in them. Links to folders are left out, as is a sub-folder in which the target
+/// Copies the files of a folder into another one that exists, and its sub-folders with everything in them,
+/// except those of the names in `without`. Links to folders are left out, as is a sub-folder in which the target
 /// lies.
 ESTATUS copyTree(const QString &from, const QString &to, const QStringList &without, QString *error);
 

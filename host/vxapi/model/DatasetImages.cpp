@@ -156,10 +156,7 @@ ESTATUS DatasetImages::saveOne(const Slot &slot, const QString &folder, const QS
 {
     const QString from = folder + slot.fileName;
     const QString to = target + slot.fileName;
-    // Who holds the pointer to a stored image may have written into it.
-    const bool isChanged =
-        slot.image && (slot.storedContent == 0 || slot.image->contentId() != slot.storedContent);
-    if (!isChanged && !folder.isEmpty() && QFileInfo(from).isFile())
+    if (!isChanged(slot) && !folder.isEmpty() && QFileInfo(from).isFile())
         return datasetfiles::isSame(from, to) ? ESTATUS_SUCCESS : datasetfiles::copyFile(from, to, error);
     if (!slot.image) {
         *error = from + QStringLiteral(": ") + Text::tr("there is no such file any more");
@@ -170,6 +167,21 @@ ESTATUS DatasetImages::saveOne(const Slot &slot, const QString &folder, const QS
         return ESTATUS_FILE_NOT_WRITABLE;
     }
     return ESTATUS_SUCCESS;
+}
+
+bool DatasetImages::isChanged(const Slot &slot)
+{
+    return slot.image && (slot.storedContent == 0 || slot.image->contentId() != slot.storedContent);
+}
+
+bool DatasetImages::holdsUnsaved(const QString &folder) const
+{
+    for (const ImageKind &kind : kinds()) {
+        const Slot &held = slot(kind.type);
+        if (isPresent(kind.type) && (isChanged(held) || !QFileInfo(folder + held.fileName).isFile()))
+            return true;
+    }
+    return false;
 }
 
 void DatasetImages::markSaved(const QString &folder)

@@ -60,6 +60,9 @@ public:
     /// Writes the images into `target`: byte for byte as they are in `folder` when they were not changed.
     /// `error` receives "file: reason".
     ESTATUS save(const QString &folder, const QString &target, QString *error) const;
+    /// Whether pixels are there that the file in `folder` does not hold: changed, never written, or the file is
+    /// gone.
+    bool holdsUnsaved(const QString &folder) const;
     /// To be called when everything of the dataset lies where its folder is from now on.
     void markSaved(const QString &folder);
 
@@ -80,6 +83,8 @@ private:
         Stamp stamp;
         QString error;
     };
+    /// Who holds the pointer to a stored image may have written into it.
+    static bool isChanged(const Slot &slot);
     Slot &slot(tag_eimagetype type) { return m_slots[std::size_t(type)]; }
     const Slot &slot(tag_eimagetype type) const { return m_slots[std::size_t(type)]; }
     ESTATUS saveOne(const Slot &slot, const QString &folder, const QString &target, QString *error) const;

@@ -3,7 +3,9 @@
 #include "app/datasets/LooseDatasets.h"
 #include "app/datasets/SequenceManager.h"
 #include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/CROIManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/roi/CROIBase.h"
 #include "host/vxapi/view/windows/CVXSImageWindow.h"
 #include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
 #include "host/vxapi/view/windows/CVXSWorkspace.h"
@@ -13,6 +15,7 @@
 #include "tests/support/Files.h"
 #include "tests/support/WorkspaceFixture.h"
 
+#include <functional>
 #include <QAction>
 #include <QPointer>
 
@@ -51,6 +54,11 @@ CVXSDataset *loadResult(MainWindow *window, const QString &folder)
     return dataset;
 }
 
+CROIBase square()
+{
+    return CROIBase(EROI_RECTANGLE, EROI_MEASUREMENT, QRectF(1.0, 1.0, 2.0, 2.0));
+}
+
 void closeWindowOf(const CVXSDataset *dataset)
 {
     CVXSImageWindow::getImageWindow(dataset)->subWindow()->close();
@@ -58,6 +66,8 @@ void closeWindowOf(const CVXSDataset *dataset)
 }
 
 } // namespace
+
+Q_DECLARE_METATYPE(std::function<void(CVXSDataset *)>)
 
 class tst_ClosingResults : public QObject
 {
@@ -67,14 +77,18 @@ private Q_SLOTS:
     void cleanup();
     void closingAnUnsavedResultAsks_data();
     void closingAnUnsavedResultAsks();
+    void whatWasNotChangedClosesWithoutAsking_data();
     void whatWasNotChangedClosesWithoutAsking();
-    void eitherMarkAsks_data();
-    void eitherMarkAsks();
+    void whatWouldBeLostIsNamed_data();
+    void whatWouldBeLostIsNamed();
+    void whatWasUndoneIsNotAskedAbout();
     void saveKeepsTheChanges();
     void saveAsCopiesTheWholeFolder();
     void aDiscardedResultCanBeOpenedAgain();
     void aSaveThatFailsKeepsItOpen();
-    void quittingAsksForEveryResultFirst();
+    void quittingAsksOnceForAll_data();
+    void quittingAsksOnceForAll();
+    void quittingStaysWhenSomethingIsNotSaved();
     void quittingSaves();
     void theMenuSavesTheActiveResult();
     void aDatasetOfASequenceIsSavedAsACopy();
@@ -121,36 +135,93 @@ void tst_ClosingResults::closingAnUnsavedResultAsks()
     QVERIFY2(CVXSDataset::getDataset(CLICK), "its click number stays taken");
 }
 
+void tst_ClosingResults::whatWasNotChangedClosesWithoutAsking_data()
+{
+    QTest::addColumn<bool>("marked");
+    QTest::addColumn<bool>("byQuitting");
+    QTest::newRow("a result that was opened") << false << false;
+    QTest::newRow("a result that the tool has just made") << true << false;
+    QTest::newRow("a result that the tool has just made, by quitting") << true << true;
+}
+
 void tst_ClosingResults::whatWasNotChangedClosesWithoutAsking()
 {
+    QFETCH(bool, marked);
+    QFETCH(bool, byQuitting);
     WorkspaceFixture fixture;
     QPointer<CVXSDataset> dataset = fixture.window->openDataset(writeResult());
     QVERIFY(dataset);
-    closeWindowOf(dataset);
+    dataset->setModified(marked); // as the tool does, whose files lie there all the same
+    dataset->setImageMathToBeSaved(marked);
+    const DialogAnswerer user;
+    if (byQuitting)
+        QVERIFY(fixture.window->close());
+    else
+        closeWindowOf(dataset);
+    QCOMPARE(user.count(), 0);
     QVERIFY(dataset.isNull());
+    QVERIFY(CVXSDataset::getDataset(CLICK));
 }
 
-void tst_ClosingResults::eitherMarkAsks_data()
+void tst_ClosingResults::whatWouldBeLostIsNamed_data()
 {
-    QTest::addColumn<bool>("modified");
+    using Change = std::function<void(CVXSDataset *)>;
+    QTest::addColumn<Change>("change");
     QTest::addColumn<QString>("words");
-    QTest::newRow("a change") << true << "has changes that are not saved";
-    QTest::newRow("a result that is to be saved") << false << "You have not saved the result";
+    const auto row = [](const char *name, const char *words, const Change &change) {
+        QTest::newRow(name) << change << QString(words);
+    };
+    row("an ROI", "not saved: ROIs.", [](CVXSDataset *dataset) { dataset->roiManager()->addROI(square()); });
+    row("the colours", "not saved: colors.",
+        [](CVXSDataset *dataset) { dataset->setColorTable(VXS_CT_RED); });
+    row("pixels", "not saved: pixels.", [](CVXSDataset *dataset) {
+        static_cast<float *>(dataset->getCoreImage(EIMAGE_LUMINESCENT)->get_data())[0] = 7.0f;
+    });
+    row("a value of the record", "not saved: values of ClickInfo.", [](CVXSDataset *dataset) {
+        (*dataset->getClickInfo())[clickinfo::SECTION_LUMINESCENT]->setValue("Note", QString("mouse 3"));
+    });
+    row("ROIs and colours", "not saved: ROIs, colors.", [](CVXSDataset *dataset) {
+        dataset->roiManager()->addROI(square());
+        dataset->setColorTable(VXS_CT_RED);
+    });
+    row("its files, which are gone", "its files are not there",
+        [](CVXSDataset *dataset) { QFile::remove(dataset->getFolderPath() + "ClickInfo.txt"); });
+    row("its last file, which is gone", "its files are not there",
+        [](CVXSDataset *dataset) { QFile::remove(dataset->getFolderPath() + "AnalyzedClickInfo.txt"); });
+    row("its image file, which is gone", "not saved: pixels.",
+        [](CVXSDataset *dataset) { QFile::remove(dataset->getFolderPath() + "luminescent.tif"); });
 }
 
-void tst_ClosingResults::eitherMarkAsks()
+void tst_ClosingResults::whatWouldBeLostIsNamed()
 {
-    QFETCH(bool, modified);
+    QFETCH(std::function<void(CVXSDataset *)>, change);
     QFETCH(QString, words);
     WorkspaceFixture fixture;
     CVXSDataset *dataset = fixture.window->openDataset(writeResult());
     QVERIFY(dataset);
-    dataset->setModified(modified);
-    dataset->setImageMathToBeSaved(!modified);
+    change(dataset);
+    QVERIFY(LooseDatasets::needsSaving(dataset));
     const DialogAnswerer user({DialogAnswer::press("&Discard")});
     closeWindowOf(dataset);
     QVERIFY(user.shown(0).closed);
     QVERIFY2(user.shown(0).text.contains(words), qPrintable(user.shown(0).text));
+}
+
+void tst_ClosingResults::whatWasUndoneIsNotAskedAbout()
+{
+    WorkspaceFixture fixture;
+    CVXSDataset *dataset = fixture.window->openDataset(writeResult());
+    const VXS_COLORTABLE_TYPES before = dataset->getColorTable();
+    dataset->setColorTable(VXS_CT_RED);
+    dataset->setColorTable(before);
+    dataset->roiManager()->addROI(square());
+    dataset->roiManager()->selectLastCreatedROI();
+    dataset->roiManager()->removeROIObject();
+    QVERIFY(dataset->isModified());
+    const DialogAnswerer user;
+    closeWindowOf(dataset);
+    QCOMPARE(user.count(), 0);
+    QVERIFY(!CVXSDataset::getOpenDataset(CLICK));
 }
 
 void tst_ClosingResults::saveKeepsTheChanges()
@@ -226,17 +297,83 @@ void tst_ClosingResults::aSaveThatFailsKeepsItOpen()
     QVERIFY(CVXSImageWindow::getImageWindow(dataset));
 }
 
-void tst_ClosingResults::quittingAsksForEveryResultFirst()
+void tst_ClosingResults::quittingAsksOnceForAll_data()
+{
+    QTest::addColumn<QString>("answer");
+    QTest::addColumn<bool>("closed");
+    QTest::addColumn<bool>("saved");
+    QTest::newRow("Save All saves them and closes") << "&Save All" << true << true;
+    QTest::newRow("Discard All closes") << "&Discard All" << true << false;
+    QTest::newRow("Cancel keeps all of them") << "Cancel" << false << false;
+    QTest::newRow("Escape keeps all of them") << "" << false << false;
+}
+
+void tst_ClosingResults::quittingAsksOnceForAll()
+{
+    QFETCH(QString, answer);
+    QFETCH(bool, closed);
+    QFETCH(bool, saved);
+    QTemporaryDir place;
+    WorkspaceFixture fixture;
+    const QString unchanged = QStringLiteral("AB_O20260102030405");
+    const QString sequenceId = QStringLiteral("AB20260102030405_SEQ");
+    const QString folder = writeResult();
+    QPointer<CVXSDataset> one = loadResult(fixture.window.get(), folder);
+    QPointer<CVXSDataset> other = loadResult(fixture.window.get(), writeResult("AB_N20260102030405"));
+    QPointer<CVXSDataset> third = fixture.window->openDataset(writeResult(unchanged));
+    third->setModified(true);
+    third->setImageMathToBeSaved(true);
+    CVXSSequenceDataset *sequence =
+        fixture.window->openSequence(writeSequence(place.path(), sequenceId, "AB"));
+    QVERIFY(one && other && third && sequence);
+    sequence->getDatasets().first()->roiManager()->addROI(square());
+    {
+        const DialogAnswerer user({DialogAnswer::press(answer)});
+        QCOMPARE(fixture.window->close(), closed);
+        QCOMPARE(user.count(), 1);
+        QVERIFY(user.shown(0).closed);
+        QCOMPARE(user.shown(0).buttons, (QStringList{"&Save All", "&Discard All", "Cancel"}));
+        QCOMPARE(user.shown(0).defaultButton, QString("&Save All"));
+        const QString text = user.shown(0).text;
+        for (const QString &line :
+             {"Result " + CLICK + ": colors", QString("Result AB_N20260102030405: colors"),
+              "Sequence " + sequenceId + ": ROIs"})
+            QVERIFY2(text.contains(line), qPrintable(text));
+        QVERIFY2(!text.contains(unchanged), "it loses nothing");
+    }
+    QCOMPARE(one.isNull() && other.isNull() && third.isNull(), closed);
+    QCOMPARE(CVXSSequenceDataset::getSequenceDataset(sequenceId) == nullptr, closed);
+    QCOMPARE(readFile(folder + "ClickInfo.txt").contains(CILPalette::tableName(VXS_CT_RED)), saved);
+    QCOMPARE(readFile(place.path() + "/" + sequenceId + "/AB20260102030406/AnalyzedClickInfo.txt")
+                 .contains("rectangle"),
+             saved);
+    if (!closed) {
+        QVERIFY(CVXSImageWindow::getImageWindow(one) && CVXSImageWindow::getImageWindow(third));
+        const DialogAnswerer user({DialogAnswer::press("&Discard All")});
+        QVERIFY(fixture.window->close());
+        QCOMPARE(user.count(), 1);
+    }
+}
+
+void tst_ClosingResults::quittingStaysWhenSomethingIsNotSaved()
 {
     WorkspaceFixture fixture;
-    QPointer<CVXSDataset> one = loadResult(fixture.window.get(), writeResult());
+    const QString folder = writeResult();
+    QPointer<CVXSDataset> one = loadResult(fixture.window.get(), folder);
     QPointer<CVXSDataset> other = loadResult(fixture.window.get(), writeResult("AB_N20260102030405"));
-    const DialogAnswerer user({DialogAnswer::press("&Discard"), DialogAnswer::press("Cancel")});
-    QVERIFY(!fixture.window->close());
-    QCOMPARE(user.count(), 2);
-    QVERIFY(user.shown(0).closed && user.shown(1).closed);
+    QVERIFY(QFile::remove(folder + "AnalyzedClickInfo.txt")); // a folder in the way stops every user
+    QVERIFY(QDir(folder).mkpath("AnalyzedClickInfo.txt/in the way"));
+    {
+        const DialogAnswerer user({DialogAnswer::press("&Save All"), DialogAnswer::press("OK")});
+        QVERIFY(!fixture.window->close());
+        QCOMPARE(user.count(), 2);
+        QVERIFY2(user.shown(1).text.contains(folder + "AnalyzedClickInfo.txt"),
+                 qPrintable(user.shown(1).text));
+    }
     QVERIFY(one && other);
-    QVERIFY(CVXSImageWindow::getImageWindow(one) && CVXSImageWindow::getImageWindow(other));
+    QVERIFY(LooseDatasets::needsSaving(one));
+    const DialogAnswerer user({DialogAnswer::press("&Discard All")});
+    fixture.window->close();
 }
 
 void tst_ClosingResults::quittingSaves()

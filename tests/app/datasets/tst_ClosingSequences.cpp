@@ -43,7 +43,8 @@ private Q_SLOTS:
     void neverSavedOneAsks();
     void changedOneAsks_data();
     void changedOneAsks();
-    void closingTheMainWindowAsksForAllFirst();
+    void aMarkAloneLosesNothing();
+    void closingTheMainWindowAsksOnceForAll();
     void quittingDiscardsNothingUnasked();
 };
 
@@ -145,6 +146,17 @@ void tst_ClosingSequences::changedOneAsks_data()
     QTest::newRow("the colours alone") << "colours";
 }
 
+void tst_ClosingSequences::aMarkAloneLosesNothing()
+{
+    QTemporaryDir dir;
+    WorkspaceFixture fixture;
+    CVXSSequenceDataset *sequence = fixture.window->openSequence(writeSequence(dir.path(), ID, "AB"));
+    sequence->getDatasets().last()->setModified(true);
+    const DialogAnswerer user;
+    QVERIFY(fixture.window->parts().sequences->close(sequence));
+    QCOMPARE(user.count(), 0);
+}
+
 void tst_ClosingSequences::changedOneAsks()
 {
     QFETCH(QString, change);
@@ -153,7 +165,7 @@ void tst_ClosingSequences::changedOneAsks()
     CVXSSequenceDataset *sequence = fixture.window->openSequence(writeSequence(dir.path(), ID, "AB"));
     QVERIFY(sequence);
     if (change == "dataset") {
-        sequence->getDatasets().last()->setModified(true);
+        sequence->getDatasets().last()->setColorTable(VXS_CT_RED);
     } else {
         QAction *picked = fixture.window->findChild<QAction *>("actionReversed");
         if (change == "unit")
@@ -166,20 +178,25 @@ void tst_ClosingSequences::changedOneAsks()
     QVERIFY(user.shown(0).closed);
 }
 
-void tst_ClosingSequences::closingTheMainWindowAsksForAllFirst()
+void tst_ClosingSequences::closingTheMainWindowAsksOnceForAll()
 {
     WorkspaceFixture fixture;
     QPointer<CVXSSequenceDataset> one = newSequence();
     QPointer<CVXSSequenceDataset> other = newSequence("CD20260102030405_SEQ");
     fixture.window->parts().sequences->add(one);
     fixture.window->parts().sequences->add(other);
-    const DialogAnswerer user({DialogAnswer::press("&Discard"), DialogAnswer::press("Cancel")});
+    const DialogAnswerer user({DialogAnswer::press("Cancel")});
     QVERIFY(!fixture.window->close());
-    QCOMPARE(user.count(), 2);
-    QVERIFY(user.shown(0).closed && user.shown(1).closed);
+    QCOMPARE(user.count(), 1);
+    QVERIFY(user.shown(0).closed);
+    QVERIFY2(user.shown(0).text.contains("Sequence " + ID + ": all of it, for it was never saved"),
+             qPrintable(user.shown(0).text));
+    QVERIFY(user.shown(0).text.contains("Sequence CD20260102030405_SEQ: "));
     QVERIFY(fixture.window->isVisible());
     QVERIFY(one);
     QVERIFY(other);
+    const DialogAnswerer then({DialogAnswer::press("&Discard All")});
+    QVERIFY(fixture.window->close());
 }
 
 void tst_ClosingSequences::quittingDiscardsNothingUnasked()

@@ -60,10 +60,12 @@ public:
 
     void build();
     void updateTitle();
+    void followLoading();
     void rebuild();
     void sequenceChanged();
     void makeNextThumbnail();
     QListWidgetItem *addItem(const QString &clickNumber);
+    void describe(QListWidgetItem *item) const;
 
     CVXSSequenceWindow *q;
     QPointer<CVXSSequenceDataset> sequence;
@@ -71,6 +73,7 @@ public:
     QListWidget *list = nullptr;
     QTimer thumbnailTimer;
     QStringList clickNumbers;
+    int loadedCount = 0; ///< datasets that came, or turned out not to be there, while it was being opened
     QHash<QString, Thumbnail> thumbnails;
 };
 
@@ -109,23 +112,47 @@ void CVXSSequenceWindow::Private::updateTitle()
         sequence && sequence->getSequenceInfoPath().isEmpty() ? tr(", not saved yet") : QString();
     const QString id = sequence ? sequence->getSequenceID() : QString();
     const QString clicks = count == 1 ? tr("1 click") : tr("%1 clicks").arg(count);
-    title->setText(tr("Sequence %1: %2%3").arg(id, clicks, saved));
+    title->setText(sequence && sequence->isLoading()
+                       ? tr("Sequence %1: loading, %2 of %3").arg(id, QString::number(loadedCount), clicks)
+                       : tr("Sequence %1: %2%3").arg(id, clicks, saved));
     q->setWindowTitle(id);
 }
 
 QListWidgetItem *CVXSSequenceWindow::Private::addItem(const QString &clickNumber)
 {
-    CVXSDataset *dataset = sequence->getDataset(clickNumber);
-    const QString kind = dataset ? datasetKindText(*dataset) : tr("cannot be opened");
-    auto *item = new QListWidgetItem(clickNumber + QLatin1Char('\n') + kind, list);
+    auto *item = new QListWidgetItem(list);
     item->setData(CLICK_ROLE, clickNumber);
-    item->setToolTip(item->text() + importText(dataset));
     QPixmap empty(THUMBNAIL_SIDE, THUMBNAIL_SIDE);
     empty.fill(QColor(0x20, 0x22, 0x26));
     item->setIcon(QIcon(empty));
-    if (!dataset)
-        item->setForeground(list->palette().brush(QPalette::Disabled, QPalette::Text));
+    describe(item);
     return item;
+}
+
+void CVXSSequenceWindow::Private::describe(QListWidgetItem *item) const
+{
+    const QString clickNumber = item->data(CLICK_ROLE).toString();
+    CVXSDataset *dataset = sequence->getDataset(clickNumber);
+    const QString missing = sequence->isLoading() ? tr("is being loaded") : tr("cannot be opened");
+    item->setText(clickNumber + QLatin1Char('\n') + (dataset ? datasetKindText(*dataset) : missing));
+    item->setToolTip(item->text() + importText(dataset));
+    item->setForeground(
+        list->palette().brush(dataset ? QPalette::Active : QPalette::Disabled, QPalette::Text));
+}
+
+// Item by item: building all of them anew for each would make a long sequence slow to open.
+void CVXSSequenceWindow::Private::followLoading()
+{
+    connect(sequence, &CVXSSequenceDataset::datasetLoaded, q, [this](const QString &clickNumber) {
+        const int row = clickNumbers.indexOf(clickNumber);
+        if (row < 0 || row >= list->count())
+            return;
+        ++loadedCount;
+        describe(list->item(row));
+        updateTitle();
+        thumbnailTimer.start(0);
+    });
+    connect(sequence, &CVXSSequenceDataset::loaded, q, [this] { sequenceChanged(); });
 }
 
 void CVXSSequenceWindow::Private::rebuild()
@@ -206,6 +233,8 @@ CVXSSequenceWindow::CVXSSequenceWindow(CVXSSequenceDataset *sequence, QWidget *p
     if (!sequence)
         return;
     connect(sequence, &CVXSSequenceDataset::updateOnChangeSequence, this, [this] { d->sequenceChanged(); });
+    connect(sequence, &CVXSSequenceDataset::saved, this, [this] { d->updateTitle(); });
+    d->followLoading();
     connect(sequence, &QObject::destroyed, this, [this] {
         QWidget *window = subWindow() ? static_cast<QWidget *>(subWindow()) : this;
         window->deleteLater();
@@ -238,9 +267,7 @@ CVXSSequenceDataset *CVXSSequenceWindow::getSequenceDataset() const
 
 ESTATUS CVXSSequenceWindow::saveSequence()
 {
-    const ESTATUS status = saveSequenceWithMessage(this, d->sequence);
-    d->updateTitle();
-    return status;
+    return saveSequenceWithMessage(this, d->sequence);
 }
 
 void CVXSSequenceWindow::refreshAfterDatasetAdded()

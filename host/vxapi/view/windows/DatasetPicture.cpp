@@ -87,8 +87,6 @@ ColorLimits DatasetPicture::wantedLimits() const
     const QString unitName =
         clickinfo::textOf(info, clickinfo::SECTION_GRAPH_CONTROLS, clickinfo::KEY_INTENSITY_CALIBRATION);
     const bool isUsable = unitOfKey(unitName, &limits.unit) && limits.high - limits.low >= LEAST_STORED_RANGE;
-    if (m_dataset->getShownUnit() >= EUNIT_COUNT)
-        limits.unit = m_dataset->getShownUnit(); // of a product or ratio
     return isUsable ? limits : ColorLimits();
 }
 
@@ -124,9 +122,10 @@ bool DatasetPicture::isLuminescentShown() const
 
 void DatasetPicture::setLimits(ColorLimits limits)
 {
-    limits.unit = m_limits.unit;
-    if (m_dataset)
-        m_dataset->setColorLimits(limits);
+    if (!m_dataset)
+        return;
+    limits.unit = m_limits.unit < EUNIT_COUNT ? m_limits.unit : m_dataset->getUnit();
+    m_dataset->setColorLimits(limits);
 }
 
 void DatasetPicture::refresh()
@@ -169,7 +168,8 @@ void DatasetPicture::showLuminescent()
 void DatasetPicture::updateLimits(tag_edisplayunit unit)
 {
     m_limits = wantedLimits();
-    if (m_limits.mode == ELIMITS_MANUAL && m_limits.unit == unit)
+    // Products and ratios are the same in every unit.
+    if (m_limits.mode == ELIMITS_MANUAL && (m_limits.unit == unit || unit >= EUNIT_COUNT))
         return;
     const bool isFull = m_limits.mode == ELIMITS_FULL;
     m_limits = {isFull ? ELIMITS_FULL : ELIMITS_AUTO, double(m_image.getMin()), double(m_image.getMax()),

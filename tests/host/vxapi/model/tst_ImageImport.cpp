@@ -361,7 +361,8 @@ void tst_ImageImport::realImages()
         (shared.isEmpty() ? QStringLiteral(VEXA_SOURCE_DIR "/../shared/data") : QFile::decodeName(shared)) +
         "/plants/";
     if (!QFileInfo::exists(folder + "day07_luminescence.tif"))
-        QSKIP("the images of plants are not there");
+        QSKIP("the real images of plants, which are not part of this package, are not in the folder of "
+              "shared data");
     ImportSettings settings;
     settings.fieldOfView = 30.0; // not recorded with the images
     for (const char *day : {"day07", "day10", "day14"}) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "app/AboutBox.h"
+#include "app/help/AboutBox.h"
 
 #include "host/vxutils/CVXPreference.h"
 #include "host/vxutils/CVXUtilityFns.h"
