@@ -133,6 +133,9 @@ public:
     /// Asking again for something that did not change answers with the same pixels (CILImage::contentId()) at
     /// no cost.
     ESTATUS getCalibratedLuminImage(tag_edisplayunit unit, CILImage *target, const QString &caller) const;
+    /// Why the luminescent image cannot be had in that unit, as far as the record tells: the constants and
+    /// images that are missing. Empty when nothing stands against it. Reads no pixels.
+    QString obstacleToUnit(tag_edisplayunit unit) const;
     /// Width of the imaged field of that image [cm]; NaN when it is not recorded.
     double getFOVForImage(tag_eimagetype type) const;
 

@@ -101,6 +101,22 @@ ESTATUS CVXSDataset::Private::prepare(tag_edisplayunit unit, Ingredients *ingred
     return std::isnan(ingredients->factor) ? ESTATUS_BAD_VALUE : ESTATUS_SUCCESS;
 }
 
+QString CVXSDataset::obstacleToUnit(tag_edisplayunit unit) const
+{
+    if (!d->images.isPresent(EIMAGE_LUMINESCENT))
+        return tr("it holds no luminescent image");
+    QString reason;
+    tag_edisplayunit storedUnit = EUNIT_COUNTS;
+    if (d->isResult()) {
+        if (d->unitOfResult(unit, &storedUnit, &reason) != ESTATUS_SUCCESS)
+            return reason;
+    } else if (unit == EUNIT_EFFICIENCY && !d->images.isPresent(EIMAGE_EXCITATION)) {
+        return tr("there is no %1").arg(tr(DatasetImages::kind(EIMAGE_EXCITATION).name));
+    }
+    calibration::factor(d->clickInfo, storedUnit, unit, &reason);
+    return reason;
+}
+
 // The pixels of a result are in a unit already, with all corrections of its operands in them.
 ESTATUS CVXSDataset::Private::unitOfResult(tag_edisplayunit wanted, tag_edisplayunit *stored,
                                            QString *reason) const

@@ -8,6 +8,9 @@
 #include <cmath>
 #include <limits>
 #include <QCoreApplication>
+#include <QPair>
+#include <QStringList>
+#include <QVector>
 
 namespace {
 
@@ -21,33 +24,57 @@ struct Text
     Q_DECLARE_TR_FUNCTIONS(Calibration)
 };
 
-/// The constants of one factor; the first that is not usable is told.
+QString quoted(const QString &text)
+{
+    return QStringLiteral("\"%1\"").arg(text);
+}
+
+/// The constants of one factor; all that are not usable are told.
 class Constants
 {
 public:
-    Constants(const CPLClickInfo &info, QString *reason) : m_info(info), m_reason(reason) {}
+    explicit Constants(const CPLClickInfo &info) : m_info(info) {}
 
     /// The number of a key; NaN when it is missing or out of its range.
     double number(QLatin1String section, QLatin1String key)
     {
         const double value = numberOf(m_info, section, key);
-        return constantRange(key).holds(value) ? value : refused(section, key);
-    }
-
-private:
-    double refused(QLatin1String section, QLatin1String key)
-    {
-        if (m_reason && m_reason->isEmpty()) {
-            const QString value = textOf(m_info, section, key);
-            const QString is = value.isNull() ? Text::tr("is missing") : Text::tr("is \"%1\"").arg(value);
-            *m_reason = Text::tr("\"%1\" in section \"%2\" %3; %4")
-                            .arg(key, section, is, constantRange(key).requirement());
-        }
+        if (constantRange(key).holds(value))
+            return value;
+        m_refused.append({section, key});
         return std::numeric_limits<double>::quiet_NaN();
     }
 
+    bool areUsable() const { return m_refused.isEmpty(); }
+
+    /// Which are not usable, why, and where they are entered.
+    QString refusal() const
+    {
+        QStringList reasons;
+        QStringList missing; // a section's, one after the other
+        for (int i = 0; i < m_refused.size(); ++i) {
+            const auto &[section, key] = m_refused.at(i);
+            const QString value = textOf(m_info, section, key);
+            if (!value.isNull())
+                reasons += Text::tr("\"%1\" in section \"%2\" is \"%3\"; %4")
+                               .arg(key, section, value, constantRange(key).requirement());
+            else
+                missing += quoted(key);
+            const bool isLastOfSection = i + 1 == m_refused.size() || m_refused.at(i + 1).first != section;
+            if (isLastOfSection && !missing.isEmpty()) {
+                reasons += (missing.size() == 1 ? Text::tr("%1 in section \"%2\" is missing")
+                                                : Text::tr("%1 in section \"%2\" are missing"))
+                               .arg(missing.join(QStringLiteral(", ")), section);
+                missing.clear();
+            }
+        }
+        return reasons.join(QStringLiteral("; ")) +
+               Text::tr(". Calibration constants are entered at the import, or in ClickInfo.txt");
+    }
+
+private:
     const CPLClickInfo &m_info;
-    QString *m_reason;
+    QVector<QPair<QLatin1String, QLatin1String>> m_refused; ///< section and key
 };
 
 /// Radiance of one count: a sensor behind a lens sees the irradiance E = pi L T / (4 N^2 (1 + m)^2).
@@ -87,17 +114,20 @@ double calibration::factor(const CPLClickInfo &info, tag_edisplayunit from, tag_
 {
     if (from == to || from == EUNIT_EFFICIENCY || to == EUNIT_EFFICIENCY)
         return 1.0;
-    Constants constants(info, reason);
+    Constants constants(info);
+    double value = 0.0;
     // Between the two calibrated units only the irradiance counts.
     if (from == EUNIT_RADIANCE && to == EUNIT_RADIANT_EFFICIENCY)
-        return 1.0 / constants.number(SECTION_LUMINESCENT, KEY_EXCITATION_IRRADIANCE);
-    if (from == EUNIT_RADIANT_EFFICIENCY && to == EUNIT_RADIANCE)
-        return constants.number(SECTION_LUMINESCENT, KEY_EXCITATION_IRRADIANCE);
-    const double value = perCount(constants, to) / perCount(constants, from);
-    // Constants that are numbers may still be so far out that their product is none.
-    if (std::isnan(value) || (std::isfinite(value) && value > 0.0))
+        value = 1.0 / constants.number(SECTION_LUMINESCENT, KEY_EXCITATION_IRRADIANCE);
+    else if (from == EUNIT_RADIANT_EFFICIENCY && to == EUNIT_RADIANCE)
+        value = constants.number(SECTION_LUMINESCENT, KEY_EXCITATION_IRRADIANCE);
+    else
+        value = perCount(constants, to) / perCount(constants, from);
+    if (constants.areUsable() && std::isfinite(value) && value > 0.0)
         return value;
+    // Constants that are numbers may still be so far out that their product is none.
     if (reason && reason->isEmpty())
-        *reason = Text::tr("the calibration constants give the factor %1").arg(value);
+        *reason = constants.areUsable() ? Text::tr("the calibration constants give the factor %1").arg(value)
+                                        : constants.refusal();
     return std::numeric_limits<double>::quiet_NaN();
 }

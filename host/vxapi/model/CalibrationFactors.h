@@ -10,7 +10,7 @@ class CPLClickInfo;
 ///     QString reason;
 ///     const double perCount = calibration::factor(info, EUNIT_COUNTS, EUNIT_RADIANCE, &reason);
 ///     if (std::isnan(perCount))
-///         vxLog(ELOG_FAILURE, reason); // names key, section, value and what it has to be
+///         vxLog(ELOG_FAILURE, reason); // names each key, its section, and what is wrong with it
 ///
 /// From first principles: in the time t [s] a sensor pixel of area A [cm^2] that is lit by E [photons/s/cm^2]
 /// gives counts = E A t QE / g. From the sensor the lens is seen under the half-angle theta with
@@ -22,7 +22,8 @@ namespace calibration {
 
 /// What pixels in the unit `from` are multiplied with to be in the unit `to`. 1 when the units are equal, or
 /// when one is efficiency, which no factor leads to or from. NaN when a constant that the factor needs is
-/// missing, no number or out of its range; `reason` then names key, section and value.
+/// missing, no number or out of its range; `reason`, where it is empty, then names key and section of each of
+/// them, the value of one that is there, and where constants are entered.
 double factor(const CPLClickInfo &info, tag_edisplayunit from, tag_edisplayunit to, QString *reason);
 
 } // namespace calibration
