@@ -73,7 +73,7 @@ ImportDialog::ImportDialog(QWidget *parent)
     connect(box, &QDialogButtonBox::rejected, this, &ImportDialog::reject);
     showState();
     showCost();
-    resize(sizeHint().expandedTo(QSize(1000, 640)));
+    resize(sizeHint().expandedTo(QSize(1080, 660)));
 }
 
 QLayout *ImportDialog::newTable()

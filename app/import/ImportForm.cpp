@@ -49,6 +49,11 @@ ImportForm::ImportForm(QWidget *parent) : QWidget(parent)
     // A text with an underlined letter is drawn a little wider than it is measured.
     for (QLabel *label : findChildren<QLabel *>())
         label->setMinimumWidth(label->sizeHint().width() + 4);
+    const auto explainEmpty = [](const Field &field) {
+        return field.isNeeded ? tr("needed") : field.number ? tr("not known") : tr("none");
+    };
+    for (const Field &field : qAsConst(m_fields))
+        field.edit->setPlaceholderText(explainEmpty(field));
     for (const Field &field : qAsConst(m_fields))
         connect(field.edit, &QLineEdit::textChanged, this, &ImportForm::changed);
     connect(m_kind, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &ImportForm::changed);
@@ -59,6 +64,7 @@ void ImportForm::addAllImages(QFormLayout *form)
     using S = ImportSettings;
     m_initials = addText(form, "initials", tr("&User initials"),
                          tr("Letters that the names of the datasets begin with, such as ZB"));
+    m_fields.last().isNeeded = true;
     m_kind = new QComboBox;
     m_kind->setObjectName(QStringLiteral("kind"));
     m_kind->addItem(tr("Luminescence"), clickinfo::KIND_LUMINESCENT);

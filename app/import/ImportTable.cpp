@@ -11,11 +11,20 @@
 
 #include <algorithm>
 
+namespace {
+
+constexpr int FILE_WIDTH = 15; // letters; a column can be made wider
+
+} // namespace
+
 ImportTable::ImportTable(QWidget *parent) : QTableWidget(0, COLUMN_COUNT, parent)
 {
     setHorizontalHeaderLabels({tr("Luminescent image"), tr("Photograph"), tr("Dark image"), tr("Flat field"),
-                               tr("Excitation"), tr("Own exposure [s]"), tr("Own offset [counts]")});
-    horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+                               tr("Excitation"), tr("Own exposure\n[s]"), tr("Own offset\n[counts]")});
+    // By their names the luminescent images are told apart.
+    horizontalHeader()->setSectionResizeMode(LUMINESCENT, QHeaderView::Stretch);
+    for (int column = PHOTOGRAPH; column < EXPOSURE; ++column)
+        setColumnWidth(column, fontMetrics().averageCharWidth() * FILE_WIDTH);
     horizontalHeader()->setSectionResizeMode(EXPOSURE, QHeaderView::ResizeToContents);
     horizontalHeader()->setSectionResizeMode(OFFSET, QHeaderView::ResizeToContents);
     horizontalHeader()->setHighlightSections(false);
