@@ -45,6 +45,12 @@ bool clickinfo::isMathResult(const CPLClickInfo &info)
     return !textOf(info, SECTION_LUMINESCENT, KEY_MATH_OPERATION).isNull();
 }
 
+QString clickinfo::sourceFileOf(const CPLClickInfo &info, QLatin1String section)
+{
+    const bool isComputed = !textOf(info, section, KEY_MATH_OPERATION).isNull();
+    return isComputed ? QString() : textOf(info, section, KEY_IMPORTED_FROM);
+}
+
 QString clickinfo::textOfNumber(double value)
 {
     return QString::number(value, 'g', QLocale::FloatingPointShortest);

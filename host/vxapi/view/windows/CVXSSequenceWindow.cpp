@@ -10,6 +10,7 @@
 #include "host/vxapi/view/windows/DatasetThumbnail.h"
 #include "host/vxapi/view/windows/SequenceSaving.h"
 #include "host/vxutils/CVXUtilityFns.h"
+#include "host/vxutils/PlainToolTip.h"
 
 #include <algorithm>
 #include <QHash>
@@ -23,6 +24,7 @@
 namespace {
 
 constexpr int THUMBNAIL_SIDE = 132;
+constexpr int GRID_MARGIN = 20; ///< beside the longest line of a click
 constexpr int CLICK_ROLE = Qt::UserRole;
 
 QList<CVXSSequenceWindow *> &sequenceWindows()
@@ -37,7 +39,7 @@ QString importText(CVXSDataset *dataset)
     QStringList files;
     for (const QLatin1String section : {clickinfo::SECTION_LUMINESCENT, clickinfo::SECTION_PHOTOGRAPH}) {
         if (dataset)
-            files.append(clickinfo::textOf(*dataset->getClickInfo(), section, clickinfo::KEY_IMPORTED_FROM));
+            files.append(clickinfo::sourceFileOf(*dataset->getClickInfo(), section));
     }
     files.removeAll(QString());
     return files.isEmpty()
@@ -60,6 +62,7 @@ public:
 
     void build();
     void updateTitle();
+    bool anyImported() const;
     void rebuild();
     void sequenceChanged();
     void makeNextThumbnail();
@@ -117,15 +120,28 @@ QListWidgetItem *CVXSSequenceWindow::Private::addItem(const QString &clickNumber
 {
     CVXSDataset *dataset = sequence->getDataset(clickNumber);
     const QString kind = dataset ? datasetKindText(*dataset) : tr("cannot be opened");
-    auto *item = new QListWidgetItem(clickNumber + QLatin1Char('\n') + kind, list);
+    const QString text = clickNumber + QLatin1Char('\n') + kind;
+    const QString source = dataset ? sourceFileText(*dataset) : QString();
+    const int room = list->gridSize().width() - GRID_MARGIN;
+    const QString shown =
+        source.isEmpty() ? QString()
+                         : QLatin1Char('\n') + list->fontMetrics().elidedText(source, Qt::ElideMiddle, room);
+    auto *item = new QListWidgetItem(text + shown, list);
     item->setData(CLICK_ROLE, clickNumber);
-    item->setToolTip(item->text() + importText(dataset));
+    item->setToolTip(plainToolTip(text + importText(dataset)));
     QPixmap empty(THUMBNAIL_SIDE, THUMBNAIL_SIDE);
     empty.fill(QColor(0x20, 0x22, 0x26));
     item->setIcon(QIcon(empty));
     if (!dataset)
         item->setForeground(list->palette().brush(QPalette::Disabled, QPalette::Text));
     return item;
+}
+
+bool CVXSSequenceWindow::Private::anyImported() const
+{
+    const QList<CVXSDataset *> datasets = sequence ? sequence->getDatasets() : QList<CVXSDataset *>();
+    return std::any_of(datasets.begin(), datasets.end(),
+                       [](const CVXSDataset *dataset) { return !sourceFileText(*dataset).isEmpty(); });
 }
 
 void CVXSSequenceWindow::Private::rebuild()
@@ -137,9 +153,11 @@ void CVXSSequenceWindow::Private::rebuild()
     // Wide enough for the longest click number: cut off, they would all read the same.
     int width = THUMBNAIL_SIDE + 28;
     for (const QString &clickNumber : qAsConst(clickNumbers))
-        width = std::max(width, list->fontMetrics().size(Qt::TextSingleLine, clickNumber).width() + 20);
+        width =
+            std::max(width, list->fontMetrics().size(Qt::TextSingleLine, clickNumber).width() + GRID_MARGIN);
+    const int lines = anyImported() ? 3 : 2;
     list->setGridSize(QSize(std::min(width, 2 * THUMBNAIL_SIDE),
-                            THUMBNAIL_SIDE + 2 * list->fontMetrics().lineSpacing() + 18));
+                            THUMBNAIL_SIDE + lines * list->fontMetrics().lineSpacing() + 18));
     QHash<QString, Thumbnail> kept;
     for (const QString &clickNumber : qAsConst(clickNumbers)) {
         QListWidgetItem *item = addItem(clickNumber);
