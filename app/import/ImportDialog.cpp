@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/import/ImportDialog.h"
 
+#include "app/import/ImageDrop.h"
 #include "app/import/ImageImporter.h"
 #include "app/import/ImportForm.h"
 #include "app/import/ImportTable.h"
@@ -12,6 +13,7 @@
 
 #include <QApplication>
 #include <QDialogButtonBox>
+#include <QDropEvent>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLabel>
@@ -71,6 +73,7 @@ ImportDialog::ImportDialog(QWidget *parent)
     connect(m_form, &ImportForm::changed, this, &ImportDialog::showCost);
     connect(box, &QDialogButtonBox::accepted, this, &ImportDialog::accept);
     connect(box, &QDialogButtonBox::rejected, this, &ImportDialog::reject);
+    setAcceptDrops(true);
     showState();
     showCost();
     resize(sizeHint().expandedTo(QSize(1080, 660)));
@@ -156,6 +159,18 @@ void ImportDialog::addImages(const QStringList &files)
 void ImportDialog::chooseImages()
 {
     addImages(QFileDialog::getOpenFileNames(this, tr("Luminescent Images"), lastFolder(), tiffFilter()));
+}
+
+void ImportDialog::dragEnterEvent(QDragEnterEvent *event)
+{
+    if (!droppedImages(event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void ImportDialog::dropEvent(QDropEvent *event)
+{
+    event->acceptProposedAction();
+    addImages(droppedImages(event->mimeData()));
 }
 
 void ImportDialog::chooseFiles(int column)

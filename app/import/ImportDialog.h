@@ -12,7 +12,7 @@ class QLabel;
 class QPushButton;
 
 /// Makes a sequence of TIFF files that come without an instrument's record: which files, and what has to be
-/// known about them. It stays open, with a message, until everything could be imported or the user cancels.
+/// known about them. TIFF files can be dropped on it. It stays open, with a message, until everything could be imported or the user cancels.
 class ImportDialog : public QDialog
 {
     Q_OBJECT
@@ -28,6 +28,10 @@ public:
     void addImages(const QStringList &files);
 
     void accept() override;
+
+protected:
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
 
 private:
     QLayout *newTable();

@@ -21,9 +21,12 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPushButton>
 #include <QSettings>
 
@@ -157,6 +160,7 @@ private Q_SLOTS:
     void flatFieldAndExcitationGoAlong();
     void anOffsetBesideADarkImageIsRefused();
     void theTableTellsWhatIsLeftOut();
+    void imagesCanBeDroppedOnTheDialog();
     void anotherFormatIsCalledByItsName();
     void labelsBelongToTheirFields();
     void namesAreUnique();
@@ -604,6 +608,29 @@ void tst_ImportDialog::theTableTellsWhatIsLeftOut()
     // Both lines have room.
     QVERIFY(f.table->rowHeight(1) >= 2 * f.table->fontMetrics().lineSpacing());
     QVERIFY(f.table->rowHeight(1) > f.table->rowHeight(0));
+}
+
+void tst_ImportDialog::imagesCanBeDroppedOnTheDialog()
+{
+    DialogFixture f;
+    const auto drop = [&f](const QString &path) {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(path)});
+        QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        enter.ignore();
+        QApplication::sendEvent(f.dialog.get(), &enter);
+        if (!enter.isAccepted())
+            return false;
+        QDropEvent dropped(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(f.dialog.get(), &dropped);
+        return true;
+    };
+    QVERIFY(f.dialog->acceptDrops());
+    QVERIFY(drop(f.one));
+    QVERIFY(drop(f.two));
+    QCOMPARE(f.table->rowCount(), 2);
+    QCOMPARE(f.cell(1, ImportTable::LUMINESCENT), QString("two.tif"));
+    QVERIFY(!drop(f.files.path()));
 }
 
 void tst_ImportDialog::anotherFormatIsCalledByItsName()
