@@ -54,8 +54,10 @@ UnitOffer UnitOffer::of(const QList<CVXSDataset *> &datasets, tag_edisplayunit u
     }
     QStringList lines;
     for (const Obstacle &obstacle : qAsConst(obstacles)) {
-        lines += count == 1 ? obstacle.reason
-                            : Text::tr("Not %1: %2").arg(named(obstacle.clickNumbers), obstacle.reason);
+        lines +=
+            count == 1
+                ? obstacle.reason
+                : Text::tr("%1 cannot be shown in it: %2").arg(named(obstacle.clickNumbers), obstacle.reason);
     }
     if (count == 0)
         lines += Text::tr("There is no luminescent image.");

@@ -5,6 +5,7 @@
 #include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 #include "host/vxapi/model/clickinfo/ConstantRanges.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <QCoreApplication>
@@ -29,6 +30,25 @@ QString quoted(const QString &text)
     return QStringLiteral("\"%1\"").arg(text);
 }
 
+bool isOneOf(QLatin1String key, std::initializer_list<QLatin1String> keys)
+{
+    return std::find(keys.begin(), keys.end(), key) != keys.end();
+}
+
+/// The import of version 1.0 wrote 1 where nobody had entered anything. A camera with all three of these has
+/// never been built.
+bool isMadeUp(const CPLClickInfo &info, QLatin1String key)
+{
+    const auto isOne = [&info](QLatin1String section, QLatin1String name) {
+        return textOf(info, section, name) == QLatin1String("1");
+    };
+    return isOneOf(key, {KEY_GAIN, KEY_QUANTUM_EFFICIENCY, KEY_TRANSMISSION}) &&
+           textOf(info, SECTION_CLICK_NUMBER, KEY_VERSION).startsWith(QLatin1String("1.0")) &&
+           !textOf(info, SECTION_LUMINESCENT, KEY_IMPORTED_FROM).isNull() &&
+           isOne(SECTION_CAMERA, KEY_GAIN) && isOne(SECTION_CAMERA, KEY_QUANTUM_EFFICIENCY) &&
+           isOne(SECTION_LUMINESCENT, KEY_TRANSMISSION);
+}
+
 /// The constants of one factor; all that are not usable are told.
 class Constants
 {
@@ -39,7 +59,7 @@ public:
     double number(QLatin1String section, QLatin1String key)
     {
         const double value = numberOf(m_info, section, key);
-        if (constantRange(key).holds(value))
+        if (constantRange(key).holds(value) && !isMadeUp(m_info, key))
             return value;
         m_refused.append({section, key});
         return std::numeric_limits<double>::quiet_NaN();
@@ -55,7 +75,12 @@ public:
         for (int i = 0; i < m_refused.size(); ++i) {
             const auto &[section, key] = m_refused.at(i);
             const QString value = textOf(m_info, section, key);
-            if (!value.isNull())
+            if (isMadeUp(m_info, key))
+                reasons +=
+                    Text::tr("\"%1\" in section \"%2\" is the 1 that version 1.0 wrote when nothing was "
+                             "entered")
+                        .arg(key, section);
+            else if (!value.isNull())
                 reasons += Text::tr("\"%1\" in section \"%2\" is \"%3\"; %4")
                                .arg(key, section, value, constantRange(key).requirement());
             else

@@ -23,7 +23,8 @@ namespace calibration {
 /// What pixels in the unit `from` are multiplied with to be in the unit `to`. 1 when the units are equal, or
 /// when one is efficiency, which no factor leads to or from. NaN when a constant that the factor needs is
 /// missing, no number or out of its range; `reason`, where it is empty, then names key and section of each of
-/// them, the value of one that is there, and where constants are entered.
+/// them, the value of one that is there, and where constants are entered. Gain, quantum efficiency and
+/// transmission that are all 1 in an import of version 1.0 count as missing: nobody had entered them.
 double factor(const CPLClickInfo &info, tag_edisplayunit from, tag_edisplayunit to, QString *reason);
 
 } // namespace calibration

@@ -62,7 +62,7 @@ public:
 
     void build();
     void updateTitle();
-    bool anyImported() const;
+    QSize cellSize() const;
     void rebuild();
     void sequenceChanged();
     void makeNextThumbnail();
@@ -127,6 +127,7 @@ QListWidgetItem *CVXSSequenceWindow::Private::addItem(const QString &clickNumber
         source.isEmpty() ? QString()
                          : QLatin1Char('\n') + list->fontMetrics().elidedText(source, Qt::ElideMiddle, room);
     auto *item = new QListWidgetItem(text + shown, list);
+    item->setSizeHint(list->gridSize() - QSize(4, 4)); // else lines are broken at the picture's width
     item->setData(CLICK_ROLE, clickNumber);
     item->setToolTip(plainToolTip(text + importText(dataset)));
     QPixmap empty(THUMBNAIL_SIDE, THUMBNAIL_SIDE);
@@ -137,11 +138,21 @@ QListWidgetItem *CVXSSequenceWindow::Private::addItem(const QString &clickNumber
     return item;
 }
 
-bool CVXSSequenceWindow::Private::anyImported() const
+// Wide enough for the longest click number (cut off, they would all read the same), and for the names of files
+// as far as there is room.
+QSize CVXSSequenceWindow::Private::cellSize() const
 {
-    const QList<CVXSDataset *> datasets = sequence ? sequence->getDatasets() : QList<CVXSDataset *>();
-    return std::any_of(datasets.begin(), datasets.end(),
-                       [](const CVXSDataset *dataset) { return !sourceFileText(*dataset).isEmpty(); });
+    const QFontMetrics metrics = list->fontMetrics();
+    int width = THUMBNAIL_SIDE + 28;
+    int lines = 2;
+    for (const QString &clickNumber : qAsConst(clickNumbers)) {
+        const CVXSDataset *dataset = sequence->getDataset(clickNumber);
+        const QString source = dataset ? sourceFileText(*dataset) : QString();
+        lines = source.isEmpty() ? lines : 3;
+        for (const QString &line : {clickNumber, source})
+            width = std::max(width, metrics.size(Qt::TextSingleLine, line).width() + GRID_MARGIN);
+    }
+    return {std::min(width, 2 * THUMBNAIL_SIDE), THUMBNAIL_SIDE + lines * metrics.lineSpacing() + 18};
 }
 
 void CVXSSequenceWindow::Private::rebuild()
@@ -150,14 +161,7 @@ void CVXSSequenceWindow::Private::rebuild()
     const QString selected = current ? current->data(CLICK_ROLE).toString() : QString();
     list->clear();
     clickNumbers = sequence ? sequence->getClickNumbers() : QStringList();
-    // Wide enough for the longest click number: cut off, they would all read the same.
-    int width = THUMBNAIL_SIDE + 28;
-    for (const QString &clickNumber : qAsConst(clickNumbers))
-        width =
-            std::max(width, list->fontMetrics().size(Qt::TextSingleLine, clickNumber).width() + GRID_MARGIN);
-    const int lines = anyImported() ? 3 : 2;
-    list->setGridSize(QSize(std::min(width, 2 * THUMBNAIL_SIDE),
-                            THUMBNAIL_SIDE + lines * list->fontMetrics().lineSpacing() + 18));
+    list->setGridSize(cellSize());
     QHash<QString, Thumbnail> kept;
     for (const QString &clickNumber : qAsConst(clickNumbers)) {
         QListWidgetItem *item = addItem(clickNumber);

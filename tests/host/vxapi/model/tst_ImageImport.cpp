@@ -75,6 +75,8 @@ private Q_SLOTS:
     void withoutConstantsThereAreCountsAlone();
     void oneConstantThatIsMissingIsNamedAlone_data();
     void oneConstantThatIsMissingIsNamedAlone();
+    void constantsThatVersion1MadeUpAreNone_data();
+    void constantsThatVersion1MadeUpAreNone();
     void anOffsetIsSubtractedEverywhere();
     void companionsAreTakenAndSurviveSaving();
     void companionsThatDoNotFit_data();
@@ -260,6 +262,45 @@ void tst_ImageImport::oneConstantThatIsMissingIsNamedAlone()
     CILImage image;
     QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_RADIANCE, &image, "test"),
              missing.isEmpty() ? ESTATUS_SUCCESS : ESTATUS_BAD_VALUE);
+}
+
+void tst_ImageImport::constantsThatVersion1MadeUpAreNone_data()
+{
+    QTest::addColumn<QString>("version");
+    QTest::addColumn<QString>("gain");
+    QTest::addColumn<bool>("isImported");
+    QTest::addColumn<bool>("isUsable");
+    row("an import of version 1.0", QString("1.0.0"), QString("1"), true, false);
+    row("with a gain that was entered", QString("1.0.0"), QString("2"), true, true);
+    row("a later version, where 1 was entered", QString("1.1.0"), QString("1"), true, true);
+    row("what was not imported", QString("1.0.0"), QString("1"), false, true);
+}
+
+void tst_ImageImport::constantsThatVersion1MadeUpAreNone()
+{
+    QFETCH(QString, version);
+    QFETCH(QString, gain);
+    QFETCH(bool, isImported);
+    QFETCH(bool, isUsable);
+    TestStudy study;
+    ClickSpec spec = ClickSpec::of(CLICK);
+    spec.cameraKeys = {{KEY_GAIN, gain}, {KEY_QUANTUM_EFFICIENCY, "1"}};
+    spec.luminescentKeys = {{KEY_TRANSMISSION, "1"}};
+    if (isImported)
+        spec.luminescentKeys.insert(KEY_IMPORTED_FROM, "mouse.tif");
+    CVXSDataset *dataset = study.add(spec);
+    ensureSection(dataset->getClickInfo(), SECTION_CLICK_NUMBER)->setValue(KEY_VERSION, version);
+    CILImage image;
+    QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_RADIANCE, &image, "test"),
+             isUsable ? ESTATUS_SUCCESS : ESTATUS_BAD_VALUE);
+    const QString obstacle = dataset->obstacleToUnit(EUNIT_RADIANCE);
+    QCOMPARE(obstacle.isEmpty(), isUsable);
+    if (!isUsable)
+        QVERIFY2(obstacle.contains(
+                     "\"Quantum Efficiency\" in section \"Camera System Info\" is the 1 that version "
+                     "1.0 wrote"),
+                 qPrintable(obstacle));
+    QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_COUNTS, &image, "test"), ESTATUS_SUCCESS);
 }
 
 void tst_ImageImport::anOffsetIsSubtractedEverywhere()

@@ -111,6 +111,8 @@ private Q_SLOTS:
         // A name that has no room is cut in its middle; the tooltip has all of it, and no file is markup.
         const QString cut = list->item(3)->text().section('\n', 2);
         QVERIFY(cut.startsWith("a") && cut.endsWith(".tif") && cut.size() < 60);
+        QVERIFY(list->item(3)->sizeHint().width() >=
+                list->fontMetrics().size(Qt::TextSingleLine, cut).width());
         QVERIFY(list->item(3)->toolTip().contains(longName));
         QVERIFY(list->item(0)->toolTip().contains("&lt;b&gt;day 7&lt;/b&gt;.tif"));
         // Three lines have room below the picture.
