@@ -9,6 +9,7 @@
 #include "app/datasets/SequenceDrop.h"
 #include "app/datasets/SequenceManager.h"
 #include "app/help/WelcomePage.h"
+#include "app/import/ImageDrop.h"
 #include "app/LogPane.h"
 #include "app/menus/DisplayMenu.h"
 #include "app/menus/EditMenu.h"
@@ -24,6 +25,7 @@
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/view/windows/CVXSChildWindow.h"
 #include "host/vxapi/view/windows/CVXSWorkspace.h"
+#include "host/vxapi/view/windows/DatasetText.h"
 #include "host/vxutils/CVXPreference.h"
 #include "host/vxutils/CVXSLog.h"
 #include "host/vxutils/CVXUtilityFns.h"
@@ -36,6 +38,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QSettings>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace {
@@ -253,7 +256,7 @@ void MainWindow::onActiveChildChanged(CVXSChildWindow *window)
     const CVXSSequenceDataset *sequence = SequenceManager::sequenceOf(window);
     QString name = sequence ? sequence->getSequenceID() : QString();
     if (!sequence && window && window->getDataset())
-        name = window->getDataset()->getClickNumber();
+        name = clickAndSourceText(*window->getDataset());
     const QString application = CVXUtilityFns::getAppName();
     setWindowTitle(name.isEmpty() ? application : tr("%1 - %2").arg(name, application));
     m_displayMenu->setActiveChild(window);
@@ -277,16 +280,20 @@ void MainWindow::closeEvent(QCloseEvent *event)
 
 void MainWindow::dragEnterEvent(QDragEnterEvent *event)
 {
-    if (!droppedSequences(event->mimeData()).isEmpty())
+    if (!droppedSequences(event->mimeData()).isEmpty() || !droppedImages(event->mimeData()).isEmpty())
         event->acceptProposedAction();
 }
 
 void MainWindow::dropEvent(QDropEvent *event)
 {
     const QStringList paths = droppedSequences(event->mimeData());
-    if (paths.isEmpty())
+    const QStringList images = droppedImages(event->mimeData());
+    if (paths.isEmpty() && images.isEmpty())
         return;
     event->acceptProposedAction();
     for (const QString &path : paths)
         openPath(path);
+    // Afterwards: whoever the files were dragged from waits until this returns, and a dialog would keep it.
+    if (!images.isEmpty())
+        QTimer::singleShot(0, this, [this, images] { m_fileMenu->importImages(images); });
 }

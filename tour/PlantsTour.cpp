@@ -63,9 +63,9 @@ QString saveImported(const QString &imagesFolder, const QString &folder)
         const QString path = imagesFolder + QLatin1Char('/') + day.name;
         ESTATUS status = ESTATUS_SUCCESS;
         QString error;
-        std::unique_ptr<CVXSDataset> dataset =
-            importImages(day.click, path + QStringLiteral("_luminescence.tif"),
-                         path + QStringLiteral("_photograph.tif"), settings, &status, &error);
+        std::unique_ptr<CVXSDataset> dataset = importImages(
+            day.click, {path + QStringLiteral("_luminescence.tif"), path + QStringLiteral("_photograph.tif")},
+            settings, &status, &error);
         if (!dataset)
             hand::giveUp(error);
         sequence.addDataset(dataset.release());

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "display/KText.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/view/canvas/CVXSMultiImageView.h"
@@ -7,6 +9,7 @@
 #include "host/vxapi/view/windows/CVXSSequenceWindow.h"
 #include "host/vxutils/CVXSMessageBox.h"
 #include "host/vxutils/CVXUtilityFns.h"
+#include "host/vxutils/PlainToolTip.h"
 #include "window/CVXSImageMathWnd.h"
 
 #include <QMessageBox>
@@ -37,6 +40,19 @@ QString currentText(const QListWidget *list)
 {
     const QListWidgetItem *item = list->item(list->currentRow());
     return item ? item->text() : QString();
+}
+
+// The texts are click numbers alone; which file was imported as which is in the tooltips.
+void showSourceFiles(QListWidget *list, const CVXSSequenceDataset &sequence)
+{
+    for (int row = 0; row < list->count(); ++row) {
+        QListWidgetItem *item = list->item(row);
+        const CVXSDataset *dataset = sequence.getDataset(item->text());
+        const QString file =
+            dataset ? clickinfo::sourceFileOf(*dataset->getClickInfo(), clickinfo::SECTION_LUMINESCENT)
+                    : QString();
+        item->setToolTip(plainToolTip(file));
+    }
 }
 
 } // namespace
@@ -111,6 +127,8 @@ void CVXSImageMathWnd::fillListsAtBinding()
             m_pListBoxB->addItem(clickNumbers.at(i));
         }
     }
+    for (QListWidget *list : {m_pListBoxA, m_pListBoxB})
+        showSourceFiles(list, *m_pSequence);
 }
 
 void CVXSImageMathWnd::createView()
@@ -237,6 +255,8 @@ void CVXSImageMathWnd::updateImageMathWindow()
             r.list->clear();
         for (const Remembered &r : remembered)
             r.list->addItems(clickNumbers);
+        for (const Remembered &r : remembered)
+            showSourceFiles(r.list, *m_pSequence);
         for (const Remembered &r : remembered)
             reselect(r.list, r.row, r.text);
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/datasets/EarlierResults.h"
 
+#include "app/datasets/ResultSources.h"
 #include "host/vxapi/model/StoredDatasets.h"
 #include "host/vxutils/CVXPreference.h"
 
@@ -8,6 +9,12 @@
 #include <QMenu>
 
 #include <algorithm>
+
+namespace {
+
+constexpr int WIDTH = 400; ///< of the names of files
+
+} // namespace
 
 EarlierResults::EarlierResults(QMenu *menu, QObject *parent) : QObject(parent), m_menu(menu)
 {
@@ -29,11 +36,14 @@ void EarlierResults::fill()
         results.begin(), results.end(),
         [](const StoredDataset &one, const StoredDataset &other) { return one.written > other.written; });
     for (const StoredDataset &result : qAsConst(results).mid(0, MAX_COUNT)) {
-        QString name = result.clickNumber;
-        QAction *action =
-            m_menu->addAction(QStringLiteral("%1    %2")
-                                  .arg(name.replace(QLatin1Char('&'), QLatin1String("&&")),
-                                       result.written.toString(QStringLiteral("yyyy-MM-dd hh:mm"))));
+        QString text =
+            QStringLiteral("%1    %2")
+                .arg(result.clickNumber, result.written.toString(QStringLiteral("yyyy-MM-dd hh:mm")));
+        const QString sources = ResultSources::of(result.folder).text();
+        if (!sources.isEmpty())
+            text +=
+                QStringLiteral("    ") + m_menu->fontMetrics().elidedText(sources, Qt::ElideMiddle, WIDTH);
+        QAction *action = m_menu->addAction(text.replace(QLatin1Char('&'), QLatin1String("&&")));
         action->setToolTip(QDir::toNativeSeparators(result.folder));
         connect(action, &QAction::triggered, this, [this, folder = result.folder] { Q_EMIT chosen(folder); });
     }

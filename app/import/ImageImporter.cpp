@@ -4,8 +4,10 @@
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxutils/CVXPreference.h"
+#include "host/vxutils/CVXSLog.h"
 
 #include <algorithm>
+#include <cmath>
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
@@ -81,6 +83,41 @@ private:
     QDateTime m_time; // counted as if it were UTC, which has no hour twice
 };
 
+/// What is said of one image goes before what is said of all.
+ImportSettings settingsOf(const ImportRequest &request, const ImportImage &image)
+{
+    ImportSettings settings = request.settings;
+    if (!std::isnan(image.exposure))
+        settings.exposure = image.exposure;
+    if (!std::isnan(image.offset))
+        settings.offset = image.offset;
+    else if (!image.files.dark.isEmpty())
+        settings.offset = NOT_KNOWN;
+    return settings;
+}
+
+/// The constants are the same for all images, but for the exposure: said once.
+void tellMissingConstants(const CVXSSequenceDataset &sequence)
+{
+    const QList<CVXSDataset *> datasets = sequence.getDatasets();
+    QStringList counted;
+    QString why;
+    for (const CVXSDataset *dataset : datasets) {
+        const QString obstacle = dataset->obstacleToUnit(EUNIT_RADIANCE);
+        if (obstacle.isEmpty())
+            continue;
+        counted += dataset->getClickNumber();
+        if (obstacle.size() > why.size())
+            why = obstacle;
+    }
+    if (counted.isEmpty())
+        return;
+    vxLog(ELOG_WARNING, counted.size() == datasets.size()
+                            ? Text::tr("%1 is in counts only: %2").arg(sequence.getSequenceID(), why)
+                            : Text::tr("%1: in counts only: %2: %3")
+                                  .arg(sequence.getSequenceID(), counted.join(QStringLiteral(", ")), why));
+}
+
 QString sequenceIdOf(const QString &clickNumber)
 {
     return clickNumber + QStringLiteral("_SEQ");
@@ -108,11 +145,8 @@ std::unique_ptr<CVXSSequenceDataset> importSequence(const ImportRequest &request
         QString clickNumber = names.nextClickNumber();
         while (!sequence && FreeNames::isSequenceTaken(sequenceIdOf(clickNumber)))
             clickNumber = names.nextClickNumber();
-        ImportSettings settings = request.settings;
-        if (image.exposure != 0.0)
-            settings.exposure = image.exposure;
         std::unique_ptr<CVXSDataset> dataset =
-            importImages(clickNumber, image.luminescent, image.photograph, settings, status, error);
+            importImages(clickNumber, image.files, settingsOf(request, image), status, error);
         if (!dataset)
             return nullptr;
         if (!sequence)
@@ -121,6 +155,7 @@ std::unique_ptr<CVXSSequenceDataset> importSequence(const ImportRequest &request
             return failed(ESTATUS_FAILURE, sequence->lastError());
         dataset.release(); // it is the sequence's
     }
+    tellMissingConstants(*sequence);
     *status = ESTATUS_SUCCESS;
     return sequence;
 }

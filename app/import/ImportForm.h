@@ -10,8 +10,8 @@ class QComboBox;
 class QFormLayout;
 class QLineEdit;
 
-/// What has to be known about imported images, the same for all of them. The texts are remembered for the
-/// next time with remember().
+/// What has to be known about imported images, the same for all of them. Every field starts empty, and what
+/// is not entered is not known. The texts are remembered for the next time with remember().
 class ImportForm : public QWidget
 {
     Q_OBJECT
@@ -19,10 +19,20 @@ class ImportForm : public QWidget
 public:
     explicit ImportForm(QWidget *parent = nullptr);
 
-    /// False when a field holds no number; `error` receives "field: reason", and the field the focus.
+    /// False when a field holds no number, or nothing where a number is needed; `error` receives "field:
+    /// reason", and the field the focus.
     bool settings(ImportSettings *settings, QString *error);
     QString initials() const;
     void remember() const;
+
+    bool isFluorescence() const;
+    /// Whether nothing is entered for that number.
+    bool isEmpty(double ImportSettings::*number) const;
+    /// The labels of those of these numbers for which nothing is entered.
+    QStringList emptyAmong(const QVector<double ImportSettings::*> &numbers) const;
+
+Q_SIGNALS:
+    void changed();
 
 private:
     struct Field
@@ -31,9 +41,12 @@ private:
         QString label;
         QLineEdit *edit;
         double ImportSettings::*number; ///< null: a text
+        bool isNeeded;
     };
-    void addNumber(QFormLayout *form, const char *name, const QString &label, const QString &unit,
-                   const QString &start, double ImportSettings::*number, const QString &toolTip);
+    void addAllImages(QFormLayout *form);
+    void addCamera(QFormLayout *form);
+    Field &addNumber(QFormLayout *form, const char *name, const QString &label, const QString &unit,
+                     double ImportSettings::*number, const QString &toolTip);
     QLineEdit *addText(QFormLayout *form, const char *name, const QString &label, const QString &toolTip);
     void recall();
 

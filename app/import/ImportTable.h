@@ -5,28 +5,39 @@
 
 #include <QTableWidget>
 
-/// The image files to import, a row each: luminescent image, photograph, and an exposure time of its own.
+/// The image files to import, a row each: luminescent image, what belongs to it, and an exposure time and an
+/// offset of its own. A comma in a number becomes a point.
 class ImportTable : public QTableWidget
 {
     Q_OBJECT
 
 public:
-    enum EColumn { LUMINESCENT, PHOTOGRAPH, EXPOSURE, COLUMN_COUNT };
+    enum EColumn { LUMINESCENT, PHOTOGRAPH, DARK, FLATFIELD, EXCITATION, EXPOSURE, OFFSET, COLUMN_COUNT };
 
     explicit ImportTable(QWidget *parent = nullptr);
 
-    /// Appends files that are not in the table yet.
+    /// A file that may be chosen for a row: photograph, dark image, flat field, excitation reference.
+    static bool isFileChoice(int column) { return column > LUMINESCENT && column < EXPOSURE; }
+
+    /// Appends files that are not in the table yet, and selects them.
     void addImages(const QStringList &paths);
-    /// An empty path takes the photograph away.
-    void setPhotograph(int row, const QString &path);
+    /// The file of a column that holds files; an empty path takes it away.
+    void setFile(int row, EColumn column, const QString &path);
     void removeSelected();
     /// The rows that are selected, from top to bottom.
     QList<int> selectedRows() const;
 
-    /// False when an exposure time is no number; `error` receives "file: reason".
+    /// False when a number is none; `error` receives "file: reason".
     bool images(QVector<ImportImage> *images, QString *error) const;
+    /// Whether every row, of which there is one at least, has an exposure time of its own.
+    bool hasOwnExposures() const;
+    /// Whether every row, of which there is one at least, has a dark image or an offset of its own.
+    bool hasOwnOffsets() const;
 
 private:
-    QString pathAt(int row, EColumn column) const;
-    void setPath(int row, EColumn column, const QString &path);
+    QString pathAt(int row, int column) const;
+    QString textAt(int row, int column) const;
+    bool number(int row, EColumn column, QLatin1String key, const QString &name, double *value,
+                QString *error) const;
+    void addNumberCell(int row, EColumn column, const QString &toolTip);
 };

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "app/menus/DisplayMenu.h"
 
+#include "app/menus/UnitOffer.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/view/windows/CVXSChildWindow.h"
 #include "host/vximage/CILPalette.h"
+#include "host/vxutils/PlainToolTip.h"
 
 #include <QAction>
 #include <QActionGroup>
@@ -44,6 +46,7 @@ void DisplayMenu::addUnits(QMenu *menu)
 {
     QMenu *units = menu->addMenu(tr("&Unit"));
     units->setObjectName(QStringLiteral("menuUnit"));
+    units->setToolTipsVisible(true);
     for (int unit = 0; unit < EUNIT_COUNT; ++unit) {
         QAction *action = units->addAction(unitLabel(tag_edisplayunit(unit)));
         action->setCheckable(true);
@@ -98,6 +101,7 @@ void DisplayMenu::showState()
     m_logScale->setEnabled(any);
     if (!any)
         return;
+    offerUnits();
     tag_simageadjust adjust;
     if (m_sequence) {
         adjust = m_sequence->getImageAdjust();
@@ -110,6 +114,18 @@ void DisplayMenu::showState()
     checkAction(m_tables, adjust.colorTable);
     m_reversed->setChecked(adjust.reverse);
     m_logScale->setChecked(adjust.logScale);
+}
+
+void DisplayMenu::offerUnits()
+{
+    const QList<CVXSDataset *> datasets =
+        m_sequence ? m_sequence->getDatasets() : QList<CVXSDataset *>{m_dataset};
+    const QList<QAction *> actions = m_units->actions();
+    for (QAction *action : actions) {
+        const UnitOffer offer = UnitOffer::of(datasets, tag_edisplayunit(action->data().toInt()));
+        action->setEnabled(offer.isPossible);
+        action->setToolTip(plainToolTip(offer.remark));
+    }
 }
 
 void DisplayMenu::applyUnit(tag_edisplayunit unit)

@@ -30,6 +30,7 @@ private:
     void addUnits(QMenu *menu);
     void addColors(QMenu *menu);
     void showState();
+    void offerUnits();
     void applyUnit(tag_edisplayunit unit);
     void applyColors();
 

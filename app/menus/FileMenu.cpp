@@ -54,7 +54,7 @@ void FileMenu::addOpening(QMenu *menu)
             [this](const QString &folder) { m_parts.datasetLoader->load(folder); });
     connect(earlier, &EarlierResults::othersWanted, this, &FileMenu::chooseDataset);
     connect(newAction(menu, tr("&Import Images..."), "actionImportImages"), &QAction::triggered, this,
-            &FileMenu::importImages);
+            [this] { importImages({}); });
 }
 
 void FileMenu::addSaving(QMenu *menu)
@@ -108,9 +108,10 @@ void FileMenu::openRecent(const QString &folder)
         m_parts.recentSequences->remove(folder);
 }
 
-void FileMenu::importImages()
+void FileMenu::importImages(const QStringList &files)
 {
     ImportDialog dialog(m_window);
+    dialog.addImages(files);
     if (dialog.exec() == QDialog::Accepted)
         m_parts.sequences->add(dialog.takeSequence().release());
 }

@@ -29,6 +29,8 @@ public:
 
     /// The window that "Save" and the like are about; null: none.
     void setActiveChild(CVXSChildWindow *window);
+    /// Opens the dialog that imports images, with these files in it, and shows the sequence that it makes.
+    void importImages(const QStringList &files);
 
 private:
     void addOpening(QMenu *menu);
@@ -36,7 +38,6 @@ private:
     void chooseSequence();
     void chooseDataset();
     void openRecent(const QString &folder);
-    void importImages();
     void save();
     void saveDatasetAs();
     void chooseResultFolder();

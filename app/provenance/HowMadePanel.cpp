@@ -10,6 +10,7 @@
 #include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
 #include "host/vxutils/CVXPreference.h"
 #include "host/vxutils/CVXSLog.h"
+#include "host/vxutils/PlainToolTip.h"
 
 #include <QAction>
 #include <QApplication>
@@ -52,8 +53,7 @@ QString toolTipOf(const QString &text)
         return QString();
     QString lines = text.left(MAX_TOOL_TIP);
     lines.replace(QLatin1String("; "), QLatin1String("\n"));
-    return QStringLiteral("<qt>%1</qt>")
-        .arg(lines.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br>")));
+    return plainToolTip(lines);
 }
 
 /// The panel takes its place from the area of the windows: the result that it came with stays whole in it.

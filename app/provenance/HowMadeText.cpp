@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "app/provenance/HowMadeText.h"
 
+#include "app/datasets/ResultSources.h"
 #include "check/StoredRecord.h"
 #include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 #include "host/vxapi/model/clickinfo/ClickInfoValues.h"
@@ -99,10 +100,18 @@ void addConstants(Rows *rows, const QMap<QString, QString> &constants)
          lines.join(QStringLiteral("; ")));
 }
 
-void addOperand(Rows *rows, const QString &role, const OperandRecord &operand)
+/// Nothing for an image that was not imported.
+void addSource(Rows *rows, const QString &file)
+{
+    if (!file.isEmpty())
+        pair(rows, Text::tr("Imported from"), file);
+}
+
+void addOperand(Rows *rows, const QString &role, const OperandRecord &operand, const QString &source)
 {
     heading(rows, role);
     pair(rows, Text::tr("Click number"), operand.clickNumber);
+    addSource(rows, source);
     pair(rows, Text::tr("Sequence"), operand.sequenceId.isEmpty() ? Text::tr("none") : operand.sequenceId);
     pair(rows, Text::tr("Corrected for"),
          correctionsText(operand.flatFieldCorrected, operand.backgroundSubtracted,
@@ -134,7 +143,7 @@ bool showsOtherNumber(const QString &text, float k)
            std::signbit(shown) != std::signbit(k);
 }
 
-Rows rowsOfRecord(const ResultRecord &record, const CPLClickInfo &info)
+Rows rowsOfRecord(const ResultRecord &record, const CPLClickInfo &info, const ResultSources &sources)
 {
     Rows rows;
     pair(&rows, Text::tr("Operation"), record.operation);
@@ -146,15 +155,15 @@ Rows rowsOfRecord(const ResultRecord &record, const CPLClickInfo &info)
     pair(&rows, Text::tr("Unit"), unitOf(record.unit));
     pair(&rows, Text::tr("Computed"), dateText(record.computed));
     pair(&rows, Text::tr("Version"), record.version);
-    addOperand(&rows, QStringLiteral("A"), record.a);
-    addOperand(&rows, QStringLiteral("B"), record.b);
+    addOperand(&rows, QStringLiteral("A"), record.a, sources.a);
+    addOperand(&rows, QStringLiteral("B"), record.b, sources.b);
     addPhotograph(&rows, Text::tr("Photograph under the result"), record.photograph);
     if (!record.maskPhotograph.clickNumber.isEmpty())
         addPhotograph(&rows, Text::tr("Photograph of the tissue mask"), record.maskPhotograph);
     return rows;
 }
 
-Rows rowsOfClickInfo(const CPLClickInfo &info, const QString &problem)
+Rows rowsOfClickInfo(const CPLClickInfo &info, const QString &problem, const ResultSources &sources)
 {
     const auto told = [&info](QLatin1String key) { return textOf(info, SECTION_LUMINESCENT, key); };
     Rows rows;
@@ -163,7 +172,9 @@ Rows rowsOfClickInfo(const CPLClickInfo &info, const QString &problem)
     pair(&rows, Text::tr("Operation"), told(KEY_MATH_OPERATION));
     pair(&rows, Text::tr("k, as typed"), told(KEY_MATH_K));
     pair(&rows, QStringLiteral("A"), told(KEY_MATH_A));
+    addSource(&rows, sources.a);
     pair(&rows, QStringLiteral("B"), told(KEY_MATH_B));
+    addSource(&rows, sources.b);
     const QString photograph = told(KEY_MATH_PHOTOGRAPH);
     pair(&rows, Text::tr("Photograph"), photograph.isEmpty() ? Text::tr("none") : photograph);
     pair(&rows, Text::tr("Unit"), unitOf(textOf(info, SECTION_GRAPH_CONTROLS, KEY_INTENSITY_CALIBRATION)));
@@ -180,7 +191,9 @@ Rows rowsOfClickInfo(const CPLClickInfo &info, const QString &problem)
 QVector<HowMadeRow> howmade::rowsOf(const CVXSDataset &result, const StoredRecord &stored)
 {
     const CPLClickInfo &info = *result.getClickInfo();
-    return stored.isThere() ? rowsOfRecord(stored.record, info) : rowsOfClickInfo(info, stored.problem);
+    const ResultSources sources = ResultSources::of(result.getFolderPath());
+    return stored.isThere() ? rowsOfRecord(stored.record, info, sources)
+                            : rowsOfClickInfo(info, stored.problem, sources);
 }
 
 QString howmade::plainText(const QVector<HowMadeRow> &rows)

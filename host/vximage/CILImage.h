@@ -182,6 +182,9 @@ public:
     /// Reads the description of such a file without its pixels, which may be damaged; empty when it has none.
     /// A failure leaves `description` as it was.
     static EILSTATUS loadDescription(const char *path, std::string *description);
+    /// How many images such a file holds, of which loadTIFF() reads the first; small copies and masks of an
+    /// image do not count. A failure leaves `pages` as it was.
+    static EILSTATUS countPages(const char *path, unsigned *pages);
     /// "file: reason" of the last reading or writing of a file by any image that failed.
     static const std::string &lastError();
     /// Largest number of pixels that loadTIFF() accepts; 2^30 unless set.

@@ -50,6 +50,11 @@ EILSTATUS CILImage::loadDescription(const char *path, std::string *description)
     return il::readTiffDescription(path, *description);
 }
 
+EILSTATUS CILImage::countPages(const char *path, unsigned *pages)
+{
+    return il::countTiffPages(path, *pages);
+}
+
 const std::string &CILImage::lastError()
 {
     return il::lastFileError();

@@ -1,16 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "host/vximage/TiffReader.h"
 
-#include "host/vximage/base/Messages.h"
 #include "host/vximage/base/Parallel.h"
-#include "host/vximage/TiffHandle.h"
+#include "host/vximage/TiffInput.h"
 
 #include <algorithm>
-#include <cerrno>
+#include <cstdlib>
 #include <cstring>
-#include <new>
-#include <sys/stat.h>
-#include <unistd.h>
 #include <vector>
 
 namespace il {
@@ -34,6 +30,9 @@ std::uint64_t largestExpansion(std::uint16_t compression)
     }
 }
 
+/// Where counting ends: a damaged file may lead round for ever.
+constexpr unsigned MOST_PAGES = 1u << 20;
+
 /// What the header declares.
 struct Layout
 {
@@ -47,13 +46,7 @@ struct Layout
     bool isFloat() const { return format == SAMPLEFORMAT_IEEEFP; }
 };
 
-struct Failure
-{
-    EILSTATUS status;
-    std::string reason;
-};
-
-/// Fails by throwing Failure, inside this file only.
+/// Fails by throwing TiffFailure.
 class Reader
 {
 public:
@@ -80,7 +73,7 @@ public:
 private:
     [[noreturn]] void damaged(const char *otherwise) const
     {
-        throw Failure{EIL_FILE_DAMAGED, "the file is damaged or truncated: " + m_tiff.error(otherwise)};
+        throw TiffFailure{EIL_FILE_DAMAGED, "the file is damaged or truncated: " + m_tiff.error(otherwise)};
     }
 
     void readLayout()
@@ -104,28 +97,29 @@ private:
         const Layout &l = m_layout;
         const std::string size = std::to_string(l.width) + " x " + std::to_string(l.height);
         if (l.width == 0 || l.height == 0)
-            throw Failure{EIL_FILE_DAMAGED, "the image in it has no pixels (" + size + ")"};
+            throw TiffFailure{EIL_FILE_DAMAGED, "the image in it has no pixels (" + size + ")"};
         if (l.samples != 1)
-            throw Failure{EIL_FILE_NOT_GREY,
-                          "not a grey image: it has " + std::to_string(l.samples) + " samples a pixel"};
+            throw TiffFailure{EIL_FILE_NOT_GREY,
+                              "not a grey image: it has " + std::to_string(l.samples) + " samples a pixel"};
         if (l.photometric != PHOTOMETRIC_MINISBLACK && l.photometric != PHOTOMETRIC_MINISWHITE)
-            throw Failure{EIL_FILE_NOT_GREY, "not a grey image: its pixels are colours"};
+            throw TiffFailure{EIL_FILE_NOT_GREY, "not a grey image: its pixels are colours"};
         if (l.pixels() > pixelLimit)
-            throw Failure{EIL_FILE_TOO_LARGE, "it declares " + size + " pixels, more than the limit of " +
-                                                  std::to_string(pixelLimit)};
+            throw TiffFailure{EIL_FILE_TOO_LARGE, "it declares " + size + " pixels, more than the limit of " +
+                                                      std::to_string(pixelLimit)};
         const bool integer = l.format == SAMPLEFORMAT_UINT || l.format == SAMPLEFORMAT_INT;
         const bool known = (integer && (l.bits == 8 || l.bits == 16 || l.bits == 32)) ||
                            (l.isFloat() && (l.bits == 32 || l.bits == 64));
         if (!known)
-            throw Failure{EIL_BAD_TYPE, "pixels of " + std::to_string(l.bits) + " bits and sample format " +
-                                            std::to_string(l.format) + " cannot be read"};
+            throw TiffFailure{EIL_BAD_TYPE, "pixels of " + std::to_string(l.bits) +
+                                                " bits and sample format " + std::to_string(l.format) +
+                                                " cannot be read"};
         if (!TIFFIsCODECConfigured(l.compression))
-            throw Failure{EIL_BAD_TYPE,
-                          "its compression (code " + std::to_string(l.compression) + ") cannot be read"};
+            throw TiffFailure{EIL_BAD_TYPE,
+                              "its compression (code " + std::to_string(l.compression) + ") cannot be read"};
         if (l.pixels() * l.pixelBytes() / largestExpansion(l.compression) > m_fileSize)
-            throw Failure{EIL_FILE_DAMAGED, "the file is damaged or truncated: it declares " + size +
-                                                " pixels but has only " + std::to_string(m_fileSize) +
-                                                " bytes"};
+            throw TiffFailure{EIL_FILE_DAMAGED, "the file is damaged or truncated: it declares " + size +
+                                                    " pixels but has only " + std::to_string(m_fileSize) +
+                                                    " bytes"};
     }
 
     VXSDataTypes rawType() const
@@ -229,24 +223,6 @@ private:
     Layout m_layout;
 };
 
-/// Opens a file for reading and returns its size; fails by throwing Failure.
-std::uint64_t openFile(TiffHandle &tiff, const char *path)
-{
-    const bool isNamed = path && *path;
-    struct stat info;
-    if (!isNamed || stat(path, &info) != 0) {
-        const int error = isNamed ? errno : ENOENT;
-        throw Failure{error == EACCES ? EIL_FILE_NOT_READABLE : EIL_FILE_NOT_FOUND, std::strerror(error)};
-    }
-    if (!S_ISREG(info.st_mode)) // opening a pipe would wait for ever
-        throw Failure{EIL_FILE_NOT_READABLE, "not a file"};
-    if (access(path, R_OK) != 0)
-        throw Failure{EIL_FILE_NOT_READABLE, std::strerror(errno)};
-    if (!tiff.open(path, "r"))
-        throw Failure{EIL_FILE_DAMAGED, "not a TIFF file, or damaged: " + tiff.error("it cannot be opened")};
-    return std::uint64_t(info.st_size);
-}
-
 std::string descriptionOf(const TiffHandle &tiff)
 {
     const char *text = nullptr;
@@ -254,28 +230,27 @@ std::string descriptionOf(const TiffHandle &tiff)
     return isDescribed ? text : "";
 }
 
-/// Opens the file and hands it to `use(tiff, size of the file)`; what that throws becomes the status.
-template <typename Use>
-EILSTATUS withFile(const char *path, const Use &use)
+/// Stacks of more than 4 GB are written with the directory of their first image alone, the others behind it;
+/// a line of the description tells how many there are. 1 for a file that is no such stack.
+unsigned stackSize(const TiffHandle &tiff, std::uint64_t fileSize)
 {
-    const std::string name = path ? path : "";
-    TiffHandle tiff;
-    try {
-        const std::uint64_t size = openFile(tiff, path);
-        use(tiff, size);
-        return EIL_SUCCESS;
-    } catch (const Failure &failure) {
-        return fileError(failure.status, name, failure.reason);
-    } catch (const std::bad_alloc &) {
-        return fileError(EIL_NO_MEMORY, name, "there is not enough memory for it");
-    }
+    const std::string description = descriptionOf(tiff);
+    const std::size_t line = description.find("images=");
+    if (description.compare(0, 7, "ImageJ=") != 0 || line == std::string::npos)
+        return 1;
+    const unsigned long long images = std::strtoull(description.c_str() + line + 7, nullptr, 10);
+    std::uint32_t height = 0;
+    TIFFGetField(tiff.get(), TIFFTAG_IMAGELENGTH, &height);
+    const std::uint64_t bytes = TIFFScanlineSize64(tiff.get()) * height;
+    const bool isThere = images > 1 && images < MOST_PAGES && bytes > 0 && images <= fileSize / bytes;
+    return isThere ? unsigned(images) : 1;
 }
 
 } // namespace
 
 EILSTATUS readTiff(const char *path, std::uint64_t pixelLimit, StorePtr &pixels, std::string &description)
 {
-    return withFile(path, [&](TiffHandle &tiff, std::uint64_t size) {
+    return withTiffFile(path, [&](TiffHandle &tiff, std::uint64_t size) {
         StorePtr read = Reader(tiff, size).read(pixelLimit);
         description = descriptionOf(tiff);
         pixels = std::move(read);
@@ -284,13 +259,30 @@ EILSTATUS readTiff(const char *path, std::uint64_t pixelLimit, StorePtr &pixels,
 
 EILSTATUS checkTiff(const char *path, std::uint64_t pixelLimit)
 {
-    return withFile(path,
-                    [&](TiffHandle &tiff, std::uint64_t size) { Reader(tiff, size).readHeader(pixelLimit); });
+    return withTiffFile(
+        path, [&](TiffHandle &tiff, std::uint64_t size) { Reader(tiff, size).readHeader(pixelLimit); });
 }
 
 EILSTATUS readTiffDescription(const char *path, std::string &description)
 {
-    return withFile(path, [&](TiffHandle &tiff, std::uint64_t) { description = descriptionOf(tiff); });
+    return withTiffFile(path, [&](TiffHandle &tiff, std::uint64_t) { description = descriptionOf(tiff); });
+}
+
+EILSTATUS countTiffPages(const char *path, unsigned &pages)
+{
+    return withTiffFile(path, [&](TiffHandle &tiff, std::uint64_t size) {
+        unsigned images = 0;
+        do {
+            std::uint32_t kind = 0;
+            const bool isMarked = TIFFGetField(tiff.get(), TIFFTAG_SUBFILETYPE, &kind) != 0;
+            // A small copy of a page, or its mask, is no page of its own.
+            if (!isMarked || (kind & (FILETYPE_REDUCEDIMAGE | FILETYPE_MASK)) == 0)
+                ++images;
+        } while (images < MOST_PAGES && TIFFReadDirectory(tiff.get()));
+        if (images == 1)
+            images = stackSize(tiff, size);
+        pages = std::max(1u, images);
+    });
 }
 
 } // namespace il

@@ -16,4 +16,7 @@ EILSTATUS checkTiff(const char *path, std::uint64_t pixelLimit);
 /// Reads the description of the first page alone, without its pixels; empty when the file has none.
 EILSTATUS readTiffDescription(const char *path, std::string &description);
 
+/// How many images the file holds one after the other, small copies and masks of them left out; 1 or more.
+EILSTATUS countTiffPages(const char *path, unsigned &pages);
+
 } // namespace il

@@ -9,6 +9,7 @@
 #include "host/vxapi/view/windows/CVXSSequenceWindow.h"
 #include "host/vxapi/view/windows/CVXSWorkspace.h"
 #include "tests/support/DialogAnswerer.h"
+#include "tests/support/Files.h"
 #include "tests/support/GuiDriver.h"
 #include "tests/support/Rows.h"
 #include "tests/support/WorkspaceFixture.h"
@@ -23,6 +24,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QScreen>
+#include <QTableWidget>
 #include <QTimer>
 
 namespace {
@@ -69,6 +71,8 @@ private Q_SLOTS:
     void openingTwiceShowsOneWindow();
     void opensThroughTheMenu();
     void opensWhatIsDropped();
+    void droppedImagesAreImported_data();
+    void droppedImagesAreImported();
     void doesNotTakeOtherDrops();
     void foldersThatAreNoSequence_data();
     void foldersThatAreNoSequence();
@@ -162,11 +166,57 @@ void tst_MainWindow::opensWhatIsDropped()
              QString("CD20260102030405_SEQ"));
 }
 
+void tst_MainWindow::droppedImagesAreImported_data()
+{
+    QTest::addColumn<QStringList>("names");
+    QTest::addColumn<QStringList>("listed");
+    QTest::addColumn<int>("sequences");
+    const QStringList both = {"one.tif", "TWO.TIFF"};
+    row("one", QStringList{"one.tif"}, QStringList{"one.tif"}, 0);
+    row("several, whatever the case of their endings", both, both, 0);
+    row("among other files", QStringList{"note.txt", "one.tif"}, QStringList{"one.tif"}, 0);
+    row("and a sequence, which is opened", QStringList{ID, "one.tif"}, QStringList{"one.tif"}, 1);
+}
+
+void tst_MainWindow::droppedImagesAreImported()
+{
+    QFETCH(QStringList, names);
+    QFETCH(QStringList, listed);
+    QFETCH(int, sequences);
+    const CILImage image = TestStudy::image(8, 8, [](int x, int y) { return float(x + y); });
+    QStringList paths;
+    for (const QString &name : names) {
+        const QString path = m_data.filePath(name);
+        if (name.endsWith(".txt"))
+            QVERIFY(writeFile(path, "text"));
+        else if (name != ID)
+            QCOMPARE(image.saveTIFF(QFile::encodeName(path).constData()), EIL_SUCCESS);
+        paths += path;
+    }
+    WorkspaceFixture fixture;
+    QStringList found;
+    const DialogAnswerer user({DialogAnswer::call([&found](QDialog *dialog) {
+        const auto *table = dialog->findChild<QTableWidget *>("importTable");
+        for (int row = 0; table && row < table->rowCount(); ++row)
+            found += table->item(row, 0)->text();
+        dialog->reject();
+    })});
+    QVERIFY(drop(fixture.window.get(), paths));
+    // Whoever they were dragged from is not kept waiting by the dialog.
+    QCOMPARE(user.count(), 0);
+    QTRY_COMPARE(user.count(), 1);
+    QCOMPARE(user.shown(0).className, QString("ImportDialog"));
+    QTRY_VERIFY(user.shown(0).closed);
+    QCOMPARE(found, listed);
+    QCOMPARE(fixture.window->parts().sequences->sequences().size(), sequences);
+}
+
 void tst_MainWindow::doesNotTakeOtherDrops()
 {
     WorkspaceFixture fixture;
     const CVXSSequenceDataset *none = nullptr;
-    QVERIFY(!drop(fixture.window.get(), {m_folder + "AB20260102030406/luminescent.tif"}));
+    QVERIFY(!drop(fixture.window.get(), {m_folder + "AB20260102030406/AnalyzedClickInfo.txt"}));
+    QVERIFY(!drop(fixture.window.get(), {m_data.filePath("missing.tif")}));
     QVERIFY(!drop(fixture.window.get(), {m_data.filePath("missing")}));
     QVERIFY(!drop(fixture.window.get(), {}));
     QCOMPARE(CVXSSequenceDataset::getSequenceDataset(ID), none);

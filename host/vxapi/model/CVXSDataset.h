@@ -161,6 +161,9 @@ public:
     double getBinningFactor() const;
     /// Rules of another version, for a dataset that nobody else has open: a computation of then is repeated.
     void setCalibrationRules(ECALIBRATIONRULES rules);
+    /// Why the luminescent image cannot be had in that unit, as far as the record tells: the constants and
+    /// images that are missing. Empty when nothing stands against it. Reads no pixels.
+    QString obstacleToUnit(tag_edisplayunit unit) const;
     /// Width of the imaged field of that image [cm]; NaN when it is not recorded.
     double getFOVForImage(tag_eimagetype type) const;
 

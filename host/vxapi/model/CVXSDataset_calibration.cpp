@@ -108,8 +108,24 @@ ESTATUS CVXSDataset::Private::prepare(tag_edisplayunit unit, Ingredients *ingred
         return status;
     if (unitlessValues() != EUNIT_COUNT)
         return ESTATUS_SUCCESS;
-    ingredients->factor = calibration::factor(clickInfo, binningFactor(), storedUnit, unit, reason);
+    ingredients->factor = calibration::factor(clickInfo, {binningFactor(), rules}, storedUnit, unit, reason);
     return std::isnan(ingredients->factor) ? ESTATUS_BAD_VALUE : ESTATUS_SUCCESS;
+}
+
+QString CVXSDataset::obstacleToUnit(tag_edisplayunit unit) const
+{
+    if (!d->images.isPresent(EIMAGE_LUMINESCENT))
+        return tr("it holds no luminescent image");
+    QString reason;
+    tag_edisplayunit storedUnit = EUNIT_COUNTS;
+    if (d->isResult()) {
+        if (d->unitlessValues() != EUNIT_COUNT || d->unitOfResult(unit, &storedUnit, &reason) != ESTATUS_SUCCESS)
+            return reason;
+    } else if (unit == EUNIT_EFFICIENCY && !d->images.isPresent(EIMAGE_EXCITATION)) {
+        return tr("there is no %1").arg(tr(DatasetImages::kind(EIMAGE_EXCITATION).name));
+    }
+    calibration::factor(d->clickInfo, {d->binningFactor(), d->rules}, storedUnit, unit, &reason);
+    return reason;
 }
 
 // The pixels of a result are in a unit already, with all corrections of its operands in them.

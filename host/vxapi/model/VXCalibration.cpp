@@ -56,6 +56,6 @@ double VX_CalibrateIntensityWithFilterTrans(tag_eimagetype type, CVXSDataset *da
         return 1.0;
     QString reason;
     const double value =
-        calibration::factor(*dataset->getClickInfo(), dataset->getBinningFactor(), from, to, &reason);
+        calibration::factor(*dataset->getClickInfo(), {dataset->getBinningFactor()}, from, to, &reason);
     return std::isnan(value) ? noFactor(dataset, reason) : value;
 }

@@ -4,6 +4,7 @@
 #include "app/datasets/LooseDatasets.h"
 #include "app/datasets/SequenceManager.h"
 #include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/view/windows/CVXSImageWindow.h"
 #include "host/vxapi/view/windows/CVXSWorkspace.h"
@@ -73,6 +74,7 @@ private Q_SLOTS:
     void theMenuTellsWhatIsNoDataset();
     void withoutResultsTheMenuSaysSo();
     void resultsAreOfferedNewestFirst();
+    void filesThatAResultCameFromAreNamed();
     void theListIsThatOfNow();
     void onlySoManyAreOffered();
     void everythingClosedAndOpenedTheNextDay();
@@ -180,6 +182,31 @@ void tst_OpenDataset::resultsAreOfferedNewestFirst()
                           "AB_O20260102030405    2026-11-21 12:10"}));
     menu->actions().at(1)->trigger();
     QVERIFY(CVXSDataset::getOpenDataset("AB_M20260102030405"));
+}
+
+void tst_OpenDataset::filesThatAResultCameFromAreNamed()
+{
+    WorkspaceFixture fixture;
+    using namespace clickinfo;
+    const auto withSources = [](const QString &folder, const QString &a, const QString &b) {
+        CPLClickInfo info;
+        if (info.loadClickInfo(folder + FILE_ANALYZED_CLICK_INFO, false) != ESTATUS_SUCCESS)
+            return false;
+        if (!a.isNull())
+            ensureSection(&info, SECTION_LUMINESCENT_A)->setValue(KEY_IMPORTED_FROM, a);
+        if (!b.isNull())
+            ensureSection(&info, SECTION_LUMINESCENT_B)->setValue(KEY_IMPORTED_FROM, b);
+        return info.saveClickInfo(folder + FILE_ANALYZED_CLICK_INFO) == ESTATUS_SUCCESS;
+    };
+    const QString longName = QString("b").repeated(300) + ".tif";
+    QVERIFY(withSources(writeStored("AB_M20260102030405"), "day 14.tif", "R&D.tif"));
+    QVERIFY(withSources(writeStored("AB_N20260102030405"), QString(), longName));
+    const QStringList texts = textsOf(shownResults(fixture));
+    QCOMPARE(texts.size(), 2);
+    const int first = texts.first().startsWith("AB_M") ? 0 : 1;
+    QVERIFY2(texts.at(first).endsWith("    day 14.tif, R&&D.tif"), qPrintable(texts.at(first)));
+    QVERIFY2(texts.at(1 - first).endsWith(".tif") && texts.at(1 - first).size() < 150,
+             qPrintable(texts.at(1 - first)));
 }
 
 void tst_OpenDataset::theListIsThatOfNow()

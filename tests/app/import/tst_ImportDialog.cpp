@@ -3,6 +3,8 @@
 #include "app/import/ImageImporter.h"
 #include "app/import/ImportDialog.h"
 #include "app/import/ImportTable.h"
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/view/windows/CVXSSequenceWindow.h"
 #include "host/vxapi/view/windows/CVXSWorkspace.h"
@@ -10,14 +12,23 @@
 #include "tests/support/DialogAnswerer.h"
 #include "tests/support/Files.h"
 #include "tests/support/GuiDriver.h"
+#include "tests/support/LogCatcher.h"
 #include "tests/support/Rows.h"
+#include "tests/support/TiffPages.h"
 #include "tests/support/WorkspaceFixture.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPushButton>
+#include <QSettings>
 
 namespace {
 
@@ -32,7 +43,7 @@ QString writeImage(const QString &path, float base)
 ImportRequest requestOf(const QString &image)
 {
     ImportRequest request;
-    request.images = {{image, QString(), 0.0}};
+    request.images = {{{image}}};
     request.initials = "ZB";
     request.settings.fieldOfView = 10.0;
     return request;
@@ -74,10 +85,42 @@ public:
         press("addImages");
         return user.shown(0).closed;
     }
+    /// What is needed.
     void fillIn() const
     {
         type("initials", "ZB");
         type("fieldOfView", "12.5");
+        type("binning", "1");
+    }
+    void fillInConstants() const
+    {
+        for (const char *name : {"exposure", "fNumber", "pixelPitch", "electronsPerCount"})
+            type(name, "2");
+        for (const char *name : {"quantumEfficiency", "transmission"})
+            type(name, "0.5");
+    }
+    void click(int row, int column) const
+    {
+        QTest::mouseClick(table->viewport(), Qt::LeftButton, Qt::NoModifier,
+                          table->visualRect(table->model()->index(row, column)).center());
+    }
+    QString cell(int row, int column) const { return table->item(row, column)->text(); }
+    /// What the empty fields cost.
+    QString cost() const { return dialog->findChild<QLabel *>("importCost")->text(); }
+    /// Chooses files for the selected rows as the user does; false when the file dialog did not close.
+    bool choose(const char *button, const QStringList &paths, const QString &answer = QString()) const
+    {
+        QList<DialogAnswer> answers = {DialogAnswer::choose("\"" + paths.join("\" \"") + "\"")};
+        if (!answer.isEmpty())
+            answers += DialogAnswer::press(answer);
+        const DialogAnswerer user(answers);
+        press(button);
+        return user.shown(0).closed && user.count() == answers.size();
+    }
+    std::unique_ptr<CVXSSequenceDataset> imported() const
+    {
+        press("import");
+        return dialog->takeSequence();
     }
     void select(int row) const { QVERIFY(GuiDriver(dialog.get()).pickRow(table, row)); }
 
@@ -106,6 +149,19 @@ private Q_SLOTS:
     void aBadFileLeavesNoDatasetBehind();
     void settingsAreRememberedForTheNextTime();
     void numbersHaveAPoint();
+    void nothingIsKnownBeforeItIsEntered();
+    void withEveryConstantNothingIsSaid();
+    void numbersThatVersion1BroughtAlongAreNotRemembered();
+    void whatIsEmptyTellsWhatItCosts();
+    void aCommaBecomesAPoint();
+    void oneDarkImageForAllOrOneForEach();
+    void filesThatAreNotAsManyAsTheRows();
+    void offsetsOfAllAndOfOne();
+    void flatFieldAndExcitationGoAlong();
+    void anOffsetBesideADarkImageIsRefused();
+    void theTableTellsWhatIsLeftOut();
+    void imagesCanBeDroppedOnTheDialog();
+    void anotherFormatIsCalledByItsName();
     void labelsBelongToTheirFields();
     void namesAreUnique();
     void namesOfEarlierSequencesAreLeftAlone();
@@ -125,8 +181,8 @@ void tst_ImportDialog::importsWhatTheTableSays()
     f.table->item(1, ImportTable::EXPOSURE)->setText("0.25");
     f.fillIn();
     f.type("binning", "4");
+    f.fillInConstants();
     f.type("exposure", "60");
-    f.type("quantumEfficiency", "0.8");
     f.type("imagingAngle", "Left");
     QTest::keyClick(f.dialog.get(), Qt::Key_Return);
     QCOMPARE(f.dialog->result(), int(QDialog::Accepted));
@@ -158,7 +214,8 @@ void tst_ImportDialog::theMenuShowsTheNewSequence()
     const DialogAnswerer user({DialogAnswer::call([file](QDialog *dialog) {
         dialog->findChild<ImportTable *>()->addImages({file});
         GuiDriver hand(dialog);
-        QVERIFY(hand.type("initials", "ZB") && hand.type("fieldOfView", "12.5") && hand.press("import"));
+        QVERIFY(hand.type("initials", "ZB") && hand.type("fieldOfView", "12.5") &&
+                hand.type("binning", "1") && hand.press("import"));
     })});
     fixture.window->findChild<QAction *>("actionImportImages")->trigger();
     QCOMPARE(user.shown(0).className, QString("ImportDialog"));
@@ -215,9 +272,9 @@ void tst_ImportDialog::rowsAreAddedOnceAndRemoved()
     QCOMPARE(f.table->rowCount(), 1);
     QCOMPARE(f.table->item(0, ImportTable::LUMINESCENT)->text(), QString("two.tif"));
     QCOMPARE(f.table->item(0, ImportTable::LUMINESCENT)->toolTip(), f.two);
-    f.table->setPhotograph(0, f.photograph);
-    f.select(0);
-    f.press("clearPhotograph");
+    f.table->setFile(0, ImportTable::PHOTOGRAPH, f.photograph);
+    f.click(0, ImportTable::PHOTOGRAPH);
+    f.press("clearFile");
     QVERIFY(f.table->item(0, ImportTable::PHOTOGRAPH)->text().isEmpty());
 }
 
@@ -226,16 +283,26 @@ void tst_ImportDialog::buttonsForARowNeedOne()
     DialogFixture f;
     const auto areEnabled = [&f] {
         QList<bool> all;
-        for (const char *name : {"choosePhotograph", "clearPhotograph", "removeImages"})
+        for (const char *name :
+             {"choosePhotograph", "chooseDark", "chooseFlatField", "chooseExcitation", "removeImages"})
             all += f.dialog->findChild<QPushButton *>(name)->isEnabled();
         return all;
     };
-    QCOMPARE(areEnabled(), (QList<bool>{false, false, false}));
+    const auto *clear = f.dialog->findChild<QPushButton *>("clearFile");
+    QCOMPARE(areEnabled(), (QList<bool>{false, false, false, false, false}));
+    QVERIFY(!clear->isEnabled());
     QVERIFY(f.add({f.one}));
-    f.select(0);
-    QCOMPARE(areEnabled(), (QList<bool>{true, true, true}));
+    QCOMPARE(areEnabled(), (QList<bool>{true, true, true, true, true}));
+    // A column from which no file can be taken away.
+    f.click(0, ImportTable::LUMINESCENT);
+    QVERIFY(!clear->isEnabled());
+    f.click(0, ImportTable::EXPOSURE);
+    QVERIFY(!clear->isEnabled());
+    f.click(0, ImportTable::DARK);
+    QVERIFY(clear->isEnabled());
     f.press("removeImages");
-    QCOMPARE(areEnabled(), (QList<bool>{false, false, false}));
+    QCOMPARE(areEnabled(), (QList<bool>{false, false, false, false, false}));
+    QVERIFY(!clear->isEnabled());
 }
 
 void tst_ImportDialog::badEntriesAreToldAndNothingIsMade_data()
@@ -244,7 +311,11 @@ void tst_ImportDialog::badEntriesAreToldAndNothingIsMade_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("words");
     row("no field of view", "fieldOfView", "", "Field of view: a number is needed");
-    row("a field of view with a comma", "fieldOfView", "12,5", "\"12,5\" is no number");
+    row("a field of view with a comma for thousands", "fieldOfView", "1,234.5", "\"1.234.5\" is no number");
+    row("no binning", "binning", "", "Binning: a number is needed");
+    row("an exposure time that says it is none", "exposure", "nan", "\"nan\" is no number");
+    row("an offset below 0", "offset", "-5", "Camera Offset: ");
+    row("an f-number of 0", "fNumber", "0", "f Number: ");
     row("a field of view of 0", "fieldOfView", "0", "Field of View: ");
     row("a word for a number", "fNumber", "wide", "\"wide\" is no number");
     row("binning of a half", "binning", "0.5", "Binning Factor: ");
@@ -345,6 +416,237 @@ void tst_ImportDialog::numbersHaveAPoint()
              qPrintable((*sequence)[0]->getClickNumber()));
 }
 
+void tst_ImportDialog::nothingIsKnownBeforeItIsEntered()
+{
+    DialogFixture f;
+    for (const QLineEdit *edit : f.dialog->findChildren<QLineEdit *>())
+        QVERIFY2(edit->text().isEmpty(), qPrintable(edit->objectName()));
+    QVERIFY(f.add({f.one}));
+    f.fillIn();
+    const LogCatcher log;
+    const auto sequence = f.imported();
+    QVERIFY(sequence);
+    const CVXSDataset *dataset = (*sequence)[0];
+    QVERIFY(dataset->obstacleToUnit(EUNIT_COUNTS).isEmpty());
+    QVERIFY(!dataset->obstacleToUnit(EUNIT_RADIANCE).isEmpty());
+    const QStringList warnings = log.ofLevel(ELOG_WARNING);
+    QCOMPARE(warnings.size(), 1);
+    for (const char *word :
+         {"in counts only", "\"Exposure Time\"", "\"Electrons Per Count\"", "ClickInfo.txt"})
+        QVERIFY2(warnings.first().contains(word), qPrintable(warnings.first()));
+}
+
+void tst_ImportDialog::withEveryConstantNothingIsSaid()
+{
+    DialogFixture f;
+    QVERIFY(f.add({f.one}));
+    f.fillIn();
+    f.fillInConstants();
+    const LogCatcher log;
+    const auto sequence = f.imported();
+    QVERIFY(sequence);
+    QVERIFY((*sequence)[0]->obstacleToUnit(EUNIT_RADIANCE).isEmpty());
+    QVERIFY(log.ofLevel(ELOG_WARNING).isEmpty());
+}
+
+void tst_ImportDialog::numbersThatVersion1BroughtAlongAreNotRemembered()
+{
+    DialogFixture f;
+    CVXPreference::settings()->setValue("ImportImages/quantumEfficiency", "1");
+    f.open();
+    QVERIFY(f.field("quantumEfficiency")->text().isEmpty());
+}
+
+void tst_ImportDialog::whatIsEmptyTellsWhatItCosts()
+{
+    DialogFixture f;
+    const QString offset = "the camera's offset stays in the counts";
+    const QString radiance = "Counts only, no radiance: ";
+    QVERIFY2(f.cost().contains(offset) && f.cost().contains(radiance), qPrintable(f.cost()));
+    QVERIFY2(
+        f.cost().contains("Exposure time, f-number, Pixel pitch, Electrons per count, Quantum efficiency, "
+                          "Transmission not entered"),
+        qPrintable(f.cost()));
+    f.type("offset", "500");
+    QVERIFY2(!f.cost().contains(offset), qPrintable(f.cost()));
+    f.fillInConstants();
+    QCOMPARE(f.cost(), QString());
+    // Fluorescence has one more.
+    f.dialog->findChild<QComboBox *>("kind")->setCurrentIndex(1);
+    QVERIFY2(f.cost().contains("No radiant efficiency"), qPrintable(f.cost()));
+    f.type("excitationIrradiance", "20");
+    QCOMPARE(f.cost(), QString());
+
+    // What every row has of its own need not be said for all.
+    f.type("offset", "");
+    f.type("exposure", "");
+    QVERIFY(f.add({f.one, f.two}));
+    QVERIFY(f.cost().contains(offset) && f.cost().contains("Exposure time not entered"));
+    f.table->item(0, ImportTable::OFFSET)->setText("500");
+    f.table->setFile(1, ImportTable::DARK, f.photograph);
+    QVERIFY2(!f.cost().contains(offset), qPrintable(f.cost()));
+    f.table->item(0, ImportTable::EXPOSURE)->setText("1");
+    f.table->item(1, ImportTable::EXPOSURE)->setText("2");
+    QCOMPARE(f.cost(), QString());
+    f.click(1, ImportTable::DARK);
+    f.press("clearFile");
+    QVERIFY2(f.cost().contains(offset), qPrintable(f.cost()));
+    f.press("removeImages");
+    QCOMPARE(f.cost(), QString());
+}
+
+void tst_ImportDialog::aCommaBecomesAPoint()
+{
+    DialogFixture f;
+    QVERIFY(f.add({f.one}));
+    f.fillIn();
+    f.type("fieldOfView", "12,5");
+    QCOMPARE(f.field("fieldOfView")->text(), QString("12.5"));
+    QApplication::clipboard()->setText("1,25");
+    f.type("fNumber", "");
+    QTest::keyClick(f.field("fNumber"), Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(f.field("fNumber")->text(), QString("1.25"));
+    f.type("imagingAngle", "left, above"); // a text stays as it is
+    QCOMPARE(f.field("imagingAngle")->text(), QString("left, above"));
+    f.table->item(0, ImportTable::EXPOSURE)->setText("0,25");
+    QCOMPARE(f.cell(0, ImportTable::EXPOSURE), QString("0.25"));
+    const auto sequence = f.imported();
+    QVERIFY(sequence);
+    const CPLClickInfo &info = *(*sequence)[0]->getClickInfo();
+    QCOMPARE((*sequence)[0]->getFOVForImage(EIMAGE_LUMINESCENT), 12.5);
+    using namespace clickinfo;
+    QCOMPARE(numberOf(info, SECTION_LUMINESCENT, KEY_FNUMBER), 1.25);
+    QCOMPARE(numberOf(info, SECTION_LUMINESCENT, KEY_EXPOSURE), 0.25);
+}
+
+void tst_ImportDialog::oneDarkImageForAllOrOneForEach()
+{
+    DialogFixture f;
+    const QString low = writeImage(f.files.filePath("dark1.tif"), 10);
+    const QString high = writeImage(f.files.filePath("dark2.tif"), 20);
+    const auto firstCounts = [](const std::unique_ptr<CVXSSequenceDataset> &sequence, unsigned index) {
+        CILImage counts;
+        (*sequence)[index]->getCalibratedLuminImage(EUNIT_COUNTS, &counts, "test");
+        return counts.pixelAt(0, 0);
+    };
+    QVERIFY(f.add({f.one, f.two})); // both are selected
+    f.fillIn();
+    QVERIFY(f.choose("chooseDark", {low}));
+    QCOMPARE(f.cell(0, ImportTable::DARK), QString("dark1.tif"));
+    QCOMPARE(f.cell(1, ImportTable::DARK), QString("dark1.tif"));
+    QVERIFY(f.choose("chooseDark", {high, low}));
+    QCOMPARE(f.cell(0, ImportTable::DARK), QString("dark1.tif"));
+    QCOMPARE(f.cell(1, ImportTable::DARK), QString("dark2.tif"));
+    f.type("offset", "7"); // of those without a dark image: none
+    const auto sequence = f.imported();
+    QVERIFY(sequence);
+    QCOMPARE(firstCounts(sequence, 0), 100.0 - 10.0);
+    QCOMPARE(firstCounts(sequence, 1), 200.0 - 20.0);
+}
+
+void tst_ImportDialog::filesThatAreNotAsManyAsTheRows()
+{
+    DialogFixture f;
+    QVERIFY(f.add({f.one}));
+    QVERIFY(f.choose("chooseDark", {f.two, f.photograph}, "OK"));
+    QVERIFY(f.cell(0, ImportTable::DARK).isEmpty());
+}
+
+void tst_ImportDialog::offsetsOfAllAndOfOne()
+{
+    DialogFixture f;
+    QVERIFY(f.add({f.one, f.two}));
+    f.fillIn();
+    f.type("offset", "7");
+    f.table->item(1, ImportTable::OFFSET)->setText("9");
+    const auto sequence = f.imported();
+    QVERIFY(sequence);
+    CILImage counts;
+    QCOMPARE((*sequence)[0]->getCalibratedLuminImage(EUNIT_COUNTS, &counts, "test"), ESTATUS_SUCCESS);
+    QCOMPARE(counts.pixelAt(0, 0), 93.0);
+    QCOMPARE((*sequence)[1]->getCalibratedLuminImage(EUNIT_COUNTS, &counts, "test"), ESTATUS_SUCCESS);
+    QCOMPARE(counts.pixelAt(0, 0), 191.0);
+}
+
+void tst_ImportDialog::flatFieldAndExcitationGoAlong()
+{
+    DialogFixture f;
+    QVERIFY(f.add({f.one}));
+    f.fillIn();
+    QVERIFY(f.choose("chooseFlatField", {f.two}));
+    QVERIFY(f.choose("chooseExcitation", {f.photograph}));
+    QVERIFY(f.choose("choosePhotograph", {f.photograph}));
+    f.press("clearFile"); // what was chosen last
+    QVERIFY(f.cell(0, ImportTable::PHOTOGRAPH).isEmpty());
+    const auto sequence = f.imported();
+    QVERIFY(sequence);
+    const CVXSImageList *images = (*sequence)[0]->getImageList();
+    QVERIFY(images->isPresent(EIMAGE_FLATFIELD) && images->isPresent(EIMAGE_EXCITATION));
+    QVERIFY(!images->isPresent(EIMAGE_BACKGROUND) && !images->isPresent(EIMAGE_PHOTOGRAPH));
+}
+
+void tst_ImportDialog::anOffsetBesideADarkImageIsRefused()
+{
+    DialogFixture f;
+    QVERIFY(f.add({f.one}));
+    f.fillIn();
+    f.table->setFile(0, ImportTable::DARK, f.two);
+    f.table->item(0, ImportTable::OFFSET)->setText("5");
+    const DialogAnswerer user({DialogAnswer::press("OK")});
+    f.press("import");
+    QVERIFY2(user.shown(0).text.contains("two.tif"), qPrintable(user.shown(0).text));
+    QVERIFY(!f.dialog->takeSequence());
+}
+
+void tst_ImportDialog::theTableTellsWhatIsLeftOut()
+{
+    DialogFixture f;
+    QVERIFY(writePages(f.files.filePath("stack.tif"), 3));
+    QVERIFY(f.add({f.one, f.files.filePath("stack.tif")}));
+    QCOMPARE(f.cell(0, ImportTable::LUMINESCENT), QString("one.tif"));
+    QCOMPARE(f.cell(1, ImportTable::LUMINESCENT), QString("stack.tif\n3 pages, only the first is imported"));
+    // Both lines have room.
+    QVERIFY(f.table->rowHeight(1) >= 2 * f.table->fontMetrics().lineSpacing());
+    QVERIFY(f.table->rowHeight(1) > f.table->rowHeight(0));
+}
+
+void tst_ImportDialog::imagesCanBeDroppedOnTheDialog()
+{
+    DialogFixture f;
+    const auto drop = [&f](const QString &path) {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(path)});
+        QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        enter.ignore();
+        QApplication::sendEvent(f.dialog.get(), &enter);
+        if (!enter.isAccepted())
+            return false;
+        QDropEvent dropped(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(f.dialog.get(), &dropped);
+        return true;
+    };
+    QVERIFY(f.dialog->acceptDrops());
+    QVERIFY(drop(f.one));
+    QVERIFY(drop(f.two));
+    QCOMPARE(f.table->rowCount(), 2);
+    QCOMPARE(f.cell(1, ImportTable::LUMINESCENT), QString("two.tif"));
+    QVERIFY(!drop(f.files.path()));
+}
+
+void tst_ImportDialog::anotherFormatIsCalledByItsName()
+{
+    DialogFixture f;
+    const QString picture = f.files.filePath("picture.png");
+    QVERIFY(QImage(8, 8, QImage::Format_Grayscale8).save(picture));
+    QVERIFY(f.add({picture}));
+    f.fillIn();
+    const DialogAnswerer user({DialogAnswer::press("OK")});
+    f.press("import");
+    QVERIFY2(user.shown(0).text.contains(
+                 picture + ": not a TIFF file but a PNG picture; only grey TIFF images can be read"),
+             qPrintable(user.shown(0).text));
+}
+
 void tst_ImportDialog::labelsBelongToTheirFields()
 {
     DialogFixture f;
@@ -373,7 +675,7 @@ void tst_ImportDialog::namesAreUnique()
     WorkspaceFixture fixture; // for its profile
     const QString file = writeImage(files.filePath("one.tif"), 1);
     ImportRequest request;
-    request.images = {{file, QString(), 0.0}, {file, QString(), 0.0}};
+    request.images = {{{file}}, {{file}}};
     request.initials = "ZB";
     request.settings.fieldOfView = 10.0;
     // One that is open, in the middle of what would be taken.

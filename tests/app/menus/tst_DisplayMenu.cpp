@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "app/datasets/DatasetLoader.h"
 #include "app/menus/DisplayMenu.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/view/windows/CVXSWorkspace.h"
+#include "host/vxparser/CPLClickInfo.h"
 #include "tests/support/WorkspaceFixture.h"
 
 #include <QAction>
@@ -30,6 +32,8 @@ private Q_SLOTS:
     void offersEveryUnitAndTable();
     void unitOfTheSequence();
     void colorsOfTheSequence();
+    void unitsThatCannotBeShownAreNotOffered();
+    void constantsThatAreEnteredAreNoticed();
     void theColoursThatAreThereChangeNothing();
     void marksFollowChangesOfOthers();
     void datasetOfItsOwn();
@@ -72,6 +76,71 @@ void tst_DisplayMenu::unitOfTheSequence()
     entry(fixture.window.get(), "menuUnit", "Counts")->trigger();
     QCOMPARE(sequence->getActiveUnit(), EUNIT_COUNTS);
     QVERIFY(!radiance->isChecked());
+}
+
+void tst_DisplayMenu::unitsThatCannotBeShownAreNotOffered()
+{
+    TestStudy study;
+    const QMap<QString, QString> withoutExposure = {{clickinfo::KEY_EXPOSURE, QString()}};
+    ClickSpec poor = ClickSpec::of("AB20260102030406");
+    poor.luminescentKeys = withoutExposure;
+    QVERIFY(study.add(poor));
+    ClickSpec photograph = ClickSpec::of("AB20260102030407");
+    photograph.counts = nullptr;
+    photograph.photograph = [](int x, int y) { return float(x + y); };
+    QVERIFY(study.add(photograph));
+    QVERIFY(study.save());
+    const QString folder = study.sequence()->getSequenceInfoPath();
+    study.close();
+    WorkspaceFixture fixture;
+    CVXSSequenceDataset *sequence = fixture.window->openSequence(folder);
+    const auto unit = [&fixture](const QString &text) {
+        return entry(fixture.window.get(), "menuUnit", text);
+    };
+    QVERIFY(unit("Counts")->isEnabled());
+    QVERIFY(unit("Counts")->toolTip().isEmpty() || unit("Counts")->toolTip() == "Counts");
+    QVERIFY(fixture.window->findChild<QMenu *>("menuUnit")->toolTipsVisible());
+    for (const char *text : {"Radiance (Photons)", "Radiant Efficiency"}) {
+        QVERIFY2(!unit(text)->isEnabled(), text);
+        const QString why = unit(text)->toolTip();
+        QVERIFY2(why.contains("Exposure Time") && why.contains("ClickInfo.txt"), qPrintable(why));
+        QVERIFY2(!why.contains("Pixel Pitch"), qPrintable(why));
+    }
+    QVERIFY(!unit("Efficiency")->isEnabled());
+    QVERIFY2(unit("Efficiency")->toolTip().contains("excitation reference"),
+             qPrintable(unit("Efficiency")->toolTip()));
+
+    // One that can be shown is enough; the tooltip names the others.
+    ClickSpec rich = ClickSpec::of("AB20260102030408");
+    TestStudy more("CD20260102030405_SEQ");
+    QVERIFY(more.add(rich));
+    poor.clickNumber = "AB20260102030409";
+    QVERIFY(more.add(poor));
+    fixture.window->parts().workspace->showSequence(more.sequence());
+    QVERIFY(unit("Radiance (Photons)")->isEnabled());
+    const QString remark = unit("Radiance (Photons)")->toolTip();
+    QVERIFY2(remark.contains("AB20260102030409 cannot be shown in it: ") && !remark.contains("AB20260102030408"),
+             qPrintable(remark));
+    fixture.window->parts().workspace->showSequence(sequence);
+    QVERIFY(!unit("Radiance (Photons)")->isEnabled());
+}
+
+void tst_DisplayMenu::constantsThatAreEnteredAreNoticed()
+{
+    TestStudy study;
+    ClickSpec poor = ClickSpec::of("AB20260102030406");
+    poor.luminescentKeys = {{clickinfo::KEY_EXPOSURE, QString()}};
+    CVXSDataset *dataset = study.add(poor);
+    WorkspaceFixture fixture;
+    fixture.window->parts().workspace->showSequence(study.sequence());
+    QAction *radiance = entry(fixture.window.get(), "menuUnit", "Radiance (Photons)");
+    QVERIFY(!radiance->isEnabled());
+    clickinfo::ensureSection(dataset->getClickInfo(), clickinfo::SECTION_LUMINESCENT)
+        ->setValue(clickinfo::KEY_EXPOSURE, "60");
+    auto *view = fixture.window->findChild<QMenu *>("menuView");
+    view->popup(fixture.window->mapToGlobal(QPoint(20, 20)));
+    view->hide();
+    QVERIFY(radiance->isEnabled());
 }
 
 void tst_DisplayMenu::theColoursThatAreThereChangeNothing()

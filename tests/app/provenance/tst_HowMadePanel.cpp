@@ -2,6 +2,7 @@
 #include "app/BannerWidget.h"
 #include "app/datasets/SequenceManager.h"
 #include "app/provenance/HowMadePanel.h"
+#include "host/vxapi/view/windows/CVXSImageWindow.h"
 #include "tests/support/GuiDriver.h"
 #include "tests/support/ResultCheckFixture.h"
 #include "tests/support/Rows.h"
@@ -33,6 +34,7 @@ private Q_SLOTS:
     void itShowsWhatClickInfoMakesOfK_data();
     void itShowsWhatClickInfoMakesOfK();
     void hashesAreShortAndFullInTheToolTip();
+    void theFilesOfImportedOperandsAreNamed();
     void photographsAreNamed();
     void withoutARecordItTellsWhatClickInfoSays_data();
     void withoutARecordItTellsWhatClickInfoSays();
@@ -218,6 +220,24 @@ void tst_HowMadePanel::hashesAreShortAndFullInTheToolTip()
     const QString hash = imagemath::sha256OfFile(m_fixture->fileOf(B, "luminescent.tif"));
     QCOMPARE(textOf("luminescent.tif", 1), "SHA-256 " + hash.left(12) + QChar(0x2026));
     QVERIFY(valueOf("luminescent.tif", 1)->toolTip().contains(hash));
+}
+
+void tst_HowMadePanel::theFilesOfImportedOperandsAreNamed()
+{
+    ClickSpec a = clickA();
+    a.luminescentKeys.insert(clickinfo::KEY_IMPORTED_FROM, "mouse <b>640</b>.tif");
+    QVERIFY(m_fixture->open({a, clickB()}));
+    CVXSDataset *result = m_fixture->makeResult(1, "0.5");
+    QVERIFY(result);
+    QCOMPARE(textOf("Imported from", 0), QString("mouse <b>640</b>.tif"));
+    QCOMPARE(textOf("Imported from", 1), QString("(no such row)")); // B was not imported
+    // A result has the keys of A, but was not imported.
+    const CVXSImageWindow *window = CVXSImageWindow::getImageWindow(result);
+    QCOMPARE(window->windowTitle(), result->getClickNumber());
+    // Without a record of the making too.
+    QVERIFY(ResultCheckFixture::setDescription(result, QByteArray()));
+    visitAgain(result);
+    QCOMPARE(textOf("Imported from", 0), QString("mouse <b>640</b>.tif"));
 }
 
 void tst_HowMadePanel::photographsAreNamed()

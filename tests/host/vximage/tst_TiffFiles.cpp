@@ -22,6 +22,9 @@ struct Recipe
     int compression = COMPRESSION_NONE, predictor = 0, tile = 0;
     const char *mode = "w";
     int pages = 1;
+    /// Of each page, one after the other; what is not given is a page.
+    QVector<uint32_t> subfileTypes = {};
+    QByteArray description = {};
 };
 
 /// Pixel i as the bytes of that type.
@@ -63,6 +66,10 @@ bool make(const QString &path, const Recipe &r)
         return false;
     bool good = true;
     for (int page = 0; page < r.pages; ++page) {
+        if (page < r.subfileTypes.size())
+            TIFFSetField(tiff, TIFFTAG_SUBFILETYPE, r.subfileTypes.at(page));
+        if (!r.description.isEmpty())
+            TIFFSetField(tiff, TIFFTAG_IMAGEDESCRIPTION, r.description.constData());
         TIFFSetField(tiff, TIFFTAG_IMAGEWIDTH, r.width);
         TIFFSetField(tiff, TIFFTAG_IMAGELENGTH, r.height);
         TIFFSetField(tiff, TIFFTAG_BITSPERSAMPLE, r.bits);
@@ -351,6 +358,120 @@ private slots:
         QVERIFY2(said.startsWith(QFile::encodeName(path("bad.tif")) + ": "), said);
         QVERIFY2(said.contains(reason), said);
         QCOMPARE(image.contentId(), id);
+    }
+
+    void anotherFormatIsCalledByItsName_data()
+    {
+        QTest::addColumn<QByteArray>("start");
+        QTest::addColumn<QByteArray>("words");
+        const QByteArray otherwise("not a TIFF file; only grey TIFF images can be read");
+        const auto row = [](const char *name, const QByteArray &start, const QByteArray &words) {
+            QTest::newRow(name) << start << words;
+        };
+        row("PNG", "\x89PNG\r\n\x1a\n",
+            "not a TIFF file but a PNG picture; only grey TIFF images can be read");
+        row("JPEG", "\xff\xd8\xff\xe0", "but a JPEG picture; only grey");
+        row("JPEG 2000", QByteArray("\0\0\0\x0cjP  \r\n", 10), "but a JPEG 2000 picture");
+        row("GIF", "GIF89a", "but a GIF picture");
+        row("BMP", "BM", "but a BMP picture");
+        row("WebP", "RIFF....WEBP", "but a WebP picture");
+        row("DICOM", QByteArray(128, '\0') + "DICM", "but a DICOM image");
+        row("FITS", "SIMPLE  =                    T", "but a FITS image");
+        row("HDF5", "\x89HDF\r\n", "but an HDF5 file");
+        row("PDF", "%PDF-1.7", "but a PDF document");
+        row("ZIP", "PK\x03\x04", "but a ZIP archive");
+        row("DICOM's letters at the start alone", "DICM", otherwise);
+        row("half a signature", "\x89PN", otherwise);
+        row("nothing that is known", "hello, world", otherwise);
+    }
+    void anotherFormatIsCalledByItsName()
+    {
+        QFETCH(QByteArray, start);
+        QFETCH(QByteArray, words);
+        // Whatever the file is called.
+        write(path("picture.tif"), start);
+        CILImage image;
+        QCOMPARE(image.loadTIFF(QFile::encodeName(path("picture.tif"))), EIL_FILE_DAMAGED);
+        const QByteArray said = QByteArray::fromStdString(CILImage::lastError());
+        QVERIFY2(said.contains(words), said);
+        QVERIFY2(!said.contains("magic"), said);
+    }
+
+    void pagesAreCounted_data()
+    {
+        QTest::addColumn<int>("pages");
+        QTest::addColumn<QVector<uint32_t>>("subfileTypes");
+        QTest::addColumn<QByteArray>("description");
+        QTest::addColumn<uint>("counted");
+        const auto row = [](const char *name, int pages, const QVector<uint32_t> &types,
+                            const QByteArray &description, uint counted) {
+            QTest::newRow(name) << pages << types << description << counted;
+        };
+        row("one", 1, {}, "", 1);
+        row("three", 3, {}, "", 3);
+        row("pages that say so", 2, {FILETYPE_PAGE, FILETYPE_PAGE}, "", 2);
+        row("a small copy and a mask are no pages", 3, {0, FILETYPE_REDUCEDIMAGE, FILETYPE_MASK}, "", 1);
+        row("two channels by an OME description", 2, {}, "<OME><Pixels SizeC=\"2\"/></OME>", 2);
+        row("a description of more images than the file has room for", 1, {}, "ImageJ=1.53\nimages=3000\n",
+            1);
+        row("a description of another program", 1, {}, "images=2\n", 1);
+        row("no image at all is no stack", 1, {}, "ImageJ=1.53\nimages=0\n", 1);
+    }
+    void pagesAreCounted()
+    {
+        QFETCH(uint, counted);
+        Recipe r;
+        QFETCH(int, pages);
+        r.pages = pages;
+        QFETCH(QVector<uint32_t>, subfileTypes);
+        r.subfileTypes = subfileTypes;
+        QFETCH(QByteArray, description);
+        r.description = description;
+        QVERIFY(make(path("pages.tif"), r));
+        uint found = 0;
+        QCOMPARE(CILImage::countPages(QFile::encodeName(path("pages.tif")), &found), EIL_SUCCESS);
+        QCOMPARE(found, counted);
+    }
+
+    void imagesBehindTheFirstWithoutDirectoriesAreCounted()
+    {
+        Recipe r;
+        r.description = "ImageJ=1.53\nimages=4\nslices=4\n";
+        QVERIFY(make(path("stack.tif"), r));
+        // What follows is three more images of that size.
+        const QByteArray more(3 * int(r.width * r.height) * r.bits / 8, 'x');
+        write(path("stack.tif"), maker::contents(path("stack.tif")) + more);
+        uint found = 0;
+        QCOMPARE(CILImage::countPages(QFile::encodeName(path("stack.tif")), &found), EIL_SUCCESS);
+        QCOMPARE(found, 4u);
+    }
+
+    void pagesOfWhatIsNoTiffAreNotCounted()
+    {
+        write(path("text.tif"), "no pixels");
+        uint found = 7;
+        QCOMPARE(CILImage::countPages(QFile::encodeName(path("text.tif")), &found), EIL_FILE_DAMAGED);
+        QCOMPARE(CILImage::countPages(QFile::encodeName(path("absent.tif")), &found), EIL_FILE_NOT_FOUND);
+        QCOMPARE(found, 7u);
+    }
+
+    void pagesThatLeadRoundEnd()
+    {
+        Recipe r;
+        r.pages = 2;
+        QVERIFY(make(path("round.tif"), r));
+        QByteArray bytes = maker::contents(path("round.tif"));
+        const auto u16 = [&bytes](int at) { return uchar(bytes[at]) | uchar(bytes[at + 1]) << 8; };
+        const auto u32 = [&u16](int at) { return u16(at) | u16(at + 2) << 16; };
+        const auto next = [&u16](int directory) { return directory + 2 + 12 * u16(directory); };
+        QVERIFY(bytes.startsWith(QByteArray("II*\0", 4)));
+        const int first = u32(4);
+        const int second = u32(next(first));
+        bytes.replace(next(second), 4, bytes.mid(4, 4)); // back to the first
+        write(path("round.tif"), bytes);
+        uint found = 0;
+        QCOMPARE(CILImage::countPages(QFile::encodeName(path("round.tif")), &found), EIL_SUCCESS);
+        QCOMPARE(found, 2u);
     }
 
     void aTruncatedFileIsRefusedWhereverItEnds()

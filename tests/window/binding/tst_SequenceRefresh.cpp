@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/view/canvas/CVXSMultiImageView.h"
 #include "host/vxapi/view/canvas/CVXSTextTag.h"
 #include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
 #include "host/vxapi/view/windows/CVXSWorkspace.h"
+#include "host/vxparser/CPLClickInfo.h"
 #include "host/vxutils/CVXUtilityFns.h"
 #include "tests/support/BoundWindow.h"
 #include "tests/support/LogCatcher.h"
@@ -28,6 +31,7 @@ private Q_SLOTS:
 
     void aHiddenWindowKeepsItsLists_data();
     void aHiddenWindowKeepsItsLists();
+    void theFilesOfImportedClicksAreInTheTooltips();
     void emptyListsStayEmpty();
     void aChangeOfTheSequenceComputesOnce_data();
     void aChangeOfTheSequenceComputesOnce();
@@ -75,6 +79,35 @@ void tst_SequenceRefresh::aHiddenWindowKeepsItsLists()
     const QStringList expected = visible ? QStringList{"A1", "A2", "A3"} : QStringList{"A1", "A2"};
     QCOMPARE(bound.listA(), expected);
     QCOMPARE(bound.listB(), expected);
+}
+
+void tst_SequenceRefresh::theFilesOfImportedClicksAreInTheTooltips()
+{
+    using namespace clickinfo;
+    BoundWindow bound;
+    const auto nameSource = [](CVXSDataset *dataset, const QString &file) {
+        ensureSection(dataset->getClickInfo(), SECTION_LUMINESCENT)->setValue(KEY_IMPORTED_FROM, file);
+    };
+    nameSource(bound.addClick("A1"), "mouse <b>640</b>.tif");
+    bound.addClick("A2");
+    QVERIFY(bound.saveAndBind());
+    bound.show();
+    const auto toolTips = [&bound] {
+        QStringList all;
+        for (const QListWidget *list : {bound.window()->m_pListBoxA, bound.window()->m_pListBoxB}) {
+            for (int row = 0; row < list->count(); ++row)
+                all += list->item(row)->toolTip();
+        }
+        return all;
+    };
+    const QString first = "<qt>mouse &lt;b&gt;640&lt;/b&gt;.tif</qt>"; // shown as it stands
+    QCOMPARE(toolTips(), (QStringList{first, "", first, ""}));
+    QCOMPARE(bound.listA(), (QStringList{"A1", "A2"}));
+    // After the lists were filled anew as well.
+    nameSource(bound.addClick("A3"), "third.tif");
+    bound.window()->updateImageMathWindow();
+    const QString third = "<qt>third.tif</qt>";
+    QCOMPARE(toolTips(), (QStringList{first, "", third, first, "", third}));
 }
 
 void tst_SequenceRefresh::emptyListsStayEmpty()

@@ -41,6 +41,9 @@ constexpr QLatin1String KEY_FOV("Field of View");                 ///< width of 
 constexpr QLatin1String KEY_IMPORTED_FROM("Imported From");
 constexpr QLatin1String KEY_NOTE("Igor Wave Note"); ///< "key=value;" entries; the last pair of its section
 
+// --- "background image" ---
+constexpr QLatin1String KEY_OFFSET("Camera Offset"); ///< [counts]; of an image that is this number everywhere
+
 // --- "luminescent image" ---
 constexpr QLatin1String KEY_KIND("Acquisition Kind"); ///< one of the four below
 constexpr QLatin1String KIND_LUMINESCENT("luminescent");

@@ -66,6 +66,12 @@ clickinfo::ResultValues clickinfo::resultValuesOf(const CPLClickInfo &info)
     return ResultValues::InUnit;
 }
 
+QString clickinfo::sourceFileOf(const CPLClickInfo &info, QLatin1String section)
+{
+    const bool isComputed = !textOf(info, section, KEY_MATH_OPERATION).isNull();
+    return isComputed ? QString() : textOf(info, section, KEY_IMPORTED_FROM);
+}
+
 QString clickinfo::textOfNumber(double value)
 {
     return QString::number(value, 'g', QLocale::FloatingPointShortest);

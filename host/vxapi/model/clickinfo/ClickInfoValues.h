@@ -40,6 +40,10 @@ enum class ResultValues {
 /// InUnit also for what is no result.
 VXAPI_EXPORT ResultValues resultValuesOf(const CPLClickInfo &info);
 
+/// The name of the file that the image of that section was imported from. Null when it was not imported, and
+/// for an image that was computed: the name that stands there is that of an operand's file.
+VXAPI_EXPORT QString sourceFileOf(const CPLClickInfo &info, QLatin1String section);
+
 /// The shortest text that reads back as the same number.
 VXAPI_EXPORT QString textOfNumber(double value);
 /// "1" or "0".

@@ -25,7 +25,8 @@ bool ConstantRange::holds(double value) const
 QString ConstantRange::text() const
 {
     if (isLeastIncluded)
-        return Text::tr("of %1 or more").arg(least);
+        return std::isinf(most) ? Text::tr("of %1 or more").arg(least)
+                                : Text::tr("from %1 to %2").arg(least).arg(most);
     return std::isinf(most) ? Text::tr("above %1").arg(least)
                             : Text::tr("above %1, at most %2").arg(least).arg(most);
 }
@@ -39,6 +40,8 @@ ConstantRange clickinfo::constantRange(QLatin1String key)
 {
     if (key == KEY_BINNING)
         return {1.0, true};
+    if (key == KEY_OFFSET)
+        return {0.0, true, 1e9}; // more than any camera counts
     if (key == KEY_QUANTUM_EFFICIENCY || key == KEY_TRANSMISSION)
         return {0.0, false, 1.0};
     return {};

@@ -5,15 +5,16 @@
 #include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 #include "host/vxapi/model/clickinfo/ConstantRanges.h"
 #include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/import/ImportedImages.h"
 #include "host/vxparser/CPLClickInfo.h"
 #include "host/vxutils/CVXPreference.h"
+#include "host/vxutils/CVXSLog.h"
 #include "host/vxutils/CVXUtilityFns.h"
 
 #include <algorithm>
 #include <cmath>
 #include <QCoreApplication>
 #include <QDateTime>
-#include <QFile>
 #include <QFileInfo>
 #include <QStringList>
 #include <utility>
@@ -29,29 +30,55 @@ struct Text
     Q_DECLARE_TR_FUNCTIONS(ImageImport)
 };
 
-/// "setting: reason" of the first setting that is not usable; empty when all are.
-QString refusal(const ImportSettings &settings)
+QString refused(QLatin1String key, const QString &reason)
 {
-    const auto refused = [](QLatin1String key, const QString &reason) {
-        return key + QStringLiteral(": ") + reason;
+    return key + QStringLiteral(": ") + reason;
+}
+
+/// "setting: reason" of the first number that is not usable; empty when all are.
+QString refusedNumber(const ImportSettings &settings)
+{
+    struct Number
+    {
+        QLatin1String key;
+        double value;
+        bool isNeeded;
     };
+    const Number numbers[] = {
+        {KEY_FOV, settings.fieldOfView, true},
+        {KEY_BINNING, settings.binning, true},
+        {KEY_EXPOSURE, settings.exposure, false},
+        {KEY_FNUMBER, settings.fNumber, false},
+        {KEY_PIXEL_PITCH, settings.pixelPitch, false},
+        {KEY_GAIN, settings.electronsPerCount, false},
+        {KEY_QUANTUM_EFFICIENCY, settings.quantumEfficiency, false},
+        {KEY_TRANSMISSION, settings.transmission, false},
+        {KEY_EXCITATION_IRRADIANCE, settings.excitationIrradiance, false},
+        {KEY_OFFSET, settings.offset, false},
+    };
+    for (const Number &number : numbers) {
+        if (std::isnan(number.value) && !number.isNeeded)
+            continue;
+        if (!std::isfinite(number.value) || !constantRange(number.key).holds(number.value))
+            return refused(number.key, constantRange(number.key).requirement());
+    }
+    return QString();
+}
+
+/// "setting: reason" of the first setting that is not usable; empty when all are.
+QString refusal(const ImportFiles &files, const ImportSettings &settings)
+{
     const QStringList kinds = {KIND_LUMINESCENT, KIND_FLUORESCENT, KIND_TRANSFLUORESCENT,
                                KIND_TRANSILLUMINATION};
     if (!settings.kind.isEmpty() && !kinds.contains(settings.kind))
         return refused(KEY_KIND, Text::tr("\"%1\" is no kind of acquisition").arg(settings.kind));
-    const std::pair<QLatin1String, double> numbers[] = {
-        {KEY_FOV, settings.fieldOfView},           {KEY_EXPOSURE, settings.exposure},
-        {KEY_FNUMBER, settings.fNumber},           {KEY_PIXEL_PITCH, settings.pixelPitch},
-        {KEY_GAIN, settings.electronsPerCount},    {KEY_QUANTUM_EFFICIENCY, settings.quantumEfficiency},
-        {KEY_TRANSMISSION, settings.transmission}, {KEY_BINNING, settings.binning},
-    };
-    for (const auto &[key, value] : numbers) {
-        if (!std::isfinite(value) || !constantRange(key).holds(value))
-            return refused(key, constantRange(key).requirement());
-    }
-    if (!std::isfinite(settings.excitationIrradiance) || settings.excitationIrradiance < 0.0)
-        return refused(KEY_EXCITATION_IRRADIANCE,
-                       Text::tr("it has to be a number above 0, or 0 when it is not known"));
+    const QString number = refusedNumber(settings);
+    if (!number.isEmpty())
+        return number;
+    if (!std::isnan(settings.offset) && !files.dark.isEmpty())
+        return refused(KEY_OFFSET, Text::tr("there is a dark image as well, \"%1\"; only one of them can be "
+                                            "subtracted")
+                                       .arg(QFileInfo(files.dark).fileName()));
     if (!settings.acquisitionDate.isEmpty() &&
         !QDateTime::fromString(settings.acquisitionDate, Qt::ISODate).isValid())
         return refused(
@@ -60,34 +87,11 @@ QString refusal(const ImportSettings &settings)
     return QString();
 }
 
-ESTATUS statusOf(EILSTATUS status)
-{
-    switch (status) {
-    case EIL_FILE_NOT_FOUND:
-        return ESTATUS_FILE_NOT_FOUND;
-    case EIL_FILE_NOT_READABLE:
-        return ESTATUS_FILE_NOT_READABLE;
-    case EIL_FILE_TOO_LARGE:
-        return ESTATUS_IMAGE_TOO_LARGE;
-    case EIL_NO_MEMORY:
-        return ESTATUS_FAILURE;
-    default:
-        return ESTATUS_BAD_IMAGE;
-    }
-}
-
-ESTATUS read(const QString &path, CILImage *image, QString *error)
-{
-    const EILSTATUS status = image->loadTIFF(QFile::encodeName(path).constData());
-    if (status == EIL_SUCCESS)
-        return ESTATUS_SUCCESS;
-    *error = QString::fromStdString(CILImage::lastError());
-    return statusOf(status);
-}
-
+/// Nothing for a number that is not known.
 void setNumber(CPLSection *section, QLatin1String key, double value)
 {
-    section->setValue(key, textOfNumber(value));
+    if (!std::isnan(value))
+        section->setValue(key, textOfNumber(value));
 }
 
 /// What luminescent image and photograph have in common.
@@ -116,8 +120,7 @@ void addLuminescent(CVXSDataset *dataset, CILImage image, const QString &path, c
     setNumber(section, KEY_EXPOSURE, settings.exposure);
     setNumber(section, KEY_FNUMBER, settings.fNumber);
     setNumber(section, KEY_TRANSMISSION, settings.transmission);
-    if (settings.excitationIrradiance > 0.0)
-        setNumber(section, KEY_EXCITATION_IRRADIANCE, settings.excitationIrradiance);
+    setNumber(section, KEY_EXCITATION_IRRADIANCE, settings.excitationIrradiance);
     if (!settings.imagingAngle.isEmpty())
         section->setValue(KEY_IMAGING_ANGLE, settings.imagingAngle);
     addNote(section, settings.binning);
@@ -142,11 +145,54 @@ void addPhotograph(CVXSDataset *dataset, const CILImage &image, const QString &p
     addNote(section, binning);
 }
 
+/// An image of the same grid that is taken with it.
+void addCompanion(CVXSDataset *dataset, tag_eimagetype type, QLatin1String section, const CILImage &image,
+                  const QString &path)
+{
+    if (image.isEmpty())
+        return;
+    dataset->setCoreImage(type, image);
+    ensureSection(dataset->getClickInfo(), section)->setValue(KEY_IMPORTED_FROM, QFileInfo(path).fileName());
+}
+
+/// A background image that is the offset everywhere.
+void addOffset(CVXSDataset *dataset, const CILImage &luminescent, double offset)
+{
+    CILImage image;
+    image.InitWithType(VXS_FLOAT, luminescent.getWidth(), luminescent.getHeight());
+    auto *pixels = static_cast<float *>(image.get_data());
+    std::fill(pixels, pixels + image.pixelCount(), float(offset));
+    // A copy is an image of its own, of which nobody holds the pixels: what is computed with it may be
+    // remembered.
+    dataset->setCoreImage(EIMAGE_BACKGROUND, CILImage(static_cast<const CILImage &>(image)));
+    setNumber(ensureSection(dataset->getClickInfo(), SECTION_BACKGROUND), KEY_OFFSET, offset);
+}
+
+void addImages(CVXSDataset *dataset, const ImportFiles &files, const ImportedImages &images,
+               const ImportSettings &settings)
+{
+    addLuminescent(dataset, images.luminescent, files.luminescent, settings);
+    if (!images.photograph.isEmpty())
+        addPhotograph(dataset, images.photograph, files.photograph, settings,
+                      double(images.luminescent.getWidth()) * settings.binning);
+    addCompanion(dataset, EIMAGE_BACKGROUND, SECTION_BACKGROUND, images.dark, files.dark);
+    addCompanion(dataset, EIMAGE_FLATFIELD, SECTION_FLATFIELD, images.flatField, files.flatField);
+    addCompanion(dataset, EIMAGE_EXCITATION, SECTION_EXCITATION, images.excitation, files.excitation);
+    if (!std::isnan(settings.offset))
+        addOffset(dataset, images.luminescent, settings.offset);
+}
+
 } // namespace
 
-std::unique_ptr<CVXSDataset> importImages(const QString &clickNumber, const QString &luminescentPath,
-                                          const QString &photographPath, const ImportSettings &settings,
-                                          ESTATUS *status, QString *error)
+QStringList ImportFiles::all() const
+{
+    QStringList paths = {luminescent, photograph, dark, flatField, excitation};
+    paths.removeAll(QString());
+    return paths;
+}
+
+std::unique_ptr<CVXSDataset> importImages(const QString &clickNumber, const ImportFiles &files,
+                                          const ImportSettings &settings, ESTATUS *status, QString *error)
 {
     const auto tell = [status, error](ESTATUS code, const QString &reason) {
         if (status)
@@ -158,27 +204,24 @@ std::unique_ptr<CVXSDataset> importImages(const QString &clickNumber, const QStr
     if (!CVXUtilityFns::isSafeFileName(clickNumber))
         return tell(ESTATUS_BAD_NAME,
                     Text::tr("click number: \"%1\" is not a plain file name").arg(clickNumber));
-    const QString setting = refusal(settings);
+    const QString setting = refusal(files, settings);
     if (!setting.isEmpty())
         return tell(ESTATUS_BAD_VALUE, setting);
-    if (luminescentPath.isEmpty())
-        return tell(ESTATUS_FILE_NOT_FOUND, Text::tr("luminescent image: no file is named"));
-    CILImage luminescent;
-    CILImage photograph;
+    ImportedImages images;
     QString reason;
-    ESTATUS code = read(luminescentPath, &luminescent, &reason);
-    if (code == ESTATUS_SUCCESS && !photographPath.isEmpty())
-        code = read(photographPath, &photograph, &reason);
+    const ESTATUS code = readImages(files, &images, &reason);
     if (code != ESTATUS_SUCCESS)
         return tell(code, reason);
 
     auto dataset = std::make_unique<CVXSDataset>(clickNumber);
     ensureSection(dataset->getClickInfo(), SECTION_CLICK_NUMBER)
         ->setValue(KEY_VERSION, CVXPreference::getAppVersion());
-    addLuminescent(dataset.get(), luminescent, luminescentPath, settings);
-    if (!photograph.isEmpty())
-        addPhotograph(dataset.get(), photograph, photographPath, settings,
-                      double(luminescent.getWidth()) * settings.binning);
+    addImages(dataset.get(), files, images, settings);
+    for (const QString &path : files.all()) {
+        const QString left = notImported(path);
+        if (!left.isEmpty())
+            vxLog(ELOG_WARNING, path + QStringLiteral(": ") + left);
+    }
     tell(ESTATUS_SUCCESS, QString());
     return dataset;
 }

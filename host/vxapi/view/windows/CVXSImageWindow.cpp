@@ -20,6 +20,7 @@
 #include "host/vxapi/view/windows/PixelReadout.h"
 #include "host/vxapi/view/windows/SequenceSaving.h"
 #include "host/vxutils/CVXUtilityFns.h"
+#include "host/vxutils/PlainToolTip.h"
 
 #include <QClipboard>
 #include <QComboBox>
@@ -148,6 +149,10 @@ void CVXSImageWindow::Private::refresh()
     w.limits->setLimits(picture->limits());
     w.flatField->setChecked(dataset->isLuminFlatFieldCorrected());
     w.unit->setText(isLuminescent ? unitText(dataset->getShownUnit()) : QString());
+    const bool isInCountsOnly = isLuminescent && dataset->getShownUnit() == EUNIT_COUNTS;
+    const QString obstacle = isInCountsOnly ? dataset->obstacleToUnit(EUNIT_RADIANCE) : QString();
+    w.unitNote->setVisible(!obstacle.isEmpty());
+    w.unitNote->setToolTip(plainToolTip(obstacle));
     QStringList notes;
     for (const QString &note : {isLuminescent ? correctionText(*dataset) : QString(), picture->note()}) {
         if (!note.isEmpty())
@@ -188,7 +193,8 @@ CVXSImageWindow::CVXSImageWindow(CVXSDataset *dataset, QWidget *parent)
     resize(840, 720);
     if (!dataset)
         return;
-    setWindowTitle(dataset->getClickNumber());
+    // In a title "[*]" is the mark of changes; doubled it stands for itself.
+    setWindowTitle(clickAndSourceText(*dataset).replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
     d->refresh();
     d->measurer->measureLater();
     // Corrections that are switched on for a computation and back at once are shown once, afterwards.

@@ -10,6 +10,7 @@
 #include "host/vxapi/view/windows/DatasetThumbnail.h"
 #include "host/vxapi/view/windows/SequenceSaving.h"
 #include "host/vxutils/CVXUtilityFns.h"
+#include "host/vxutils/PlainToolTip.h"
 
 #include <algorithm>
 #include <QHash>
@@ -23,6 +24,7 @@
 namespace {
 
 constexpr int THUMBNAIL_SIDE = 132;
+constexpr int GRID_MARGIN = 20; ///< beside the longest line of a click
 constexpr int CLICK_ROLE = Qt::UserRole;
 
 QList<CVXSSequenceWindow *> &sequenceWindows()
@@ -37,7 +39,7 @@ QString importText(CVXSDataset *dataset)
     QStringList files;
     for (const QLatin1String section : {clickinfo::SECTION_LUMINESCENT, clickinfo::SECTION_PHOTOGRAPH}) {
         if (dataset)
-            files.append(clickinfo::textOf(*dataset->getClickInfo(), section, clickinfo::KEY_IMPORTED_FROM));
+            files.append(clickinfo::sourceFileOf(*dataset->getClickInfo(), section));
     }
     files.removeAll(QString());
     return files.isEmpty()
@@ -61,6 +63,7 @@ public:
     void build();
     void updateTitle();
     void followLoading();
+    QSize cellSize() const;
     void rebuild();
     void sequenceChanged();
     void makeNextThumbnail();
@@ -121,6 +124,7 @@ void CVXSSequenceWindow::Private::updateTitle()
 QListWidgetItem *CVXSSequenceWindow::Private::addItem(const QString &clickNumber)
 {
     auto *item = new QListWidgetItem(list);
+    item->setSizeHint(list->gridSize() - QSize(4, 4)); // else lines are broken at the picture's width
     item->setData(CLICK_ROLE, clickNumber);
     QPixmap empty(THUMBNAIL_SIDE, THUMBNAIL_SIDE);
     empty.fill(QColor(0x20, 0x22, 0x26));
@@ -134,8 +138,14 @@ void CVXSSequenceWindow::Private::describe(QListWidgetItem *item) const
     const QString clickNumber = item->data(CLICK_ROLE).toString();
     CVXSDataset *dataset = sequence->getDataset(clickNumber);
     const QString missing = sequence->isLoading() ? tr("is being loaded") : tr("cannot be opened");
-    item->setText(clickNumber + QLatin1Char('\n') + (dataset ? datasetKindText(*dataset) : missing));
-    item->setToolTip(item->text() + importText(dataset));
+    const QString text = clickNumber + QLatin1Char('\n') + (dataset ? datasetKindText(*dataset) : missing);
+    const QString source = dataset ? sourceFileText(*dataset) : QString();
+    const int room = list->gridSize().width() - GRID_MARGIN;
+    const QString shown =
+        source.isEmpty() ? QString()
+                         : QLatin1Char('\n') + list->fontMetrics().elidedText(source, Qt::ElideMiddle, room);
+    item->setText(text + shown);
+    item->setToolTip(plainToolTip(text + importText(dataset)));
     item->setForeground(
         list->palette().brush(dataset ? QPalette::Active : QPalette::Disabled, QPalette::Text));
 }
@@ -155,18 +165,30 @@ void CVXSSequenceWindow::Private::followLoading()
     connect(sequence, &CVXSSequenceDataset::loaded, q, [this] { sequenceChanged(); });
 }
 
+// Wide enough for the longest click number (cut off, they would all read the same), and for the names of files
+// as far as there is room.
+QSize CVXSSequenceWindow::Private::cellSize() const
+{
+    const QFontMetrics metrics = list->fontMetrics();
+    int width = THUMBNAIL_SIDE + 28;
+    int lines = 2;
+    for (const QString &clickNumber : qAsConst(clickNumbers)) {
+        const CVXSDataset *dataset = sequence->getDataset(clickNumber);
+        const QString source = dataset ? sourceFileText(*dataset) : QString();
+        lines = source.isEmpty() ? lines : 3;
+        for (const QString &line : {clickNumber, source})
+            width = std::max(width, metrics.size(Qt::TextSingleLine, line).width() + GRID_MARGIN);
+    }
+    return {std::min(width, 2 * THUMBNAIL_SIDE), THUMBNAIL_SIDE + lines * metrics.lineSpacing() + 18};
+}
+
 void CVXSSequenceWindow::Private::rebuild()
 {
     const QListWidgetItem *current = list->currentItem();
     const QString selected = current ? current->data(CLICK_ROLE).toString() : QString();
     list->clear();
     clickNumbers = sequence ? sequence->getClickNumbers() : QStringList();
-    // Wide enough for the longest click number: cut off, they would all read the same.
-    int width = THUMBNAIL_SIDE + 28;
-    for (const QString &clickNumber : qAsConst(clickNumbers))
-        width = std::max(width, list->fontMetrics().size(Qt::TextSingleLine, clickNumber).width() + 20);
-    list->setGridSize(QSize(std::min(width, 2 * THUMBNAIL_SIDE),
-                            THUMBNAIL_SIDE + 2 * list->fontMetrics().lineSpacing() + 18));
+    list->setGridSize(cellSize());
     QHash<QString, Thumbnail> kept;
     for (const QString &clickNumber : qAsConst(clickNumbers)) {
         QListWidgetItem *item = addItem(clickNumber);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/view/windows/DatasetText.h"
 
+#include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 #include "host/vxapi/model/CVXSDataset.h"
 
 #include <QCoreApplication>
@@ -32,6 +34,22 @@ QString datasetKindText(const CVXSDataset &dataset)
     if (dataset.getImageList()->isPresent(EIMAGE_XRAY))
         return Text::tr("X-ray");
     return Text::tr("No image");
+}
+
+QString sourceFileText(const CVXSDataset &dataset)
+{
+    using namespace clickinfo;
+    if (isMathResult(*dataset.getClickInfo()))
+        return QString();
+    const QString file = sourceFileOf(*dataset.getClickInfo(), SECTION_LUMINESCENT);
+    return file.isEmpty() ? sourceFileOf(*dataset.getClickInfo(), SECTION_PHOTOGRAPH) : file;
+}
+
+QString clickAndSourceText(const CVXSDataset &dataset)
+{
+    const QString file = sourceFileText(dataset);
+    return file.isEmpty() ? dataset.getClickNumber()
+                          : Text::tr("%1 - %2").arg(dataset.getClickNumber(), file);
 }
 
 QString correctionText(const CVXSDataset &dataset)

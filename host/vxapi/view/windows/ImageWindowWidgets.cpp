@@ -74,6 +74,9 @@ QHBoxLayout *ImageWindowWidgets::topRow(QWidget *window)
     imageChoice = make<QComboBox>(window, "ImageChoice");
     unit = make<QLabel>(window, "UnitLabel");
     unit->setWordWrap(true);
+    unitNote = make<QLabel>(window, "UnitNote");
+    unitNote->setText(Text::tr("no radiance: constants are missing"));
+    unitNote->hide();
     flatField = make<QToolButton>(window, "FlatFieldButton");
     flatField->setText(Text::tr("Flat field"));
     flatField->setToolTip(Text::tr("Corrects the luminescent image with the dataset's flat-field image"));
@@ -86,6 +89,7 @@ QHBoxLayout *ImageWindowWidgets::topRow(QWidget *window)
     auto *row = new QHBoxLayout;
     row->addWidget(imageChoice);
     row->addWidget(unit, 1);
+    row->addWidget(unitNote);
     row->addWidget(flatField);
     row->addWidget(tableButton);
     return row;

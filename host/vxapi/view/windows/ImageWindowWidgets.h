@@ -31,6 +31,7 @@ struct ImageWindowWidgets
     QLabel *opacityLabel = nullptr;
     QSpinBox *opacity = nullptr;
     QLabel *unit = nullptr;
+    QLabel *unitNote = nullptr; ///< that there are counts only; why stands in its tooltip
     QToolButton *flatField = nullptr;
     QToolButton *tableButton = nullptr;
     ColorLimitsPanel *limits = nullptr;

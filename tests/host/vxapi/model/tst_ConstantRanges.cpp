@@ -37,6 +37,9 @@ void tst_ConstantRanges::whatARangeHolds_data()
     row("binning 1", QString(KEY_BINNING), 1.0, true);
     row("binning below 1", QString(KEY_BINNING), 0.999, false);
     row("a field of view", QString(KEY_FOV), 12.5, true);
+    row("no offset", QString(KEY_OFFSET), 0.0, true);
+    row("an offset below 0", QString(KEY_OFFSET), -1.0, false);
+    row("an offset that no camera has", QString(KEY_OFFSET), 1e30, false);
     row("no field of view", QString(KEY_FOV), 0.0, false);
 }
 

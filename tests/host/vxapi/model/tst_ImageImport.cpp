@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 #include "host/vxapi/model/clickinfo/ClickInfoValues.h"
+#include "host/vxapi/model/CROIManager.h"
+#include "host/vxapi/model/CRoiMeasurementManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/model/import/ImageImport.h"
@@ -10,6 +12,7 @@
 #include "tests/support/LogCatcher.h"
 #include "tests/support/Rows.h"
 #include "tests/support/TestStudy.h"
+#include "tests/support/TiffPages.h"
 
 #include <QtTest>
 
@@ -69,6 +72,18 @@ private Q_SLOTS:
     void writesEverySettingDown();
     void radianceIsThatOfTheFormula();
     void leavesOutWhatIsNotKnown();
+    void withoutConstantsThereAreCountsAlone();
+    void oneConstantThatIsMissingIsNamedAlone_data();
+    void oneConstantThatIsMissingIsNamedAlone();
+    void constantsThatVersion1MadeUpAreNone_data();
+    void constantsThatVersion1MadeUpAreNone();
+    void anOffsetIsSubtractedEverywhere();
+    void companionsAreTakenAndSurviveSaving();
+    void companionsThatDoNotFit_data();
+    void companionsThatDoNotFit();
+    void theRatioOfBackgroundsIsThatOfTheLight_data();
+    void theRatioOfBackgroundsIsThatOfTheLight();
+    void pagesThatAreLeftOutAreLogged();
     void everyPixelTypeIsTaken_data();
     void everyPixelTypeIsTaken();
     void survivesSavingAndOpening();
@@ -106,7 +121,7 @@ void tst_ImageImport::makesADatasetInMemory()
     const LogCatcher log;
     ESTATUS status = ESTATUS_FAILURE;
     QString error = "something";
-    const auto dataset = importImages(CLICK, m_luminescent, m_photograph, allSettings(), &status, &error);
+    const auto dataset = importImages(CLICK, {m_luminescent, m_photograph}, allSettings(), &status, &error);
     QVERIFY2(dataset, qPrintable(error));
     QCOMPARE(status, ESTATUS_SUCCESS);
     QVERIFY(error.isEmpty());
@@ -127,7 +142,7 @@ void tst_ImageImport::makesADatasetInMemory()
 
 void tst_ImageImport::writesEverySettingDown()
 {
-    const auto dataset = importImages(CLICK, m_luminescent, m_photograph, allSettings(), nullptr, nullptr);
+    const auto dataset = importImages(CLICK, {m_luminescent, m_photograph}, allSettings(), nullptr, nullptr);
     QVERIFY(dataset);
     QVERIFY(dataset->isFluorescentDataset());
     QCOMPARE(dataset->getFOVForImage(EIMAGE_LUMINESCENT), 12.5);
@@ -158,7 +173,7 @@ void tst_ImageImport::writesEverySettingDown()
 
 void tst_ImageImport::radianceIsThatOfTheFormula()
 {
-    const auto dataset = importImages(CLICK, m_luminescent, QString(), allSettings(), nullptr, nullptr);
+    const auto dataset = importImages(CLICK, {m_luminescent}, allSettings(), nullptr, nullptr);
     QVERIFY(dataset);
     CILImage radiance;
     QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_RADIANCE, &radiance, "test"), ESTATUS_SUCCESS);
@@ -176,12 +191,259 @@ void tst_ImageImport::leavesOutWhatIsNotKnown()
 {
     ImportSettings settings;
     settings.fieldOfView = 20.0;
-    const auto dataset = importImages(CLICK, m_luminescent, QString(), settings, nullptr, nullptr);
+    const auto dataset = importImages(CLICK, {m_luminescent}, settings, nullptr, nullptr);
     QVERIFY(dataset);
     QVERIFY(dataset->isLuminescentDataset());
     QVERIFY(!dataset->getImageList()->isPresent(EIMAGE_PHOTOGRAPH));
-    for (const QLatin1String key : {KEY_EXCITATION_IRRADIANCE, KEY_IMAGING_ANGLE, KEY_ACQUISITION_DATE})
+    for (const QLatin1String key : {KEY_EXPOSURE, KEY_FNUMBER, KEY_TRANSMISSION, KEY_EXCITATION_IRRADIANCE,
+                                    KEY_IMAGING_ANGLE, KEY_ACQUISITION_DATE})
         QVERIFY2(value(*dataset, SECTION_LUMINESCENT, key).isNull(), key.data());
+    for (const QLatin1String key : {KEY_GAIN, KEY_QUANTUM_EFFICIENCY, KEY_PIXEL_PITCH, KEY_MAGNIFICATION})
+        QVERIFY2(value(*dataset, SECTION_CAMERA, key).isNull(), key.data());
+    for (const tag_eimagetype type : {EIMAGE_BACKGROUND, EIMAGE_FLATFIELD, EIMAGE_EXCITATION})
+        QVERIFY(!dataset->getImageList()->isPresent(type));
+}
+
+void tst_ImageImport::withoutConstantsThereAreCountsAlone()
+{
+    ImportSettings settings;
+    settings.fieldOfView = 20.0;
+    const auto dataset = importImages(CLICK, {m_luminescent}, settings, nullptr, nullptr);
+    QVERIFY(dataset);
+    QVERIFY(dataset->obstacleToUnit(EUNIT_COUNTS).isEmpty());
+    CILImage image;
+    QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_COUNTS, &image, "test"), ESTATUS_SUCCESS);
+    const LogCatcher log;
+    for (const tag_edisplayunit unit : {EUNIT_RADIANCE, EUNIT_RADIANT_EFFICIENCY}) {
+        QCOMPARE(dataset->getCalibratedLuminImage(unit, &image, "test"), ESTATUS_BAD_VALUE);
+        QVERIFY(image.isEmpty());
+        const QString obstacle = dataset->obstacleToUnit(unit);
+        for (const QLatin1String key : {KEY_EXPOSURE, KEY_FNUMBER, KEY_TRANSMISSION, KEY_GAIN,
+                                        KEY_QUANTUM_EFFICIENCY, KEY_PIXEL_PITCH, KEY_MAGNIFICATION}) {
+            QVERIFY2(obstacle.contains("\"" + key + "\""), qPrintable(obstacle));
+            QVERIFY2(log.failures().last().contains(key), qPrintable(log.failures().last()));
+        }
+        QVERIFY2(obstacle.contains("entered at the import, or in ClickInfo.txt"), qPrintable(obstacle));
+    }
+    QVERIFY(dataset->obstacleToUnit(EUNIT_EFFICIENCY).contains("excitation reference"));
+}
+
+void tst_ImageImport::oneConstantThatIsMissingIsNamedAlone_data()
+{
+    QTest::addColumn<Edit>("forget");
+    QTest::addColumn<QStringList>("missing");
+    const auto row = [](const char *name, const Edit &forget, const QStringList &missing) {
+        QTest::newRow(name) << forget << missing;
+    };
+    row("exposure", [](ImportSettings *s) { s->exposure = NOT_KNOWN; }, {KEY_EXPOSURE});
+    row("f-number", [](ImportSettings *s) { s->fNumber = NOT_KNOWN; }, {KEY_FNUMBER});
+    row("pixel pitch, from which the magnification follows",
+        [](ImportSettings *s) { s->pixelPitch = NOT_KNOWN; }, {KEY_PIXEL_PITCH, KEY_MAGNIFICATION});
+    row("gain", [](ImportSettings *s) { s->electronsPerCount = NOT_KNOWN; }, {KEY_GAIN});
+    row("quantum efficiency", [](ImportSettings *s) { s->quantumEfficiency = NOT_KNOWN; },
+        {KEY_QUANTUM_EFFICIENCY});
+    row("transmission", [](ImportSettings *s) { s->transmission = NOT_KNOWN; }, {KEY_TRANSMISSION});
+    row("nothing", [](ImportSettings *) {}, {});
+}
+
+void tst_ImageImport::oneConstantThatIsMissingIsNamedAlone()
+{
+    QFETCH(Edit, forget);
+    QFETCH(QStringList, missing);
+    ImportSettings settings = allSettings();
+    forget(&settings);
+    const auto dataset = importImages(CLICK, {m_luminescent}, settings, nullptr, nullptr);
+    QVERIFY(dataset);
+    const QString obstacle = dataset->obstacleToUnit(EUNIT_RADIANCE);
+    QCOMPARE(obstacle.isEmpty(), missing.isEmpty());
+    for (const QLatin1String key : {KEY_EXPOSURE, KEY_FNUMBER, KEY_TRANSMISSION, KEY_GAIN,
+                                    KEY_QUANTUM_EFFICIENCY, KEY_PIXEL_PITCH, KEY_MAGNIFICATION})
+        QVERIFY2(obstacle.contains("\"" + key + "\"") == missing.contains(key), qPrintable(obstacle));
+    CILImage image;
+    QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_RADIANCE, &image, "test"),
+             missing.isEmpty() ? ESTATUS_SUCCESS : ESTATUS_BAD_VALUE);
+}
+
+void tst_ImageImport::constantsThatVersion1MadeUpAreNone_data()
+{
+    QTest::addColumn<QString>("version");
+    QTest::addColumn<QString>("gain");
+    QTest::addColumn<bool>("isImported");
+    QTest::addColumn<bool>("isUsable");
+    row("an import of version 1.0", QString("1.0.0"), QString("1"), true, false);
+    row("with a gain that was entered", QString("1.0.0"), QString("2"), true, true);
+    row("a later version, where 1 was entered", QString("1.1.0"), QString("1"), true, true);
+    row("what was not imported", QString("1.0.0"), QString("1"), false, true);
+}
+
+void tst_ImageImport::constantsThatVersion1MadeUpAreNone()
+{
+    QFETCH(QString, version);
+    QFETCH(QString, gain);
+    QFETCH(bool, isImported);
+    QFETCH(bool, isUsable);
+    TestStudy study;
+    ClickSpec spec = ClickSpec::of(CLICK);
+    spec.cameraKeys = {{KEY_GAIN, gain}, {KEY_QUANTUM_EFFICIENCY, "1"}};
+    spec.luminescentKeys = {{KEY_TRANSMISSION, "1"}};
+    if (isImported)
+        spec.luminescentKeys.insert(KEY_IMPORTED_FROM, "mouse.tif");
+    CVXSDataset *dataset = study.add(spec);
+    ensureSection(dataset->getClickInfo(), SECTION_CLICK_NUMBER)->setValue(KEY_VERSION, version);
+    CILImage image;
+    QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_RADIANCE, &image, "test"),
+             isUsable ? ESTATUS_SUCCESS : ESTATUS_BAD_VALUE);
+    const QString obstacle = dataset->obstacleToUnit(EUNIT_RADIANCE);
+    QCOMPARE(obstacle.isEmpty(), isUsable);
+    if (!isUsable)
+        QVERIFY2(obstacle.contains(
+                     "\"Quantum Efficiency\" in section \"Camera System Info\" is the 1 that version "
+                     "1.0 wrote"),
+                 qPrintable(obstacle));
+    QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_COUNTS, &image, "test"), ESTATUS_SUCCESS);
+}
+
+void tst_ImageImport::anOffsetIsSubtractedEverywhere()
+{
+    ImportSettings settings = allSettings();
+    settings.offset = 500.5;
+    const auto dataset = importImages(CLICK, {m_luminescent}, settings, nullptr, nullptr);
+    QVERIFY(dataset);
+    QVERIFY(dataset->isLuminBackgroundSubtracted());
+    CILImage counts;
+    QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_COUNTS, &counts, "test"), ESTATUS_SUCCESS);
+    QCOMPARE(counts.pixelAt(5, 7), 705.0 - 500.5);
+    QCOMPARE(counts.pixelAt(31, 23), 2331.0 - 500.5);
+    QCOMPARE(dataset->getCoreImage(EIMAGE_LUMINESCENT)->pixelAt(5, 7), 705.0); // the file's
+    QCOMPARE(value(*dataset, SECTION_BACKGROUND, KEY_OFFSET), QString("500.5"));
+    dataset->doBackgroundSubtraction(false);
+    QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_COUNTS, &counts, "test"), ESTATUS_SUCCESS);
+    QCOMPARE(counts.pixelAt(5, 7), 705.0);
+}
+
+void tst_ImageImport::companionsAreTakenAndSurviveSaving()
+{
+    const QString dark = write("dark.tif", TestStudy::image(32, 24, [](int x, int) { return float(x); }));
+    // A quarter of the pixels: a flat field is brought onto the image's grid.
+    const QString flat =
+        write("flat.tif", TestStudy::image(16, 12, [](int x, int) { return x < 8 ? 1.f : .5f; }));
+    const QString excitation =
+        write("lamp.tif", TestStudy::image(32, 24, [](int x, int) { return float(x + 50); }));
+    auto imported = importImages(CLICK, {m_luminescent, QString(), dark, flat, excitation}, allSettings(),
+                                 nullptr, nullptr);
+    QVERIFY(imported);
+    QCOMPARE(imported->saveDatasetAs(m_folder->filePath("saved")), ESTATUS_SUCCESS);
+    for (const QString &file : {dark, flat, excitation})
+        QVERIFY(QFile::remove(file));
+    imported.reset();
+    const std::unique_ptr<CVXSDataset> dataset(
+        CVXSDataset::open(m_folder->filePath("saved"), nullptr, nullptr));
+    QVERIFY(dataset);
+    CILImage image;
+    QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_COUNTS, &image, "test"), ESTATUS_SUCCESS);
+    QVERIFY(dataset->isLuminBackgroundSubtracted());
+    QCOMPARE(image.pixelAt(30, 7), 730.0 - 30.0);
+    dataset->doFlatFieldCorrection(true);
+    QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_COUNTS, &image, "test"), ESTATUS_SUCCESS);
+    QCOMPARE(image.pixelAt(30, 7), (730.0 - 30.0) / 0.5);
+    QVERIFY(dataset->obstacleToUnit(EUNIT_EFFICIENCY).isEmpty());
+    QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_EFFICIENCY, &image, "test"), ESTATUS_SUCCESS);
+    QCOMPARE(image.pixelAt(30, 7), (730.0 - 30.0) / 50.0);
+    QCOMPARE(value(*dataset, SECTION_BACKGROUND, KEY_IMPORTED_FROM), QString("dark.tif"));
+    QCOMPARE(value(*dataset, SECTION_FLATFIELD, KEY_IMPORTED_FROM), QString("flat.tif"));
+    QCOMPARE(value(*dataset, SECTION_EXCITATION, KEY_IMPORTED_FROM), QString("lamp.tif"));
+}
+
+void tst_ImageImport::companionsThatDoNotFit_data()
+{
+    QTest::addColumn<int>("width");
+    QTest::addColumn<int>("height");
+    QTest::addColumn<bool>("fitsAsFlatField");
+    row("of half the size", 16, 12, true);
+    row("of half the size, a line lost", 16, 11, false);
+    row("a column lost", 31, 24, true);
+    row("of another width", 28, 24, false);
+    row("standing", 24, 32, false);
+    row("finer", 64, 48, true);
+}
+
+void tst_ImageImport::companionsThatDoNotFit()
+{
+    QFETCH(int, width);
+    QFETCH(int, height);
+    QFETCH(bool, fitsAsFlatField);
+    const QString file = write("other.tif", TestStudy::image(width, height, [](int, int) { return 1.0f; }));
+    const auto isTaken = [&](const ImportFiles &files) {
+        ESTATUS status = ESTATUS_SUCCESS;
+        QString error;
+        const auto dataset = importImages(CLICK, files, allSettings(), &status, &error);
+        const QString sizes = QString("%1 x %2 pixels, the luminescent image 32 x 24").arg(width).arg(height);
+        if (!dataset &&
+            (status != ESTATUS_BAD_IMAGE || !error.startsWith(file + ": ") || !error.contains(sizes)))
+            QTest::qFail(qPrintable("not told well: " + error), __FILE__, __LINE__);
+        return dataset != nullptr;
+    };
+    QVERIFY(!isTaken({m_luminescent, QString(), file}));
+    QVERIFY(!isTaken({m_luminescent, QString(), QString(), QString(), file}));
+    QCOMPARE(isTaken({m_luminescent, QString(), QString(), file}), fitsAsFlatField);
+}
+
+// Two images of a camera with an offset of 500 counts; the light in A is 1.6 times that in B, everywhere.
+void tst_ImageImport::theRatioOfBackgroundsIsThatOfTheLight_data()
+{
+    QTest::addColumn<QString>("dark");
+    QTest::addColumn<double>("offset");
+    QTest::addColumn<double>("ratio");
+    row("nothing is known", QString(), NOT_KNOWN, 1.43);
+    row("an offset in counts", QString(), 500.0, 1.6);
+    row("a dark image", QString("dark.tif"), NOT_KNOWN, 1.6);
+}
+
+void tst_ImageImport::theRatioOfBackgroundsIsThatOfTheLight()
+{
+    QFETCH(QString, dark);
+    QFETCH(double, offset);
+    QFETCH(double, ratio);
+    const auto light = [](int x, int y) { return 1245.0f + float((x + y) % 41); };
+    const QString a =
+        write("a.tif", TestStudy::image(32, 24, [&](int x, int y) { return 500 + 1.6f * light(x, y); }));
+    const QString b =
+        write("b.tif", TestStudy::image(32, 24, [&](int x, int y) { return 500 + light(x, y); }));
+    write("dark.tif", TestStudy::image(32, 24, [](int, int) { return 500.0f; }));
+    ImportSettings settings;
+    settings.fieldOfView = 12.5;
+    settings.offset = offset;
+    const auto total = [&](const QString &click, const QString &file) {
+        const auto dataset =
+            importImages(click, {file, QString(), dark.isEmpty() ? dark : m_folder->filePath(dark)}, settings,
+                         nullptr, nullptr);
+        CROIBase roi(EROI_RECTANGLE, EROI_BACKGROUND, QRectF(1.0, 1.0, 8.0, 6.0));
+        roi.setName("Bkg 1");
+        dataset->roiManager()->addROI(roi);
+        dataset->MeasureROIAndMakeMeasRecords(true);
+        const auto *manager = CRoiMeasurementManager::getRoiMeasurementManager();
+        const RoiMeasDisplayEntry *entry = manager->findMeasInfoForId(click, "Bkg 1");
+        return entry ? manager->getRoiMeasInfoList().value(entry->index)->primaryROIStatistic() : 0.0;
+    };
+    const double k = total("ZB1", a) / total("ZB2", b);
+    QVERIFY2(std::abs(k - ratio) < 0.002, qPrintable(QString::number(k)));
+}
+
+void tst_ImageImport::pagesThatAreLeftOutAreLogged()
+{
+    QVERIFY(writePages(m_folder->filePath("stack.tif"), 3));
+    QVERIFY(writePages(m_folder->filePath("photos.tif"), 2));
+    const LogCatcher log;
+    const auto dataset =
+        importImages(CLICK, {m_folder->filePath("stack.tif"), m_folder->filePath("photos.tif")},
+                     allSettings(), nullptr, nullptr);
+    QVERIFY(dataset);
+    QCOMPARE(log.ofLevel(ELOG_WARNING),
+             (QStringList{m_folder->filePath("stack.tif") + ": 3 pages, only the first is imported",
+                          m_folder->filePath("photos.tif") + ": 2 pages, only the first is imported"}));
+    QCOMPARE(dataset->getCoreImage(EIMAGE_LUMINESCENT)->pixelAt(0, 0), 1.0);
+    QVERIFY(notImported(m_luminescent).isEmpty());
+    QVERIFY(notImported(m_folder->filePath("gone.tif")).isEmpty());
 }
 
 void tst_ImageImport::everyPixelTypeIsTaken_data()
@@ -200,8 +462,7 @@ void tst_ImageImport::everyPixelTypeIsTaken()
     QVERIFY(image.ChangeType(VXSDataTypes(type)));
     ImportSettings settings;
     settings.fieldOfView = 1.0;
-    const auto dataset =
-        importImages(CLICK, write("typed.tif", image), QString(), settings, nullptr, nullptr);
+    const auto dataset = importImages(CLICK, {write("typed.tif", image)}, settings, nullptr, nullptr);
     QVERIFY(dataset);
     QCOMPARE(int(dataset->getCoreImage(EIMAGE_LUMINESCENT)->getType()), type);
     CILImage counts;
@@ -211,7 +472,7 @@ void tst_ImageImport::everyPixelTypeIsTaken()
 
 void tst_ImageImport::survivesSavingAndOpening()
 {
-    auto dataset = importImages(CLICK, m_luminescent, m_photograph, allSettings(), nullptr, nullptr);
+    auto dataset = importImages(CLICK, {m_luminescent, m_photograph}, allSettings(), nullptr, nullptr);
     QVERIFY(dataset);
     CVXSSequenceDataset sequence("ZB20261121153000_SEQ");
     QVERIFY(sequence.addDataset(dataset.get()));
@@ -234,7 +495,7 @@ void tst_ImageImport::numbersAreThoseOfTheCLocale()
     const QLocale before;
     QLocale::setDefault(QLocale(QLocale::German));
     std::setlocale(LC_NUMERIC, "de_DE.UTF-8"); // where it is not installed, Qt's alone has to do
-    const auto dataset = importImages(CLICK, m_luminescent, QString(), allSettings(), nullptr, nullptr);
+    const auto dataset = importImages(CLICK, {m_luminescent}, allSettings(), nullptr, nullptr);
     std::setlocale(LC_NUMERIC, "C");
     QLocale::setDefault(before);
     QVERIFY(dataset);
@@ -283,6 +544,10 @@ void tst_ImageImport::badSettings_data()
         "an irradiance below 0", [](ImportSettings *s) { s->excitationIrradiance = -1.0; },
         KEY_EXCITATION_IRRADIANCE);
     row(
+        "an offset below 0", [](ImportSettings *s) { s->offset = -1.0; }, KEY_OFFSET);
+    row(
+        "an offset that is no pixel's value", [](ImportSettings *s) { s->offset = 1e300; }, KEY_OFFSET);
+    row(
         "a date of another form", [](ImportSettings *s) { s->acquisitionDate = "21.11.2026"; },
         KEY_ACQUISITION_DATE);
 }
@@ -295,7 +560,7 @@ void tst_ImageImport::badSettings()
     edit(&settings);
     ESTATUS status = ESTATUS_SUCCESS;
     QString error;
-    QVERIFY(!importImages(CLICK, m_luminescent, m_photograph, settings, &status, &error));
+    QVERIFY(!importImages(CLICK, {m_luminescent, m_photograph}, settings, &status, &error));
     QCOMPARE(status, ESTATUS_BAD_VALUE);
     QVERIFY2(error.startsWith(setting + ": ") && error.size() > setting.size() + 12, qPrintable(error));
 }
@@ -335,10 +600,12 @@ void tst_ImageImport::badFiles()
     };
     ESTATUS status = ESTATUS_SUCCESS;
     QString error;
-    QVERIFY(!importImages(clickNumber, path(luminescent), path(photograph), allSettings(), &status, &error));
+    QVERIFY(
+        !importImages(clickNumber, {path(luminescent), path(photograph)}, allSettings(), &status, &error));
     QTEST(int(status), "status");
     QVERIFY2(error.contains(named) && error.contains(": "), qPrintable(error));
-    QVERIFY(!importImages(clickNumber, path(luminescent), path(photograph), allSettings(), nullptr, nullptr));
+    QVERIFY(
+        !importImages(clickNumber, {path(luminescent), path(photograph)}, allSettings(), nullptr, nullptr));
 }
 
 void tst_ImageImport::aFileThatMayNotBeRead()
@@ -349,7 +616,7 @@ void tst_ImageImport::aFileThatMayNotBeRead()
     QVERIFY(holdsForUnprivilegedUser([path] {
         ESTATUS status = ESTATUS_SUCCESS;
         QString error;
-        return !importImages(CLICK, path, QString(), allSettings(), &status, &error) &&
+        return !importImages(CLICK, {path}, allSettings(), &status, &error) &&
                status == ESTATUS_FILE_NOT_READABLE && error.startsWith(path + ": ");
     }));
 }
@@ -367,8 +634,9 @@ void tst_ImageImport::realImages()
     settings.fieldOfView = 30.0; // not recorded with the images
     for (const char *day : {"day07", "day10", "day14"}) {
         QString error;
-        const auto dataset = importImages(CLICK, folder + day + "_luminescence.tif",
-                                          folder + day + "_photograph.tif", settings, nullptr, &error);
+        const auto dataset =
+            importImages(CLICK, {folder + day + "_luminescence.tif", folder + day + "_photograph.tif"},
+                         settings, nullptr, &error);
         QVERIFY2(dataset, qPrintable(error));
         CILImage counts;
         QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_COUNTS, &counts, "test"), ESTATUS_SUCCESS);

@@ -70,6 +70,56 @@ private Q_SLOTS:
         QVERIFY(!window.findChild<QToolButton *>(QStringLiteral("FlatFieldButton"))->isVisibleTo(&window));
     }
 
+    void theTitleNamesTheFileOfAnImportedClick_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("section");
+        QTest::addColumn<bool>("isResult");
+        QTest::addColumn<QString>("title");
+        const QString luminescent = clickinfo::SECTION_LUMINESCENT;
+        const QString photograph = clickinfo::SECTION_PHOTOGRAPH;
+        row("the luminescent image's", QString("mouse.tif"), luminescent, false, QString("IW20 - mouse.tif"));
+        row("the photograph's where there is no other", QString("tray.tif"), photograph, false,
+            QString("IW20 - tray.tif"));
+        row("one with the mark of changes", QString("a[*].tif"), luminescent, false,
+            QString("IW20 - a[*][*].tif"));
+        row("a result's is that of its operand", QString("mouse.tif"), luminescent, true, QString("IW20"));
+    }
+
+    void theTitleNamesTheFileOfAnImportedClick()
+    {
+        QFETCH(QString, file);
+        QFETCH(QString, section);
+        QFETCH(bool, isResult);
+        CVXSDataset dataset(QStringLiteral("IW20"));
+        dataset.setCoreImage(EIMAGE_LUMINESCENT, spots(20, 20));
+        const QByteArray key = section.toLatin1();
+        CPLClickInfo *info = dataset.getClickInfo();
+        clickinfo::ensureSection(info, QLatin1String(key))->setValue(clickinfo::KEY_IMPORTED_FROM, file);
+        if (isResult)
+            clickinfo::ensureSection(info, clickinfo::SECTION_LUMINESCENT)
+                ->setValue(clickinfo::KEY_MATH_OPERATION, "A - B * k");
+        const CVXSImageWindow window(&dataset);
+        QTEST(window.windowTitle(), "title");
+    }
+
+    void itSaysWhatKeepsItFromRadiance()
+    {
+        CVXSDataset dataset(QStringLiteral("IW21"));
+        dataset.setCoreImage(EIMAGE_LUMINESCENT, spots(20, 20));
+        CVXSImageWindow window(&dataset);
+        const auto *note = window.findChild<QLabel *>(QStringLiteral("UnitNote"));
+        QVERIFY(note->isVisibleTo(&window));
+        QCOMPARE(note->text(), QStringLiteral("no radiance: constants are missing"));
+        QVERIFY2(note->toolTip().contains("Exposure Time") && note->toolTip().contains("ClickInfo.txt"),
+                 qPrintable(note->toolTip()));
+
+        TestStudy study;
+        CVXSDataset *complete = study.add(ClickSpec::of(QStringLiteral("IW22")));
+        CVXSImageWindow other(complete);
+        QVERIFY(!other.findChild<QLabel *>(QStringLiteral("UnitNote"))->isVisibleTo(&other));
+    }
+
     void theFlatFieldIsSwitched()
     {
         CVXSDataset dataset(QStringLiteral("IW2"));

@@ -83,8 +83,41 @@ private Q_SLOTS:
         clickinfo::ensureSection(info, clickinfo::SECTION_LUMINESCENT)->setValue(key, "day 7.tif");
         clickinfo::ensureSection(info, clickinfo::SECTION_PHOTOGRAPH)->setValue(key, "tray.tif");
         CVXSSequenceWindow window(&sequence);
-        QVERIFY(listOf(window)->item(0)->toolTip().endsWith("\nFrom day 7.tif, tray.tif"));
-        QCOMPARE(listOf(window)->item(1)->toolTip(), listOf(window)->item(1)->text());
+        QCOMPARE(listOf(window)->item(0)->toolTip(),
+                 QString("<qt>SW8a<br>Luminescence<br>From day 7.tif, tray.tif</qt>"));
+        QCOMPARE(listOf(window)->item(1)->toolTip(), QString("<qt>SW8b<br>Luminescence</qt>"));
+    }
+
+    void theFileOfAnImportedClickStandsBelowIt()
+    {
+        CVXSSequenceDataset sequence(QStringLiteral("SW9_SEQ"));
+        add(sequence, QStringLiteral("SW9a"), true, true);
+        add(sequence, QStringLiteral("SW9b"), true, false);
+        add(sequence, QStringLiteral("SW9c"), false, true);
+        add(sequence, QStringLiteral("SW9d"), true, false);
+        const auto nameSource = [&sequence](const char *click, QLatin1String section, const QString &file) {
+            CPLClickInfo *info = sequence.getDataset(QString::fromLatin1(click))->getClickInfo();
+            clickinfo::ensureSection(info, section)->setValue(clickinfo::KEY_IMPORTED_FROM, file);
+        };
+        const QString longName = QString("a").repeated(200) + ".tif";
+        nameSource("SW9a", clickinfo::SECTION_LUMINESCENT, "<b>day 7</b>.tif");
+        nameSource("SW9c", clickinfo::SECTION_PHOTOGRAPH, "tray.tif");
+        nameSource("SW9d", clickinfo::SECTION_LUMINESCENT, longName);
+        CVXSSequenceWindow window(&sequence);
+        const QListWidget *list = listOf(window);
+        QCOMPARE(list->item(0)->text(), QString("SW9a\nLuminescence\n<b>day 7</b>.tif"));
+        QCOMPARE(list->item(1)->text(), QString("SW9b\nLuminescence"));
+        QCOMPARE(list->item(2)->text(), QString("SW9c\nPhotograph\ntray.tif"));
+        // A name that has no room is cut in its middle; the tooltip has all of it, and no file is markup.
+        const QString cut = list->item(3)->text().section('\n', 2);
+        QVERIFY(cut.startsWith("a") && cut.endsWith(".tif") && cut.size() < 60);
+        QVERIFY(list->item(3)->sizeHint().width() >=
+                list->fontMetrics().size(Qt::TextSingleLine, cut).width());
+        QVERIFY(list->item(3)->toolTip().contains(longName));
+        QVERIFY(list->item(0)->toolTip().contains("&lt;b&gt;day 7&lt;/b&gt;.tif"));
+        // Three lines have room below the picture.
+        QVERIFY(list->gridSize().height() >=
+                list->iconSize().height() + 3 * list->fontMetrics().lineSpacing());
     }
 
     void changesOfTheSequenceAreShownAndTold()
