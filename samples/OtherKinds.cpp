@@ -178,6 +178,16 @@ ESTATUS makeResult(const CVXSSequenceDataset &sequence, const QString &folder, Q
     return written.status;
 }
 
+CILImage expectedCameraFile(QLatin1String name)
+{
+    const auto tissue = [](double x, double y) { return 400.0 * phantom::autofluorescence(x, y); };
+    return Camera().expectedCounts([&](double x, double y) {
+        return name == CAMERA_FILE_A   ? 700.0 * phantom::reporter(x, y) + CAMERA_FILES_K * tissue(x, y)
+               : name == CAMERA_FILE_B ? tissue(x, y)
+                                       : 0.0;
+    });
+}
+
 ESTATUS makeCameraFiles(const QString &folder, std::uint64_t seed, QString *error)
 {
     const ESTATUS status = makeFolder(folder, error);
@@ -185,19 +195,9 @@ ESTATUS makeCameraFiles(const QString &folder, std::uint64_t seed, QString *erro
         return status;
     const Camera camera;
     Random random(seed);
-    const auto tissue = [](double x, double y) { return 400.0 * phantom::autofluorescence(x, y); };
-    const CILImage a = camera.expectedCounts(
-        [&](double x, double y) { return 700.0 * phantom::reporter(x, y) + CAMERA_FILES_K * tissue(x, y); });
-    const CILImage b = camera.expectedCounts(tissue);
-    const CILImage dark = camera.expectedCounts([](double, double) { return 0.0; });
-    const struct
-    {
-        QLatin1String name;
-        const CILImage &expected;
-    } files[] = {{CAMERA_FILE_A, a}, {CAMERA_FILE_B, b}, {CAMERA_FILE_DARK, dark}};
-    for (const auto &file : files) {
-        const ESTATUS saved =
-            saveImage(camera.exposure(file.expected, random), folder + QLatin1Char('/') + file.name, error);
+    for (const QLatin1String name : {CAMERA_FILE_A, CAMERA_FILE_B, CAMERA_FILE_DARK}) {
+        const ESTATUS saved = saveImage(camera.exposure(expectedCameraFile(name), random),
+                                        folder + QLatin1Char('/') + name, error);
         if (saved != ESTATUS_SUCCESS)
             return saved;
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "host/vximage/CILImage.h"
 #include "host/vxutils/ESTATUS.h"
 
 #include <cstdint>
@@ -53,6 +54,8 @@ constexpr QLatin1String CAMERA_FILE_B("autofluorescence.tif"); ///< the same
 constexpr QLatin1String CAMERA_FILE_DARK("dark.tif");          ///< no light: the offset, which is 300
 /// Autofluorescence of the first of these files over that of the second, above the offset.
 constexpr double CAMERA_FILES_K = 1.60;
+/// Expected counts above the offset of one of these files, vignetting included; 32-bit float.
+CILImage expectedCameraFile(QLatin1String name);
 
 // Beside the sequence's folder.
 constexpr QLatin1String TRUTH_FILE("ground-truth.txt");       ///< ClickInfo syntax

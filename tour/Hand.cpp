@@ -172,19 +172,36 @@ Answer::Answer(const QString &button, const std::function<void()> &seen)
     timer->start(GLANCE);
 }
 
-void lookAtDialog(const std::function<void()> &seen)
+void useDialog(const char *className, const std::function<void(QWidget *)> &use)
 {
     auto *timer = new QTimer(qApp);
-    QObject::connect(timer, &QTimer::timeout, timer, [timer, seen] {
+    QObject::connect(timer, &QTimer::timeout, timer, [timer, className, use] {
         QWidget *dialog = QApplication::activeModalWidget();
-        if (!dialog || !dialog->isVisible())
+        if (!dialog || !dialog->isVisible() || !dialog->inherits(className))
             return;
         timer->stop();
         timer->deleteLater();
+        use(dialog);
+    });
+    timer->start(GLANCE);
+}
+
+void lookAtDialog(const std::function<void()> &seen)
+{
+    useDialog("QDialog", [seen](QWidget *dialog) {
         seen();
         QTest::keyClick(dialog, Qt::Key_Escape);
     });
-    timer->start(GLANCE);
+}
+
+void chooseFiles(const QStringList &paths)
+{
+    useDialog("QFileDialog", [paths](QWidget *dialog) {
+        auto *field = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+        if (!field)
+            giveUp(QStringLiteral("the file dialog has no field for names"));
+        type(field, QLatin1Char('"') + paths.join(QStringLiteral("\" \"")) + QLatin1Char('"'));
+    });
 }
 
 QPixmap photograph(QWidget *window)

@@ -68,8 +68,12 @@ private:
     std::shared_ptr<State> m_state = std::make_shared<State>();
 };
 
+/// Uses the next dialog of that class, whenever it comes; `use` closes it in the end.
+void useDialog(const char *className, const std::function<void(QWidget *)> &use);
 /// Looks at the next dialog, whenever it comes, and closes it with Escape.
 void lookAtDialog(const std::function<void()> &seen);
+/// Chooses files by their paths in the file dialog that comes next.
+void chooseFiles(const QStringList &paths);
 
 /// Lets the window settle, then takes a picture of it as it stands on the screen, with what lies over it.
 QPixmap photograph(QWidget *window);

@@ -10,6 +10,10 @@
 //
 //     afterwards: the earlier result opened and checked
 //
+//   vexa-tour --first-hour FILES_FOLDER OUT_FOLDER
+//
+//     what a new user does with two files of a camera, from the import to one question at the end
+//
 //   vexa-tour --plants IMAGES_FOLDER OUT_FOLDER
 //
 //     real images of plants, imported, subtracted, measured
@@ -17,6 +21,7 @@
 #include "app/MainWindow.h"
 #include "app/PluginManager.h"
 #include "tour/DisplayTour.h"
+#include "tour/FirstHour.h"
 #include "tour/Hand.h"
 #include "tour/MeasuringTour.h"
 #include "tour/PlantsTour.h"
@@ -97,10 +102,11 @@ int main(int argc, char **argv)
     QStringList arguments = QApplication::arguments().mid(1);
     const QString mode =
         arguments.value(0).startsWith(QLatin1String("--")) ? arguments.takeFirst() : QString();
-    const bool isKnown =
-        mode.isEmpty() || mode == QLatin1String("--second-day") || mode == QLatin1String("--plants");
+    const QStringList modes = {QString(), QStringLiteral("--second-day"), QStringLiteral("--first-hour"),
+                               QStringLiteral("--plants")};
+    const bool isKnown = modes.contains(mode);
     if (!isKnown || arguments.size() != 2) {
-        std::fputs("usage: vexa-tour [--second-day | --plants] FOLDER OUT_FOLDER\n", stderr);
+        std::fputs("usage: vexa-tour [--second-day | --first-hour | --plants] FOLDER OUT_FOLDER\n", stderr);
         return 2;
     }
     if (!QDir().mkpath(arguments.at(1)))
@@ -117,6 +123,9 @@ int main(int argc, char **argv)
     if (mode == QLatin1String("--second-day")) {
         secondDay(stage, arguments.at(0) + QLatin1Char('/'));
         report.write(QStringLiteral("second-day.txt"));
+    } else if (mode == QLatin1String("--first-hour")) {
+        firstHour(stage, arguments.at(0));
+        report.write(QStringLiteral("first-hour.txt"));
     } else if (mode == QLatin1String("--plants")) {
         plants(stage, arguments.at(0));
         report.write(QStringLiteral("plants.txt"));
