@@ -30,6 +30,10 @@ public:
     /// The window that "Save" and the like are about; null: none.
     void setActiveChild(CVXSChildWindow *window);
 
+Q_SIGNALS:
+    /// The window in front is to be printed.
+    void printWanted();
+
 private:
     void addOpening(QMenu *menu);
     void addSaving(QMenu *menu);
@@ -47,4 +51,5 @@ private:
     QAction *m_save = nullptr;
     QAction *m_saveAs = nullptr;
     QAction *m_close = nullptr;
+    QAction *m_print = nullptr;
 };

@@ -412,7 +412,7 @@ void tst_MainWindow::menusHaveEverything()
         file.append(entry->text().remove('&'));
     file.removeAll(QString()); // lines between groups
     QCOMPARE(file, (QStringList{"Open Sequence...", "Open Recent", "Open Dataset...", "Open Earlier Result",
-                                "Import Images...", "Save", "Save Dataset As...", "Close",
+                                "Import Images...", "Save", "Save Dataset As...", "Print...", "Close",
                                 "Folder for Results...", "Quit"}));
     QCOMPARE(action(fixture.window.get(), "actionSaveDatasetAs")->shortcut(),
              QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_S));

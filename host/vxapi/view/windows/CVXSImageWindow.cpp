@@ -246,11 +246,11 @@ bool CVXSImageWindow::canCopyPicture() const
     return d->w.view->imageAt(0);
 }
 
-void CVXSImageWindow::copyPicture()
+QImage CVXSImageWindow::picture()
 {
     QImage picture;
     d->w.view->getImage(picture);
-    QGuiApplication::clipboard()->setImage(picture);
+    return picture;
 }
 
 bool CVXSImageWindow::canPaste() const
