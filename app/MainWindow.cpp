@@ -18,6 +18,8 @@
 #include "app/menus/newAction.h"
 #include "app/menus/WindowMenu.h"
 #include "app/PluginManager.h"
+#include "app/PreferencesDialog.h"
+#include "app/Printing.h"
 #include "app/provenance/HowMadePanel.h"
 #include "app/ScreenFit.h"
 #include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
@@ -127,6 +129,8 @@ void MainWindow::makeFileMenu()
     QMenu *menu = menuBar()->addMenu(tr("&File"));
     menu->setObjectName(QStringLiteral("menuFile"));
     m_fileMenu = new FileMenu(menu, m_parts, this);
+    auto *printing = new Printing(m_parts.workspace, m_parts.plugins, this);
+    connect(m_fileMenu, &FileMenu::printWanted, printing, &Printing::print);
 }
 
 void MainWindow::makeEditMenu()
@@ -135,6 +139,9 @@ void MainWindow::makeEditMenu()
     menu->setObjectName(QStringLiteral("menuEdit"));
     connect(new EditMenu(menu, m_parts.workspace, this), &EditMenu::toolCopyWanted, m_parts.plugins,
             &PluginManager::copyToClipboard);
+    menu->addSeparator();
+    connect(newAction(menu, tr("P&references..."), "actionPreferences"), &QAction::triggered, this,
+            [this] { PreferencesDialog(m_parts.plugins, this).exec(); });
 }
 
 void MainWindow::makeViewMenu()
@@ -160,7 +167,10 @@ void MainWindow::makeToolsMenu()
     m_toolsMenu = menuBar()->addMenu(tr("&Tools"));
     m_toolsMenu->setObjectName(QStringLiteral("menuTools"));
     connect(m_parts.plugins, &PluginManager::pluginsChanged, this, &MainWindow::fillToolsMenu);
-    connect(m_toolsMenu, &QMenu::aboutToShow, this, &MainWindow::fillToolsMenu);
+    connect(m_toolsMenu, &QMenu::aboutToShow, this, [this] {
+        m_parts.plugins->menuAboutToShow(m_toolsMenu->objectName());
+        fillToolsMenu();
+    });
     fillToolsMenu();
 }
 

@@ -8,6 +8,7 @@
 #include "host/vxapi/plugin/CVXToolPluginBase.h"
 #include "host/vxapi/view/windows/CVXSChildWindow.h"
 #include "host/vxapi/view/windows/CVXSWorkspace.h"
+#include "host/vxutils/CVXPreference.h"
 #include "host/vxutils/CVXSLog.h"
 
 #include <QAction>
@@ -16,13 +17,40 @@
 #include <QLibrary>
 #include <QMdiSubWindow>
 #include <QPluginLoader>
+#include <QSettings>
 
 #include <algorithm>
+
+namespace {
+
+constexpr char KEY_ADVANCED[] = "Tools/advancedOptions";
+
+} // namespace
 
 PluginManager::PluginManager(CVXSWorkspace *workspace, DatasetLoader *loader, QObject *parent)
     : QObject(parent), m_workspace(workspace), m_loader(loader)
 {
     connect(workspace, &CVXSWorkspace::activeChildChanged, this, &PluginManager::activeChildChanged);
+    tellOfRois();
+}
+
+void PluginManager::tellOfRois()
+{
+    connect(&m_rois, &ToolRois::modified, this, [this](const QString &name) {
+        const QList<CVXToolPluginBase *> all = plugins();
+        for (CVXToolPluginBase *plugin : all)
+            plugin->onSignalROIModified(name);
+    });
+    connect(&m_rois, &ToolRois::deleted, this, [this] {
+        const QList<CVXToolPluginBase *> all = plugins();
+        for (CVXToolPluginBase *plugin : all)
+            plugin->onSignalROIDeleted();
+    });
+    connect(&m_rois, &ToolRois::listChanged, this, [this] {
+        const QList<CVXToolPluginBase *> all = plugins();
+        for (CVXToolPluginBase *plugin : all)
+            plugin->onSignalupdateROIList();
+    });
 }
 
 PluginManager::~PluginManager()
@@ -70,6 +98,14 @@ bool PluginManager::load(const QString &file)
     }
     if (plugins().contains(plugin))
         return true;
+    if (!plugin->isBaseModuleAvailable()) {
+        vxLog(ELOG_WARNING,
+              tr("The tool %1 is not offered: its base module \"%2\" is missing")
+                  .arg(plugin->getToolName(), plugin->getBaseModuleName()),
+              file);
+        loader.unload();
+        return false;
+    }
 
     Tool tool;
     tool.object = object;
@@ -79,12 +115,31 @@ bool PluginManager::load(const QString &file)
     // status next.
     connect(plugin, SIGNAL(signalLoadFile(QString, bool, ESTATUS *, downloaded_save_data *)), m_loader,
             SLOT(onLoadFile(QString, bool, ESTATUS *, downloaded_save_data *)), Qt::DirectConnection);
-    if (QAction *action = plugin->getAction())
-        connect(action, &QAction::triggered, this, [this, plugin] { launch(plugin); });
+    addAction(plugin);
+    plugin->onAdvancedOptionChanged(areAdvancedOptionsOn());
     activeChildChanged(CVXSChildWindow::getActiveChildWnd());
     vxLog(ELOG_INFORMATION, tr("Tool loaded: %1").arg(plugin->getToolName()), file);
     Q_EMIT pluginsChanged();
     return true;
+}
+
+/// A tool without a menu entry is never asked for one.
+QAction *PluginManager::actionOf(CVXToolPluginBase *plugin)
+{
+    constexpr int KIND_WITHOUT_ACTION = 5;
+    return plugin->getToolKind() == KIND_WITHOUT_ACTION ? nullptr : plugin->getAction();
+}
+
+void PluginManager::addAction(CVXToolPluginBase *plugin)
+{
+    QAction *action = actionOf(plugin);
+    if (!action)
+        return;
+    if (action->icon().isNull())
+        action->setIcon(plugin->getIcon());
+    // Until the tool itself says whether it fits what is active.
+    action->setVisible(plugin->defaultVisibilityForPluggin());
+    connect(action, &QAction::triggered, this, [this, plugin] { launch(plugin); });
 }
 
 QList<CVXToolPluginBase *> PluginManager::plugins() const
@@ -106,7 +161,7 @@ QList<QAction *> PluginManager::menuActions() const
     QList<QAction *> actions;
     QString group;
     for (CVXToolPluginBase *plugin : sorted) {
-        QAction *action = plugin->getAction();
+        QAction *action = actionOf(plugin);
         if (!action)
             continue;
         if (!actions.isEmpty() && plugin->getToolGroupName() != group)
@@ -119,6 +174,7 @@ QList<QAction *> PluginManager::menuActions() const
 
 void PluginManager::activeChildChanged(CVXSChildWindow *window)
 {
+    m_rois.follow(window ? window->getDataset() : nullptr);
     const QList<CVXToolPluginBase *> all = plugins();
     for (CVXToolPluginBase *plugin : all) {
         if (window && window->isSequenceWindow())
@@ -160,6 +216,35 @@ void PluginManager::copyToClipboard(const QString &objectName)
     const QList<CVXToolPluginBase *> all = plugins();
     for (CVXToolPluginBase *plugin : all)
         plugin->onSignalCopyToClipboard(objectName);
+}
+
+void PluginManager::preparePrinting(bool on)
+{
+    const QList<CVXToolPluginBase *> all = plugins();
+    for (CVXToolPluginBase *plugin : all)
+        plugin->onSignalGetPrintPixmap(on);
+}
+
+void PluginManager::menuAboutToShow(const QString &objectName)
+{
+    const QList<CVXToolPluginBase *> all = plugins();
+    for (CVXToolPluginBase *plugin : all)
+        plugin->onSignalUpdatePluginMenu(objectName);
+}
+
+bool PluginManager::areAdvancedOptionsOn()
+{
+    return CVXPreference::settings()->value(KEY_ADVANCED, false).toBool();
+}
+
+void PluginManager::setAdvancedOptions(bool on)
+{
+    if (on == areAdvancedOptionsOn())
+        return;
+    CVXPreference::settings()->setValue(KEY_ADVANCED, on);
+    const QList<CVXToolPluginBase *> all = plugins();
+    for (CVXToolPluginBase *plugin : all)
+        plugin->onAdvancedOptionChanged(on);
 }
 
 void PluginManager::launch(CVXToolPluginBase *plugin)

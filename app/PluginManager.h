@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "app/ToolRois.h"
+
 #include <QList>
 #include <QObject>
 #include <QPointer>
@@ -47,6 +49,15 @@ public:
     void datasetRemoved(CVXSDataset *dataset);
     /// Asks the tools to copy the tool window of that object name to the clipboard.
     void copyToClipboard(const QString &objectName);
+    /// Tells the tools that a picture of a tool window is about to be taken for the printer, or was.
+    void preparePrinting(bool on);
+    /// Tells the tools that the menu of that object name is about to be shown.
+    void menuAboutToShow(const QString &objectName);
+
+    /// The user's choice, which outlives the program; the tools hear of it when they are loaded, and of
+    /// changes.
+    static bool areAdvancedOptionsOn();
+    void setAdvancedOptions(bool on);
 
 Q_SIGNALS:
     void pluginsChanged();
@@ -64,10 +75,14 @@ private:
         QList<ToolWindow> windows; ///< those that appeared while it was launched
     };
 
+    static QAction *actionOf(CVXToolPluginBase *plugin);
+    void addAction(CVXToolPluginBase *plugin);
+    void tellOfRois();
     void launch(CVXToolPluginBase *plugin);
     static void discardHiddenWindows(Tool *tool, const CVXSSequenceDataset *gone);
 
     CVXSWorkspace *m_workspace;
     DatasetLoader *m_loader;
     QList<Tool> m_tools;
+    ToolRois m_rois; ///< of the active dataset
 };

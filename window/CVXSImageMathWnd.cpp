@@ -11,10 +11,28 @@
 #include "result/ResultFolderLock.h"
 #include "window/DecimalCommaKey.h"
 
+#include <algorithm>
 #include <QCloseEvent>
 #include <QDoubleValidator>
+#include <QFontInfo>
+#include <QGuiApplication>
 #include <QIcon>
 #include <QMenu>
+
+namespace {
+
+constexpr double LIST_POINTS = 8.0; ///< of the lists' font, where the application's has its default size
+
+/// The default size of the application's font [points]: what a desktop has of itself, or what Qt takes where
+/// there is none.
+double defaultPoints()
+{
+    const QString platform = QGuiApplication::platformName();
+    const bool hasDesktop = platform != QLatin1String("offscreen") && platform != QLatin1String("minimal");
+    return hasDesktop ? 9.0 : 12.0;
+}
+
+} // namespace
 
 CVXSImageMathWnd::CVXSImageMathWnd(QWidget *parent, const char *, Qt::WindowFlags flags)
     : QWidget(parent, flags), m_kMinimum(ktext::MINIMUM), m_kMaximum(ktext::MAXIMUM)
@@ -45,6 +63,7 @@ CVXSImageMathWnd::CVXSImageMathWnd(QWidget *parent, const char *, Qt::WindowFlag
     validator->setRange(-1e37, 1e37, 15);
     m_pKLineEdit->setValidator(validator);
     new DecimalCommaKey(m_pKLineEdit);
+    scaleListFonts();
 
     setWindowIcon(CVXUtilityFns::appIcon());
 }
@@ -110,6 +129,18 @@ void CVXSImageMathWnd::changeEvent(QEvent *event)
     QWidget::changeEvent(event);
     if (event->type() == QEvent::LanguageChange)
         languageChange();
+    else if (event->type() == QEvent::FontChange)
+        scaleListFonts();
+}
+
+// Who needs a larger font needs it in the lists too. They never get smaller than they are designed.
+void CVXSImageMathWnd::scaleListFonts()
+{
+    const double points = font().pointSizeF() > 0.0 ? font().pointSizeF() : QFontInfo(font()).pointSizeF();
+    QFont scaled; // its size alone counts; the rest comes from the window
+    scaled.setPointSizeF(LIST_POINTS * std::max(1.0, points / defaultPoints()));
+    m_pListBoxA->setFont(scaled);
+    m_pListBoxB->setFont(scaled);
 }
 
 // Titles and k of a bound window are not texts of the form any more: they are put back. Which photographs are

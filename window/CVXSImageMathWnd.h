@@ -150,6 +150,7 @@ protected:
     void announceColorRange(void (CVXSImageMathWnd::*signal)());
     void restoreFlatField(CVXSDataset *dataset, bool remembered);
     QString noPixelsText() const;
+    void scaleListFonts();
     void addROISubmenu(const QString &clickNumber);
     QString measureInBoth(CVXSDataset &source, CVXSDataset &target, const QString &roiName);
     void setKFromROI(float k);

@@ -69,6 +69,8 @@ void FileMenu::addSaving(QMenu *menu)
     m_saveAs = newAction(menu, tr("Save Dataset &As..."), "actionSaveDatasetAs",
                          QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_S));
     connect(m_saveAs, &QAction::triggered, this, &FileMenu::saveDatasetAs);
+    m_print = newAction(menu, tr("&Print..."), "actionPrint", QKeySequence::Print);
+    connect(m_print, &QAction::triggered, this, &FileMenu::printWanted);
     m_close = newAction(menu, tr("&Close"), "actionClose", QKeySequence::Close);
     connect(m_close, &QAction::triggered, this, [this] {
         if (QMdiSubWindow *window = m_parts.workspace->currentSubWindow())
@@ -83,6 +85,7 @@ void FileMenu::setActiveChild(CVXSChildWindow *window)
     m_saveSequenceAs->setEnabled(SequenceManager::sequenceOf(window));
     m_saveAs->setEnabled(window && window->getDataset());
     m_close->setEnabled(window);
+    m_print->setEnabled(window);
 }
 
 void FileMenu::chooseSequence()

@@ -32,6 +32,10 @@ public:
     /// Opens the dialog that imports images, with these files in it, and shows the sequence that it makes.
     void importImages(const QStringList &files);
 
+Q_SIGNALS:
+    /// The window in front is to be printed.
+    void printWanted();
+
 private:
     void addOpening(QMenu *menu);
     void addSaving(QMenu *menu);
@@ -49,4 +53,5 @@ private:
     QAction *m_saveSequenceAs = nullptr;
     QAction *m_saveAs = nullptr;
     QAction *m_close = nullptr;
+    QAction *m_print = nullptr;
 };

@@ -463,7 +463,7 @@ void tst_MainWindow::menusHaveEverything()
     file.removeAll(QString()); // lines between groups
     QCOMPARE(file, (QStringList{"Open Sequence...", "Open Recent", "Open Dataset...", "Open Earlier Result",
                                 "Import Images...", "Save", "Save Sequence As...", "Save Dataset As...",
-                                "Close", "Folder for Results...", "Quit"}));
+                                "Print...", "Close", "Folder for Results...", "Quit"}));
     QCOMPARE(action(fixture.window.get(), "actionSaveDatasetAs")->shortcut(),
              QKeySequence(Qt::CTRL + Qt::SHIFT + Qt::Key_S));
     QCOMPARE(action(fixture.window.get(), "actionQuit")->shortcut(), QKeySequence(Qt::CTRL + Qt::Key_Q));

@@ -39,11 +39,12 @@ public:
     explicit CVXToolPluginBase(QObject *parent = nullptr);
     ~CVXToolPluginBase() override;
 
-    /// What kind of tool it is; a tool of kind 5 has no menu action.
+    /// What kind of tool it is; a tool of kind 5 has no menu action and is never launched.
     virtual int getToolKind() = 0;
     /// The menu action, created on first call and owned by the plug-in; null for kind 5.
     virtual QAction *getAction() = 0;
-    /// The icon of the action; may be null.
+    /// The icon of the tool in menus, for an action that has none of its own, and in the preferences; may be
+    /// null.
     virtual QIcon getIcon() = 0;
     /// The tool's name for the user, in menus and the log.
     virtual QString getToolName() = 0;
@@ -62,10 +63,14 @@ public:
     /// Set whether the action is enabled (first flag) and visible (second flag).
     virtual void updateValidity(QAction *action, bool enabled, bool visible) = 0;
 
-    // Defaults of a tool without base module and preferences; the workspace does not ask for them.
+    /// The module that the tool cannot do without, for the user; empty for a tool that needs none.
     virtual QString getBaseModuleName();
+    /// Asked once, when the tool is loaded: without its module it is not offered, and the log says why.
     virtual bool isBaseModuleAvailable();
+    /// Whether the action is visible before the first updateValidity().
     virtual bool defaultVisibilityForPluggin();
+    /// Whether the tool has a page in the preferences. The page is made anew for each showing of the
+    /// preferences, which take it over; what the user changes in it holds at once.
     virtual bool hasPreferenceWidget();
     virtual QWidget *getPreferenceWidget();
 
@@ -79,15 +84,21 @@ public:
     virtual void onSignalSequenceAdded(CVXSSequenceDataset *sequence) = 0;
     /// The sequence is about to go; it and its datasets are still there.
     virtual void onSignalSequenceRemoved(CVXSSequenceDataset *sequence) = 0;
-    // The workspace does not call these: a tool that follows ROIs connects to the dataset's CROIManager.
+    // These three are about the ROIs of the dataset whose window is active.
+    /// The ROI of that name was moved, resized or changed its kind.
     virtual void onSignalROIModified(QString name) = 0;
+    /// One or more are gone.
     virtual void onSignalROIDeleted() = 0;
+    /// Others are there than before: some came, went, or changed their names.
     virtual void onSignalupdateROIList() = 0;
-    virtual void onAdvancedOptionChanged(bool on); ///< not called by the workspace
+    /// Whether the user wants the further settings of tools; told when the tool is loaded, and at changes.
+    virtual void onAdvancedOptionChanged(bool on);
     /// Copy the window of that object name to the clipboard, if it is the tool's.
     virtual void onSignalCopyToClipboard(QString strObjectName) = 0;
-    // Not called by the workspace; they do nothing unless a tool overrides them.
+    /// The host is about to take the picture of a tool window for the printer (true), or has taken it (false):
+    /// the tool may show its window as it is to look on paper.
     virtual void onSignalGetPrintPixmap(bool on);
+    /// The menu of that object name ("menuTools") is about to be shown: bring the action up to date.
     virtual void onSignalUpdatePluginMenu(QString name);
 
 Q_SIGNALS:

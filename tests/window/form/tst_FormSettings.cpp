@@ -3,6 +3,8 @@
 #include "tests/support/Rows.h"
 #include "tests/window/form/FormFixture.h"
 
+#include <cmath>
+#include <QApplication>
 #include <QGridLayout>
 #include <QIcon>
 #include <QImage>
@@ -33,6 +35,8 @@ private Q_SLOTS:
     void alignmentsAndWrap();
     void listBoxes_data();
     void listBoxes();
+    void listsFollowTheApplicationsFont_data();
+    void listsFollowTheApplicationsFont();
     void theWindow();
     void theFrame();
     void comboBoxesTakeFocusByTabOnly_data();
@@ -179,6 +183,38 @@ void tst_FormSettings::listBoxes()
     QCOMPARE(list->dynamicPropertyNames().contains("variableHeight"), hasVariableHeight);
     if (hasVariableHeight)
         QCOMPARE(list->property("variableHeight"), QVariant(false));
+}
+
+void tst_FormSettings::listsFollowTheApplicationsFont_data()
+{
+    QTest::addColumn<double>("factor"); // of the application's default size
+    QTest::addColumn<double>("points");
+    QTest::newRow("the default size") << 1.0 << 8.0;
+    QTest::newRow("twice the size") << 2.0 << 16.0;
+    QTest::newRow("half as large again") << 1.5 << 12.0;
+    QTest::newRow("a smaller font") << 0.5 << 8.0;
+}
+
+void tst_FormSettings::listsFollowTheApplicationsFont()
+{
+    QFETCH(double, factor);
+    QFETCH(double, points);
+    const QFont before = QApplication::font();
+    QFont font = before;
+    font.setPointSizeF(before.pointSizeF() * factor);
+    CVXSImageMathWnd present; // changes with it, and one that is made afterwards has it from the start
+    QApplication::setFont(font);
+    CVXSImageMathWnd later;
+    for (const CVXSImageMathWnd *window : {&present, &later}) {
+        for (const char *name : {"m_pListBoxA", "m_pListBoxB"}) {
+            const QFont list = window->findChild<QListWidget *>(QLatin1String(name))->font();
+            QVERIFY2(std::abs(list.pointSizeF() - points) < 0.01, qPrintable(list.toString()));
+            QCOMPARE(list.family(), font.family());
+        }
+    }
+    QApplication::setFont(before);
+    const QFont list = present.findChild<QListWidget *>(QStringLiteral("m_pListBoxA"))->font();
+    QCOMPARE(list.pointSize(), 8);
 }
 
 void tst_FormSettings::theWindow()

@@ -42,9 +42,14 @@ void CVXSChildWindow::setActiveChildWnd(CVXSChildWindow *window)
     order.append(window);
 }
 
+QImage CVXSChildWindow::picture()
+{
+    return grab().toImage();
+}
+
 void CVXSChildWindow::copyPicture()
 {
-    QApplication::clipboard()->setPixmap(grab());
+    QApplication::clipboard()->setImage(picture());
 }
 
 CVXSMdiSubWindow *CVXSChildWindow::subWindow() const

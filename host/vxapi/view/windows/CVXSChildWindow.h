@@ -4,6 +4,7 @@
 #include "host/vxapi/vxapi_global.h"
 #include "host/vxutils/ESTATUS.h"
 
+#include <QImage>
 #include <QWidget>
 
 class CVXSDataset;
@@ -43,8 +44,10 @@ public:
     /// Copies what the user means: what is selected, else the picture.
     virtual void copy() { copyPicture(); }
     virtual bool canCopyPicture() const { return true; }
-    /// Copies what the window shows, as an image.
-    virtual void copyPicture();
+    /// What the window shows, for the clipboard and the printer; at first all of it.
+    virtual QImage picture();
+    /// Copies the picture.
+    void copyPicture();
     /// Whether the clipboard holds something for this window; at first it never does.
     virtual bool canPaste() const { return false; }
     virtual void paste() {}

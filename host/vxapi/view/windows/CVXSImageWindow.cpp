@@ -19,6 +19,7 @@
 #include "host/vxapi/view/windows/ImageWindowWidgets.h"
 #include "host/vxapi/view/windows/PixelReadout.h"
 #include "host/vxapi/view/windows/SequenceSaving.h"
+#include "host/vxapi/view/windows/TableBelowPicture.h"
 #include "host/vxutils/CVXUtilityFns.h"
 #include "host/vxutils/PlainToolTip.h"
 
@@ -65,6 +66,7 @@ public:
     QString correctionProblem; ///< why the correction that was asked for cannot be had
     bool hadRois = false;
     QTimer refreshTimer;
+    std::unique_ptr<TableBelowPicture> table;
     std::unique_ptr<DatasetPicture> picture;
     std::unique_ptr<RoiOverlay> overlay;
 };
@@ -81,6 +83,7 @@ void CVXSImageWindow::Private::build()
     w.toolBar = new RoiToolBar(manager, editor, q);
     w.table = new MeasurementPane(dataset, measurer, q);
     w.build(q);
+    table = std::make_unique<TableBelowPicture>(q, w.splitter);
     if (dataset)
         w.setDataset(*dataset, picture->choices());
     picture->setOpacity(w.opacity->value() / 100.0);
@@ -105,7 +108,7 @@ void CVXSImageWindow::Private::connectWidgets()
         refresh();
     });
     connect(w.flatField, &QToolButton::clicked, q, [this](bool on) { chooseFlatField(on); });
-    connect(w.tableButton, &QToolButton::toggled, w.table, &QWidget::setVisible);
+    connect(w.tableButton, &QToolButton::toggled, q, [this](bool on) { table->show(on); });
     connect(new PixelReadout(w.view), &PixelReadout::textChanged, w.readout, &QLabel::setText);
     connect(measurer, &RoiMeasurer::measured, q, [this](const QString &problem) { showMeasured(problem); });
     if (dataset)
@@ -168,12 +171,16 @@ void CVXSImageWindow::Private::refresh()
 void CVXSImageWindow::Private::showMeasured(const QString &problem)
 {
     const int count = dataset ? dataset->roiManager()->rois().size() : 0;
-    // The first ROI brings its numbers along; whether they stay is the user's choice.
-    if (count > 0 && !hadRois)
+    // The first ROI brings its numbers along; whether they stay is the user's choice. Not where the picture
+    // would have to make place for them: the next ROI is being drawn in it.
+    const bool isFirst = count > 0 && !hadRois;
+    if (isFirst && table->hasRoom())
         w.tableButton->setChecked(true);
     hadRois = count > 0;
     measuringProblem = problem;
-    showStatus(QString());
+    showStatus(isFirst && !w.tableButton->isChecked() && problem.isEmpty()
+                   ? tr("Measured: \"%1\" shows the numbers.").arg(w.tableButton->text())
+                   : QString());
 }
 
 /// What the mouse has to say, else what stands in the way of ROIs.
@@ -196,6 +203,9 @@ CVXSImageWindow::CVXSImageWindow(CVXSDataset *dataset, QWidget *parent)
     // In a title "[*]" is the mark of changes; doubled it stands for itself.
     setWindowTitle(clickAndSourceText(*dataset).replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
     d->refresh();
+    // Nobody is drawing yet: the numbers of ROIs that are there come at once.
+    d->hadRois = !dataset->roiManager()->rois().isEmpty();
+    d->w.tableButton->setChecked(d->hadRois);
     d->measurer->measureLater();
     // Corrections that are switched on for a computation and back at once are shown once, afterwards.
     const auto later = [this] { d->refreshLater(); };
@@ -263,11 +273,11 @@ bool CVXSImageWindow::canCopyPicture() const
     return d->w.view->imageAt(0);
 }
 
-void CVXSImageWindow::copyPicture()
+QImage CVXSImageWindow::picture()
 {
     QImage picture;
     d->w.view->getImage(picture);
-    QGuiApplication::clipboard()->setImage(picture);
+    return picture;
 }
 
 bool CVXSImageWindow::canPaste() const

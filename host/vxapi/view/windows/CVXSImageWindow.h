@@ -28,7 +28,7 @@ public:
     void copy() override;
     bool canCopyPicture() const override;
     /// The picture with its colour bar and ROIs, without the controls around it.
-    void copyPicture() override;
+    QImage picture() override;
     bool canPaste() const override;
     /// ROIs; a message says why when there are none.
     void paste() override;

@@ -57,7 +57,8 @@ void ImageWindowWidgets::build(QWidget *window)
     layout->setContentsMargins(6, 6, 6, 6);
     layout->addLayout(topRow(window));
     layout->addWidget(toolBar);
-    layout->addWidget(body(window), 1);
+    makeBody(window);
+    layout->addWidget(splitter, 1);
     layout->addLayout(bottomRow(window));
 }
 
@@ -95,7 +96,7 @@ QHBoxLayout *ImageWindowWidgets::topRow(QWidget *window)
     return row;
 }
 
-QSplitter *ImageWindowWidgets::body(QWidget *window)
+void ImageWindowWidgets::makeBody(QWidget *window)
 {
     auto *upper = new QWidget(window);
     auto *row = new QHBoxLayout(upper);
@@ -118,7 +119,7 @@ QSplitter *ImageWindowWidgets::body(QWidget *window)
     policy.setRetainSizeWhenHidden(true);
     limits->setSizePolicy(policy);
     table->hide();
-    auto *splitter = make<QSplitter>(window, "ImageSplitter");
+    splitter = make<QSplitter>(window, "ImageSplitter");
     splitter->setOrientation(Qt::Vertical);
     splitter->setChildrenCollapsible(false);
     splitter->addWidget(upper);
@@ -126,7 +127,6 @@ QSplitter *ImageWindowWidgets::body(QWidget *window)
     splitter->setSizes({480, 170});
     splitter->setStretchFactor(0, 3);
     splitter->setStretchFactor(1, 1);
-    return splitter;
 }
 
 QHBoxLayout *ImageWindowWidgets::bottomRow(QWidget *window)
@@ -136,6 +136,8 @@ QHBoxLayout *ImageWindowWidgets::bottomRow(QWidget *window)
     roiStatus->setWordWrap(true);
     roiStatus->setTextInteractionFlags(Qt::TextSelectableByMouse);
     readout = make<QLabel>(window, "PixelReadout");
+    // Signs such as "×" come from another font and are a little higher: the picture must not move for them.
+    roiStatus->setMinimumHeight(window->fontMetrics().height() + 4);
     auto *row = new QHBoxLayout;
     row->addWidget(corrections);
     row->addWidget(roiStatus, 1);

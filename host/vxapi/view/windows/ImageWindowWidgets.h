@@ -38,9 +38,10 @@ struct ImageWindowWidgets
     QLabel *corrections = nullptr;
     QLabel *roiStatus = nullptr;
     QLabel *readout = nullptr;
+    QSplitter *splitter = nullptr; ///< the picture above, the table below
 
 private:
     QHBoxLayout *topRow(QWidget *window);
-    QSplitter *body(QWidget *window);
+    void makeBody(QWidget *window);
     QHBoxLayout *bottomRow(QWidget *window);
 };
