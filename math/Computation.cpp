@@ -3,6 +3,7 @@
 
 #include "host/vxapi/model/CVXSDataset.h"
 #include "math/Formula.h"
+#include "math/PairNotes.h"
 #include "math/ToolLog.h"
 
 #include <QDateTime>
@@ -99,6 +100,18 @@ Combination compared(const Request &request, const Images &images)
                            request.b.dataset->getFOVForImage(EIMAGE_LUMINESCENT), images.b);
 }
 
+OperandRecord recordWithSaturation(const CVXSDataset &dataset)
+{
+    OperandRecord record = recordOf(dataset);
+    const CILImage *stored = dataset.getCoreImage(EIMAGE_LUMINESCENT);
+    record.saturatedPixels = stored ? dataset.getSaturatedPixelCount() : -1;
+    if (record.saturatedPixels < 0)
+        return record;
+    record.pixels = qint64(stored->pixelCount());
+    record.saturationCeiling = dataset.getSaturationCeiling();
+    return record;
+}
+
 bool prepare(const Request &request, const Images &images, CILImage &countsB, const Steps &steps,
              Outcome *outcome)
 {
@@ -111,18 +124,19 @@ bool prepare(const Request &request, const Images &images, CILImage &countsB, co
         reconcileBinning(images.a, images.b, countsB);
         // Before anybody switches the corrections back.
         outcome->record.unit = unitKey(request.unit);
-        outcome->record.a = recordOf(*request.a.dataset);
-        outcome->record.b = recordOf(*request.b.dataset);
+        outcome->record.a = recordWithSaturation(*request.a.dataset);
+        outcome->record.b = recordWithSaturation(*request.b.dataset);
     }
     return !steps.operandsReady || steps.operandsReady(*outcome);
 }
 
 /// What the thresholded ratio takes from B's dataset; the mask lives in `masks`. Gives the click number whose
 /// photograph masks the result, empty without one.
-QString takeSceneOf(const CVXSDataset &datasetB, TissueMaskMemo &masks, Operands *operands)
+QString takeSceneOf(const CVXSDataset &datasetB, TissueMaskMemo &masks, Operands *operands, Notes *notes)
 {
     operands->ratioScale = ratioScaleOf(datasetB.getClickInfo());
     if (const CILImage *photograph = datasetB.getCoreImage(EIMAGE_PHOTOGRAPH)) {
+        *notes += maskFieldNotes(datasetB, *photograph);
         operands->tissueMask = &masks.mask(*photograph, operands->a.get_width(), operands->a.get_height());
         return datasetB.getClickNumber();
     }
@@ -132,17 +146,33 @@ QString takeSceneOf(const CVXSDataset &datasetB, TissueMaskMemo &masks, Operands
     return QString();
 }
 
-void evaluate(const Request &request, const Images &images, CILImage &countsB, TissueMaskMemo &masks,
-              ResultRecord *record)
+/// What the operands alone say beside the result.
+Notes notesOn(const Request &request)
 {
+    const CVXSDataset &a = *request.a.dataset;
+    const CVXSDataset &b = *request.b.dataset;
+    Notes notes = settingsNotes(a, b, request.unit) + saturationNotes(a, b);
+    if (request.roiOfK)
+        notes += roiNotes(*request.roiOfK);
+    return notes;
+}
+
+void evaluate(const Request &request, const Images &images, CILImage &countsB, TissueMaskMemo &masks,
+              Outcome *outcome)
+{
+    ResultRecord *record = &outcome->record;
+    outcome->notes += notesOn(request);
     for (CILImage *image : {&images.a, &images.b, &countsB})
         image->ChangeType(VXS_FLOAT);
     Operands operands{images.a, images.b, countsB, request.k};
     if (request.formula->isThresholded)
-        record->maskPhotograph.clickNumber = takeSceneOf(*request.b.dataset, masks, &operands);
+        record->maskPhotograph.clickNumber =
+            takeSceneOf(*request.b.dataset, masks, &operands, &outcome->notes);
     request.formula->evaluate(operands, images.result);
     record->operation = QLatin1String(request.formula->text);
     record->k = request.k;
+    record->roiOfK = request.roiOfK;
+    record->notes = textsOf(outcome->notes);
     record->computed = QDateTime::currentDateTimeUtc().toString(Qt::ISODate);
 }
 
@@ -171,7 +201,7 @@ Outcome compute(const Request &request, const Images &images, TissueMaskMemo &ma
         isWanted = prepare(request, images, countsB, steps, &outcome);
     }
     if (isWanted && request.formula && outcome.combination == Combination::Possible)
-        evaluate(request, images, countsB, masks, &outcome.record);
+        evaluate(request, images, countsB, masks, &outcome);
     return outcome;
 }
 

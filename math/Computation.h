@@ -3,6 +3,7 @@
 
 #include "host/vxapi/model/VXTypes.h"
 #include "host/vximage/CILImage.h"
+#include "math/Note.h"
 #include "math/OperandPreparation.h"
 #include "math/ResultRecord.h"
 #include "math/TissueMask.h"
@@ -54,6 +55,7 @@ struct Request
     tag_edisplayunit unit = EUNIT_COUNTS;
     const Formula *formula = nullptr; ///< null: the operands are prepared and nothing is evaluated
     float k = 1.0f;                   ///< factor, or the threshold in counts of the thresholded ratio
+    std::optional<RoiOfK> roiOfK{};   ///< that gave this k
 };
 
 /// Where the images of a computation go. An operand without a dataset leaves its image as it is, one that
@@ -72,6 +74,8 @@ struct Outcome
     /// Why a step went wrong, in the order of the steps: a correction that cannot be had, an operand that
     /// cannot be calibrated. The computation goes on with what there is.
     QStringList problems;
+    /// What has to stand beside the result; empty when nothing was evaluated. The record has them too.
+    Notes notes;
     /// How the result was made, without files and photograph; its operation is empty when nothing was
     /// evaluated.
     ResultRecord record;
