@@ -10,6 +10,7 @@
 #include "host/vxutils/CVXUtilityFns.h"
 #include "result/ResultFolderLock.h"
 #include "window/DecimalCommaKey.h"
+#include "window/UnfinishedNumber.h"
 
 #include <QCloseEvent>
 #include <QDoubleValidator>
@@ -45,6 +46,7 @@ CVXSImageMathWnd::CVXSImageMathWnd(QWidget *parent, const char *, Qt::WindowFlag
     validator->setRange(-1e37, 1e37, 15);
     m_pKLineEdit->setValidator(validator);
     new DecimalCommaKey(m_pKLineEdit);
+    new UnfinishedNumber(m_pKLineEdit, [this] { return ktext::exact(m_kValue); });
 
     setWindowIcon(CVXUtilityFns::appIcon());
 }

@@ -69,6 +69,7 @@ void CVXSImageMathWnd::doSettings()
 
     for (int slot = 0; slot < SLOT_COUNT; ++slot)
         m_pView->setImageAt(viewImage(slot), false, slot, QString(), 0);
+    m_pView->setNotes(m_notes);
 }
 
 void CVXSImageMathWnd::copyToClipboard()

@@ -7,6 +7,7 @@
 #include "host/vxapi/view/windows/CVXSSequenceWindow.h"
 #include "host/vxutils/CVXSMessageBox.h"
 #include "host/vxutils/CVXUtilityFns.h"
+#include "math/ToolLog.h"
 #include "window/CVXSImageMathWnd.h"
 
 #include <QMessageBox>
@@ -61,6 +62,8 @@ bool CVXSImageMathWnd::bindToSequence(const QString &sequenceID)
     const QString k = CVXUtilityFns::getkValue();
     m_pKLineEdit->setText(k);
     m_kValue = ktext::read(k);
+    m_roiOfK.reset();
+    tellOriginOfK(k);
 
     fillListsAtBinding();
     connect(m_pListBoxA, SIGNAL(itemSelectionChanged()), this, SLOT(onSelectClickNumberFromList()));
@@ -78,6 +81,16 @@ bool CVXSImageMathWnd::bindToSequence(const QString &sequenceID)
     m_pView->addTextTag(m_pTagA.get());
     m_pView->addTextTag(m_pTagB.get());
     return true;
+}
+
+// A k of another study is easily taken for this one's.
+void CVXSImageMathWnd::tellOriginOfK(const QString &k) const
+{
+    const QString origin = CVXUtilityFns::getkOrigin();
+    if (!origin.isEmpty() && origin != m_sequenceID)
+        imagemath::tellUser(tr("k = %1 was typed in the sequence %2 and stands here now. Type another one if "
+                               "it does not fit.")
+                                .arg(k, origin));
 }
 
 bool CVXSImageMathWnd::askToSaveSequence()
