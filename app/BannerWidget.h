@@ -5,7 +5,8 @@
 
 class QLabel;
 
-/// A strip above the windows that tells the newest failure and how many stand behind it, until the user
+/// A strip above the windows that tells the newest failure (or what else the user has to see) and how many
+/// stand behind it, until the user
 /// dismisses it. Hidden while there is nothing to tell.
 class BannerWidget : public QFrame
 {

@@ -100,6 +100,7 @@ void MainWindow::arrange()
 void MainWindow::connectParts()
 {
     connect(getLogObject(), &CVXSLog::logged, this, &MainWindow::onLogged);
+    connect(getLogObject(), &CVXSLog::told, m_parts.banner, &BannerWidget::tell);
     connect(m_parts.banner, &BannerWidget::showLogRequested, m_parts.logPane, [this] {
         m_parts.logPane->show();
         m_parts.logPane->raise();

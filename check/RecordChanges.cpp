@@ -130,12 +130,23 @@ QStringList contradictions(const imagemath::ResultRecord &record, const CVXSData
     return lines;
 }
 
+/// The ROI that a record names gives its k, to the last bit.
+QStringList roiOfAnotherK(const imagemath::ResultRecord &record)
+{
+    if (!record.roiOfK || record.roiOfK->k() == record.k)
+        return {};
+    return {
+        Text::tr("k is recorded as %1, but the totals of the ROI \"%2\" that it is said to be of give %3.")
+            .arg(imagemath::decimalOf(record.k), record.roiOfK->name,
+                 imagemath::decimalOf(record.roiOfK->k()))};
+}
+
 } // namespace
 
 QStringList recordchanges::since(const imagemath::ResultRecord &record, const CVXSDataset &result,
-                                      const CVXSDataset &a, const CVXSDataset &b)
+                                 const CVXSDataset &a, const CVXSDataset &b)
 {
     return changedOperand(record.a, a, QStringLiteral("A")) +
            changedOperand(record.b, b, QStringLiteral("B")) + changedPhotograph(record.photograph, result) +
-           contradictions(record, result);
+           contradictions(record, result) + roiOfAnotherK(record);
 }

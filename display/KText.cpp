@@ -29,6 +29,12 @@ QString format(float v)
     return QString::asprintf("%.2f", double(v));
 }
 
+QString exact(float v)
+{
+    const QString text = format(v);
+    return read(text) == v ? text : QString::number(double(v));
+}
+
 void compactExponent(QString &text)
 {
     const int at = text.indexOf(QLatin1Char('e'), 0, Qt::CaseInsensitive);

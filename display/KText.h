@@ -26,6 +26,9 @@ float clamped(float v, float minimum, float maximum);
 /// value chooses the form, not its rounded text: 9.999 gives "10.00".
 QString format(float v);
 
+/// format(v) where that reads back as v, which a typed k does; else six digits, as a k from an ROI has.
+QString exact(float v);
+
 /// Shortens the exponent of a number in e-notation: no "+", no leading zeros, no exponent of zero.
 /// "1.23e+05" becomes "1.23e5", "5.00e-01" "5.00e-1", "0.00e+00" "0.00".
 void compactExponent(QString &text);

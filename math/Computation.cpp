@@ -4,6 +4,7 @@
 #include "host/vxapi/model/CVXSDataset.h"
 #include "math/FormText.h"
 #include "math/Formula.h"
+#include "math/PairNotes.h"
 #include "math/ToolLog.h"
 
 #include <QDateTime>
@@ -131,27 +132,16 @@ Combination compared(const Request &request, const Images &images)
                            request.b.dataset->getFOVForImage(EIMAGE_LUMINESCENT), images.b);
 }
 
-// The camera's offset is in every pixel once, whatever the camera binned, and adds up with the counts.
-void tellAddedOffset(const CVXSDataset &dataset, const CILImage &image, float binningBefore)
+OperandRecord recordWithSaturation(const CVXSDataset &dataset)
 {
-    if (image.pixelsAdded() == 1.0 || dataset.isLuminBackgroundSubtracted())
-        return;
-    logLine(QStringLiteral("%1 is binned from %2 to %3 by adding up counts and has no background image: the "
-                           "camera's offset adds up as well, to %4 times what it was")
-                .arg(dataset.getClickNumber())
-                .arg(double(binningBefore))
-                .arg(double(image.binningFactor()))
-                .arg(image.pixelsAdded()),
-            ELOG_WARNING);
-}
-
-void reconcile(const Request &request, const Images &images, CILImage &countsB)
-{
-    const float binningA = images.a.binningFactor();
-    const float binningB = images.b.binningFactor();
-    reconcileBinning(images.a, images.b, countsB);
-    tellAddedOffset(*request.a.dataset, images.a, binningA);
-    tellAddedOffset(*request.b.dataset, images.b, binningB);
+    OperandRecord record = recordOf(dataset);
+    const CILImage *stored = dataset.getCoreImage(EIMAGE_LUMINESCENT);
+    record.saturatedPixels = stored ? dataset.getSaturatedPixelCount() : -1;
+    if (record.saturatedPixels < 0)
+        return record;
+    record.pixels = qint64(stored->pixelCount());
+    record.saturationCeiling = dataset.getSaturationCeiling();
+    return record;
 }
 
 bool prepare(const Request &request, const Images &images, CILImage &countsB, const Steps &steps,
@@ -164,21 +154,22 @@ bool prepare(const Request &request, const Images &images, CILImage &countsB, co
     outcome->combination = compared(request, images);
     outcome->empty.result = missingOperandText(outcome->empty);
     if (outcome->combination == Combination::Possible) {
-        reconcile(request, images, countsB);
+        reconcileBinning(images.a, images.b, countsB);
         // Before anybody switches the corrections back.
         outcome->record.unit = unitKey(request.unit);
-        outcome->record.a = recordOf(*request.a.dataset);
-        outcome->record.b = recordOf(*request.b.dataset);
+        outcome->record.a = recordWithSaturation(*request.a.dataset);
+        outcome->record.b = recordWithSaturation(*request.b.dataset);
     }
     return !steps.operandsReady || steps.operandsReady(*outcome);
 }
 
 /// What the thresholded ratio takes from B's dataset; the mask lives in `masks`. Gives the click number whose
 /// photograph masks the result, empty without one.
-QString takeSceneOf(const CVXSDataset &datasetB, TissueMaskMemo &masks, Operands *operands)
+QString takeSceneOf(const CVXSDataset &datasetB, TissueMaskMemo &masks, Operands *operands, Notes *notes)
 {
     operands->ratioScale = ratioScaleOf(datasetB.getClickInfo());
     if (const CILImage *photograph = datasetB.getCoreImage(EIMAGE_PHOTOGRAPH)) {
+        *notes += maskFieldNotes(datasetB, *photograph);
         operands->tissueMask = &masks.mask(*photograph, operands->a.get_width(), operands->a.get_height());
         return datasetB.getClickNumber();
     }
@@ -188,18 +179,37 @@ QString takeSceneOf(const CVXSDataset &datasetB, TissueMaskMemo &masks, Operands
     return QString();
 }
 
-void evaluate(const Request &request, const Images &images, CILImage &countsB, TissueMaskMemo &masks,
-              ResultRecord *record)
+/// What the operands alone say beside the result. The record has the corrections with which they were computed.
+Notes notesOn(const Request &request, const Images &images, const ResultRecord &record)
 {
+    const CVXSDataset &a = *request.a.dataset;
+    const CVXSDataset &b = *request.b.dataset;
+    Notes notes = settingsNotes(a, b, request.unit) + correctionNotes(record.a, record.b, request.unit);
+    notes += offsetNotes(QStringLiteral("A"), record.a, a.getBinningFactor(), images.a);
+    notes += offsetNotes(QStringLiteral("B"), record.b, b.getBinningFactor(), images.b);
+    notes += saturationNotes(a, b);
+    if (request.roiOfK)
+        notes += roiNotes(*request.roiOfK);
+    return notes;
+}
+
+void evaluate(const Request &request, const Images &images, CILImage &countsB, TissueMaskMemo &masks,
+              Outcome *outcome)
+{
+    ResultRecord *record = &outcome->record;
+    outcome->notes += notesOn(request, images, *record);
     for (CILImage *image : {&images.a, &images.b, &countsB})
         image->ChangeType(VXS_FLOAT);
     Operands operands{images.a, images.b, countsB, request.k};
     if (request.formula->isThresholded)
-        record->maskPhotograph.clickNumber = takeSceneOf(*request.b.dataset, masks, &operands);
+        record->maskPhotograph.clickNumber =
+            takeSceneOf(*request.b.dataset, masks, &operands, &outcome->notes);
     request.formula->evaluate(operands, images.result);
     record->operation = QLatin1String(request.formula->text);
     record->k = request.k;
     record->binning = double(images.result.binningFactor());
+    record->roiOfK = request.roiOfK;
+    record->notes = textsOf(outcome->notes);
     record->computed = QDateTime::currentDateTimeUtc().toString(Qt::ISODate);
 }
 
@@ -228,7 +238,7 @@ Outcome compute(const Request &request, const Images &images, TissueMaskMemo &ma
         isWanted = prepare(request, images, countsB, steps, &outcome);
     }
     if (isWanted && request.formula && outcome.combination == Combination::Possible)
-        evaluate(request, images, countsB, masks, &outcome.record);
+        evaluate(request, images, countsB, masks, &outcome);
     if (!outcome.record.operation.isEmpty() && images.result.isEmpty() && outcome.empty.result.isEmpty())
         outcome.empty.result = emptyResultText(images, outcome.problems);
     return outcome;

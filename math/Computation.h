@@ -4,6 +4,7 @@
 #include "host/vxapi/model/VXTypes.h"
 #include "host/vximage/CILImage.h"
 #include "math/EmptyBecause.h"
+#include "math/Note.h"
 #include "math/OperandPreparation.h"
 #include "math/ResultRecord.h"
 #include "math/TissueMask.h"
@@ -55,6 +56,7 @@ struct Request
     tag_edisplayunit unit = EUNIT_COUNTS;
     const Formula *formula = nullptr; ///< null: the operands are prepared and nothing is evaluated
     float k = 1.0f;                   ///< factor, or the threshold in counts of the thresholded ratio
+    std::optional<RoiOfK> roiOfK{};   ///< that gave this k
 };
 
 /// Where the images of a computation go. An operand without a dataset leaves its image as it is, one that
@@ -74,6 +76,8 @@ struct Outcome
     /// cannot be calibrated. The computation goes on with what there is.
     QStringList problems;
     EmptyBecause empty;
+    /// What has to stand beside the result; empty when nothing was evaluated. The record has them too.
+    Notes notes;
     /// How the result was made, without files and photograph; its operation is empty when nothing was
     /// evaluated.
     ResultRecord record;

@@ -2,10 +2,13 @@
 #pragma once
 
 #include "host/vxapi/model/VXTypes.h"
+#include "math/RoiOfK.h"
 
+#include <optional>
 #include <QByteArray>
 #include <QMap>
 #include <QString>
+#include <QStringList>
 #include <QVector>
 
 class CVXSDataset;
@@ -27,6 +30,11 @@ struct OperandRecord
     bool flatFieldCorrected = false;
     bool backgroundSubtracted = false;
     bool fluorescenceBackgroundSubtracted = false;
+    /// Stored pixels at which the camera was saturated, of how many, and from which counts on; -1: not known,
+    /// as of a result, or of a record that does not tell.
+    qint64 saturatedPixels = -1;
+    qint64 pixels = -1;
+    double saturationCeiling = -1.0;
     QVector<FileRecord> files; ///< image files that the computation may have read; noted when saved
     /// Values of ClickInfo that the calibrated image depends on, as "section/key"; a key that is not recorded
     /// is not there.
@@ -52,6 +60,8 @@ struct ResultRecord
     OperandRecord b;
     PhotographRecord photograph;     ///< shown with the result
     PhotographRecord maskPhotograph; ///< whose tissue mask the thresholded ratio used
+    std::optional<RoiOfK> roiOfK;    ///< that gave k; nothing for a k that was typed
+    QStringList notes;               ///< what was said beside the result (Note)
     QString computed;                ///< ISO 8601, UTC
     QString version;                 ///< of the workspace, with the tool's build date
 

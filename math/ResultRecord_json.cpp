@@ -35,6 +35,11 @@ const QString BACKGROUND = QStringLiteral("background subtracted");
 const QString FL_BACKGROUND = QStringLiteral("fluorescence background subtracted");
 const QString CONSTANTS = QStringLiteral("constants");
 const QString FILES = QStringLiteral("files");
+const QString SATURATED = QStringLiteral("saturated pixels");
+const QString PIXELS = QStringLiteral("pixels");
+const QString CEILING = QStringLiteral("saturation ceiling");
+const QString ROI_OF_K = QStringLiteral("k from ROI");
+const QString NOTES = QStringLiteral("notes");
 const QString NAME = QStringLiteral("name");
 const QString SHA256 = QStringLiteral("sha256");
 
@@ -70,13 +75,19 @@ QJsonObject operandToJson(const OperandRecord &operand)
     QJsonObject constants;
     for (auto it = operand.constants.begin(); it != operand.constants.end(); ++it)
         constants.insert(it.key(), it.value());
-    return {{CLICK, operand.clickNumber},
-            {SEQUENCE, operand.sequenceId},
-            {FLAT_FIELD, operand.flatFieldCorrected},
-            {BACKGROUND, operand.backgroundSubtracted},
-            {FL_BACKGROUND, operand.fluorescenceBackgroundSubtracted},
-            {CONSTANTS, constants},
-            {FILES, files}};
+    QJsonObject object{{CLICK, operand.clickNumber},
+                       {SEQUENCE, operand.sequenceId},
+                       {FLAT_FIELD, operand.flatFieldCorrected},
+                       {BACKGROUND, operand.backgroundSubtracted},
+                       {FL_BACKGROUND, operand.fluorescenceBackgroundSubtracted},
+                       {CONSTANTS, constants},
+                       {FILES, files}};
+    if (operand.saturatedPixels >= 0) {
+        object.insert(SATURATED, operand.saturatedPixels);
+        object.insert(PIXELS, operand.pixels);
+        object.insert(CEILING, operand.saturationCeiling);
+    }
+    return object;
 }
 
 QJsonObject photographToJson(const PhotographRecord &photograph)
@@ -106,6 +117,8 @@ public:
     }
     QJsonObject object(const QString &name) { return value(name, QJsonValue::Object).toObject(); }
     QJsonArray array(const QString &name) { return value(name, QJsonValue::Array).toArray(); }
+    double number(const QString &name) { return value(name, QJsonValue::Double).toDouble(); }
+    bool has(const QString &name) const { return m_object.contains(name); }
 
     void fail(const QString &name)
     {
@@ -148,6 +161,11 @@ OperandRecord operandFromJson(const QJsonObject &object, const QString &path, QS
             reader.fail(CONSTANTS + QLatin1Char('/') + it.key());
         operand.constants.insert(it.key(), it.value().toString());
     }
+    if (reader.has(SATURATED)) {
+        operand.saturatedPixels = qint64(reader.number(SATURATED));
+        operand.pixels = qint64(reader.number(PIXELS));
+        operand.saturationCeiling = reader.number(CEILING);
+    }
     const QJsonArray files = reader.array(FILES);
     for (const QJsonValue &file : files)
         operand.files.append(fileFromJson(file.toObject(), path + FILES + QLatin1Char('/'), reason));
@@ -157,6 +175,31 @@ OperandRecord operandFromJson(const QJsonObject &object, const QString &path, QS
 PhotographRecord photographFromJson(const QJsonObject &object, const QString &path, QString *reason)
 {
     return {Reader(object, path, reason).text(CLICK), fileFromJson(object, path, reason)};
+}
+
+/// What a record may have or not.
+void readRoiOfK(const QJsonObject &made, ResultRecord *record, Reader *reader)
+{
+    if (!made.contains(ROI_OF_K))
+        return;
+    imagemath::RoiOfK roi;
+    QString member;
+    if (imagemath::fromJson(reader->object(ROI_OF_K), &roi, &member))
+        record->roiOfK = roi;
+    else
+        reader->fail(ROI_OF_K + QLatin1Char('/') + member);
+}
+
+void readNotes(const QJsonObject &made, ResultRecord *record, Reader *reader)
+{
+    if (!made.contains(NOTES))
+        return;
+    const QJsonArray notes = reader->array(NOTES);
+    for (const QJsonValue &note : notes) {
+        if (!note.isString())
+            reader->fail(NOTES);
+        record->notes += note.toString();
+    }
 }
 
 } // namespace
@@ -190,6 +233,10 @@ QByteArray imagemath::toJson(const ResultRecord &record)
         made.insert(PHOTOGRAPH, photographToJson(record.photograph));
     if (!record.maskPhotograph.clickNumber.isEmpty())
         made.insert(MASK, photographToJson(record.maskPhotograph));
+    if (record.roiOfK)
+        made.insert(ROI_OF_K, toJson(*record.roiOfK));
+    if (!record.notes.isEmpty())
+        made.insert(NOTES, QJsonArray::fromStringList(record.notes));
     return QJsonDocument(QJsonObject{{MADE_BY, made}}).toJson(QJsonDocument::Indented);
 }
 
@@ -223,6 +270,8 @@ bool imagemath::fromJson(const QByteArray &json, ResultRecord *record, QString *
             photographFromJson(reader.object(PHOTOGRAPH), PHOTOGRAPH + QLatin1Char('/'), reason);
     if (made.contains(MASK))
         read.maskPhotograph = photographFromJson(reader.object(MASK), MASK + QLatin1Char('/'), reason);
+    readRoiOfK(made, &read, &reader);
+    readNotes(made, &read, &reader);
     if (!reason->isEmpty())
         return false;
     *record = read;

@@ -10,6 +10,7 @@
 #include "host/vxutils/CVXUtilityFns.h"
 #include "result/ResultFolderLock.h"
 #include "window/DecimalCommaKey.h"
+#include "window/UnfinishedNumber.h"
 
 #include <algorithm>
 #include <QCloseEvent>
@@ -64,6 +65,7 @@ CVXSImageMathWnd::CVXSImageMathWnd(QWidget *parent, const char *, Qt::WindowFlag
     m_pKLineEdit->setValidator(validator);
     new DecimalCommaKey(m_pKLineEdit);
     scaleListFonts();
+    new UnfinishedNumber(m_pKLineEdit, [this] { return ktext::exact(m_kValue); });
 
     setWindowIcon(CVXUtilityFns::appIcon());
 }

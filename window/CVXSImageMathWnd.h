@@ -10,6 +10,7 @@
 
 #include <array>
 #include <memory>
+#include <optional>
 #include <QPointer>
 #include <QString>
 #include <QStringList>
@@ -146,6 +147,7 @@ protected:
     void showOperand(const CILImage &image);
     void showOperands(const imagemath::Outcome &prepared);
     void showResult();
+    void takeNotes(const imagemath::Outcome &outcome, const QString &clickA, const QString &clickB);
     bool takesImage(int slot, CILImage *image);
     void announceColorRange(void (CVXSImageMathWnd::*signal)());
     void restoreFlatField(CVXSDataset *dataset, bool remembered);
@@ -153,7 +155,7 @@ protected:
     void scaleListFonts();
     void addROISubmenu(const QString &clickNumber);
     QString measureInBoth(CVXSDataset &source, CVXSDataset &target, const QString &roiName);
-    void setKFromROI(float k);
+    void setKFromROI(float k, const std::optional<imagemath::RoiOfK> &roi = {});
     bool isPhotoEnabled() const;
     bool isPhotoFromA() const;
     void retranslatePhotographChoice();
@@ -169,6 +171,7 @@ protected:
     QString saveTemporaryCopy(CVXSDataset &dataset, const QString &click) const;
     void showWhatIsSet();
     bool askToSaveSequence();
+    void tellOriginOfK(const QString &k) const;
     void fillListsAtBinding();
     void createView();
     void placeColorbars();
@@ -178,8 +181,9 @@ protected:
     QPointer<CVXSDataset> m_pDatasetA; ///< of the click selected in list A; null until a valid selection
     QPointer<CVXSDataset> m_pDatasetB;
 
-    float m_kValue = 0.0f; ///< the constant of every formula
-    float m_kMinimum;      ///< bounds of a typed k
+    float m_kValue = 0.0f;                     ///< the constant of every formula
+    std::optional<imagemath::RoiOfK> m_roiOfK; ///< that gave m_kValue; nothing for any other k
+    float m_kMinimum;                          ///< bounds of a typed k
     float m_kMaximum;
     bool m_bPastedROI = false; ///< an ROI copied into the other dataset for measuring is still there
 
@@ -205,6 +209,8 @@ protected:
     std::unique_ptr<ResultFolderLock> m_resultLock; ///< set while the flow writes a result
     bool m_bCannotCombine = false;
     QStringList m_messages;        ///< lines of the result tag while there is no result to show
+    QStringList m_notes;           ///< what stands beside the result
+    QStringList m_notesLogged;     ///< of these clicks; told once
     bool m_bRefreshEnabled = true; ///< false exactly while the computation emits a colour-range signal
     bool m_bHandleClose = false;
     bool m_bMissedUpdate = false;      ///< the sequence changed while the window was hidden or minimised

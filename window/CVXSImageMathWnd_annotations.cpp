@@ -72,6 +72,7 @@ void CVXSImageMathWnd::doSettings()
     m_pView->setEmptyText(SLOT_A, m_emptyBecause.a);
     m_pView->setEmptyText(SLOT_B, m_emptyBecause.b);
     m_pView->setEmptyText(SLOT_RESULT, m_emptyBecause.result);
+    m_pView->setNotes(m_notes);
 }
 
 void CVXSImageMathWnd::copyToClipboard()

@@ -10,6 +10,7 @@
 #include "host/vxutils/CVXSMessageBox.h"
 #include "host/vxutils/CVXUtilityFns.h"
 #include "host/vxutils/PlainToolTip.h"
+#include "math/ToolLog.h"
 #include "window/CVXSImageMathWnd.h"
 
 #include <QMessageBox>
@@ -77,6 +78,8 @@ bool CVXSImageMathWnd::bindToSequence(const QString &sequenceID)
     const QString k = CVXUtilityFns::getkValue();
     m_pKLineEdit->setText(k);
     m_kValue = ktext::read(k);
+    m_roiOfK.reset();
+    tellOriginOfK(k);
 
     fillListsAtBinding();
     connect(m_pListBoxA, SIGNAL(itemSelectionChanged()), this, SLOT(onSelectClickNumberFromList()));
@@ -94,6 +97,16 @@ bool CVXSImageMathWnd::bindToSequence(const QString &sequenceID)
     m_pView->addTextTag(m_pTagA.get());
     m_pView->addTextTag(m_pTagB.get());
     return true;
+}
+
+// A k of another study is easily taken for this one's.
+void CVXSImageMathWnd::tellOriginOfK(const QString &k) const
+{
+    const QString origin = CVXUtilityFns::getkOrigin();
+    if (!origin.isEmpty() && origin != m_sequenceID)
+        imagemath::tellUser(tr("k = %1 was typed in the sequence %2 and stands here now. Type another one if "
+                               "it does not fit.")
+                                .arg(k, origin));
 }
 
 bool CVXSImageMathWnd::askToSaveSequence()

@@ -13,6 +13,7 @@ void CVXSImageMathWnd::calculateResultImage()
 {
     m_messages.clear();
     m_emptyBecause = {};
+    m_notes.clear();
     for (CVXSTextTag *tag : {m_pResultTag.get(), m_pTagA.get(), m_pTagB.get()})
         tag->show(false);
     for (int slot = 0; slot < SLOT_COUNT; ++slot)
@@ -47,12 +48,14 @@ void CVXSImageMathWnd::calculateResultImage()
         restoreFlatField(m_pDatasetB, flatFieldB);
         request.formula = imagemath::formulaAt(m_pOperationCB->currentIndex());
         request.k = m_kValue;
+        request.roiOfK = m_roiOfK;
         return viewImage(SLOT_A) && viewImage(SLOT_B);
     };
     const imagemath::Outcome outcome =
         imagemath::compute(request, {m_imageA, m_imageB, m_resultImage}, m_tissueMask, steps);
     m_resultRecord = outcome.record;
     m_emptyBecause = outcome.empty;
+    takeNotes(outcome, clickA, clickB);
 
     if (m_bCannotCombine) {
         m_pColorbarResult->palette.SetImageMinMax(0.0, 0.0);
@@ -89,6 +92,7 @@ void CVXSImageMathWnd::showInvalidSelection()
 {
     for (int slot = 0; slot < SLOT_COUNT; ++slot)
         setViewImage(slot, nullptr);
+    m_notes.clear();
     m_pDisplayBtn->setEnabled(false);
     imagemath::logLine(QStringLiteral("One or more dataset(s) is/are invalid..."));
     m_messages = imagemath::messageOf(imagemath::Combination::MissingImage);
@@ -123,6 +127,21 @@ void CVXSImageMathWnd::showOperands(const imagemath::Outcome &prepared)
     m_messages += imagemath::messageOf(prepared.combination);
     m_pDisplayBtn->setEnabled(!m_bCannotCombine);
     announceColorRange(&CVXSImageMathWnd::colorRangeABChanged);
+}
+
+// The log tells each of them once for the same clicks, not at every change of k.
+void CVXSImageMathWnd::takeNotes(const imagemath::Outcome &outcome, const QString &clickA,
+                                 const QString &clickB)
+{
+    m_notes = imagemath::textsOf(outcome.notes);
+    QStringList lines;
+    for (const QString &note : qAsConst(m_notes))
+        lines += QStringLiteral("A %1, B %2: %3").arg(clickA, clickB, note);
+    for (const QString &line : qAsConst(lines)) {
+        if (!m_notesLogged.contains(line))
+            imagemath::logLine(line, ELOG_WARNING);
+    }
+    m_notesLogged = lines;
 }
 
 void CVXSImageMathWnd::showResult()

@@ -44,7 +44,9 @@ void CVXSImageMathWnd::onChangeValueK()
     const QString text = ktext::format(ktext::clamped(typed, m_kMinimum, m_kMaximum));
     m_pKLineEdit->setText(text);
     m_kValue = ktext::read(text);
+    m_roiOfK.reset();
     CVXUtilityFns::setkValue(text);
+    CVXUtilityFns::setkOrigin(m_sequenceID);
     calculateResultImage();
 }
 

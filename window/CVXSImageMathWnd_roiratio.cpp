@@ -2,6 +2,7 @@
 #include "host/vxapi/model/CROIManager.h"
 #include "host/vxapi/model/CRoiMeasurementManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/roi/RoiText.h"
 #include "math/ToolLog.h"
 #include "window/CVXSImageMathWnd.h"
 
@@ -21,6 +22,12 @@ double valueOf(const CRoiMeasInfo &record, tag_edisplayunit unit)
 {
     const bool isCalibrated = unit == EUNIT_RADIANCE || unit == EUNIT_RADIANT_EFFICIENCY;
     return isCalibrated ? record.calibratedROIStatistic() : record.primaryROIStatistic();
+}
+
+QString shapeOf(const CVXSDataset &dataset, const QString &roiName)
+{
+    CROIBase *roi = nullptr;
+    return dataset.roiManager()->getROI(roiName, roi) ? roitext::write(*roi) : QString();
 }
 
 } // namespace
@@ -52,6 +59,8 @@ void CVXSImageMathWnd::computeKFromROI(const QString &datasetText, const QString
         return; // what was pasted and changed stays, to be looked at
     const double sourceValue = valueOf(*sourceRecord, unit);
     const double targetValue = valueOf(*targetRecord, unit);
+    const imagemath::RoiOfK::Total sourceTotal{sourceText, sourceValue, sourceRecord->saturatedPixels};
+    const imagemath::RoiOfK::Total targetTotal{targetText, targetValue, targetRecord->saturatedPixels};
     const bool areMeasured = !std::isnan(sourceValue) && !std::isnan(targetValue);
 
     if (m_bPastedROI) {
@@ -70,10 +79,18 @@ void CVXSImageMathWnd::computeKFromROI(const QString &datasetText, const QString
         return;
     }
     // Value in A over value in B either way; only the target's is looked at.
-    if (targetValue == 0.0)
+    if (targetValue == 0.0) {
         setKFromROI(1.0f);
-    else
-        setKFromROI(float(isSourceA ? sourceValue / targetValue : targetValue / sourceValue));
+        return;
+    }
+    imagemath::RoiOfK roi;
+    roi.name = roiName;
+    roi.shape = shapeOf(*source, roiName);
+    roi.clickNumber = sourceText;
+    roi.unit = unitKey(unit);
+    roi.inA = isSourceA ? sourceTotal : targetTotal;
+    roi.inB = isSourceA ? targetTotal : sourceTotal;
+    setKFromROI(roi.k(), roi);
 }
 
 // Copies the source's ROI into the target and measures both in the source's unit; one dataset's ROI is taken
@@ -105,9 +122,10 @@ QString CVXSImageMathWnd::measureInBoth(CVXSDataset &source, CVXSDataset &target
     return pasted.name;
 }
 
-void CVXSImageMathWnd::setKFromROI(float k)
+void CVXSImageMathWnd::setKFromROI(float k, const std::optional<imagemath::RoiOfK> &roi)
 {
     m_kValue = k;
+    m_roiOfK = roi;
     m_pKLineEdit->setText(QString::number(double(m_kValue)));
     calculateResultImage();
 }

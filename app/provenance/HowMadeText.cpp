@@ -107,6 +107,38 @@ void addSource(Rows *rows, const QString &file)
         pair(rows, Text::tr("Imported from"), file);
 }
 
+QString saturationText(const OperandRecord &operand)
+{
+    if (operand.saturatedPixels < 0)
+        return QString();
+    return Text::tr("%1 of %2 (%3 counts or more)")
+        .arg(operand.saturatedPixels)
+        .arg(operand.pixels)
+        .arg(textOfNumber(operand.saturationCeiling));
+}
+
+QString saturationText(const imagemath::RoiOfK::Total &total)
+{
+    return total.saturatedPixels < 0 ? QString() : QString::number(total.saturatedPixels);
+}
+
+void addRoiOfK(Rows *rows, const imagemath::RoiOfK &roi)
+{
+    tag_edisplayunit unit = EUNIT_COUNTS;
+    unitOfKey(roi.unit, &unit);
+    heading(rows, Text::tr("k from an ROI"));
+    pair(rows, Text::tr("ROI"), roi.name);
+    pair(rows, Text::tr("Drawn in"), roi.clickNumber);
+    pair(rows, Text::tr("Shape [cm]"), roi.shape);
+    const auto total = [&](const QString &role, const imagemath::RoiOfK::Total &of) {
+        pair(rows, Text::tr("%1 in %2").arg(unitTotalText(unit), role),
+             QStringLiteral("%1 (%2)").arg(textOfNumber(of.value), of.clickNumber));
+        pair(rows, Text::tr("Saturated pixels in %1").arg(role), saturationText(of));
+    };
+    total(QStringLiteral("A"), roi.inA);
+    total(QStringLiteral("B"), roi.inB);
+}
+
 void addOperand(Rows *rows, const QString &role, const OperandRecord &operand, const QString &source)
 {
     heading(rows, role);
@@ -116,6 +148,7 @@ void addOperand(Rows *rows, const QString &role, const OperandRecord &operand, c
     pair(rows, Text::tr("Corrected for"),
          correctionsText(operand.flatFieldCorrected, operand.backgroundSubtracted,
                          operand.fluorescenceBackgroundSubtracted));
+    pair(rows, Text::tr("Saturated pixels"), saturationText(operand));
     addConstants(rows, operand.constants);
     for (int i = 0; i < operand.files.size() && i < MAX_FILES; ++i)
         addFile(rows, operand.files.at(i));
@@ -146,6 +179,8 @@ bool showsOtherNumber(const QString &text, float k)
 Rows rowsOfRecord(const ResultRecord &record, const CPLClickInfo &info, const ResultSources &sources)
 {
     Rows rows;
+    for (const QString &note : record.notes)
+        remark(&rows, note + QLatin1Char('.'));
     pair(&rows, Text::tr("Operation"), record.operation);
     pair(&rows, Text::tr("k, exactly"),
          QStringLiteral("%1  =  %2").arg(imagemath::decimalOf(record.k), imagemath::hexadecimalOf(record.k)));
@@ -155,6 +190,8 @@ Rows rowsOfRecord(const ResultRecord &record, const CPLClickInfo &info, const Re
     pair(&rows, Text::tr("Unit"), unitOf(record.unit));
     pair(&rows, Text::tr("Computed"), dateText(record.computed));
     pair(&rows, Text::tr("Version"), record.version);
+    if (record.roiOfK)
+        addRoiOfK(&rows, *record.roiOfK);
     addOperand(&rows, QStringLiteral("A"), record.a, sources.a);
     addOperand(&rows, QStringLiteral("B"), record.b, sources.b);
     addPhotograph(&rows, Text::tr("Photograph under the result"), record.photograph);

@@ -48,6 +48,12 @@ void CVXSLog::log(QString message, QString detail, int number, QString stamp, lo
     Q_EMIT logged(entry);
 }
 
+void CVXSLog::tell(const QString &message, const QString &stamp)
+{
+    log(message, QString(), 0, stamp, ELOG_INFORMATION, false);
+    Q_EMIT told(message);
+}
+
 void CVXSLog::clear()
 {
     m_entries.clear();

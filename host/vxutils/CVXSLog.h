@@ -62,6 +62,10 @@ public:
     /// Appends a line. The last argument is kept for the interface: every line goes to the file at once.
     void log(QString message, QString detail, int number, QString stamp, long level, bool flush);
 
+    /// Appends a line of level 1 that the user has to see although nothing failed: the workspace shows it in its
+    /// banner.
+    void tell(const QString &message, const QString &stamp);
+
     /// The lines in memory, oldest first.
     const QVector<LogEntry> &entries() const { return m_entries; }
     /// Forgets the lines in memory; the file keeps them.
@@ -74,6 +78,8 @@ public:
 Q_SIGNALS:
     /// After the line was kept and written.
     void logged(const LogEntry &entry);
+    /// After a line of tell() was logged.
+    void told(const QString &message);
 
 private:
     QVector<LogEntry> m_entries;

@@ -10,7 +10,27 @@
 namespace {
 
 constexpr char KEY_K[] = "ImageMath/k";
+constexpr char KEY_K_ORIGIN[] = "ImageMath/kSequence";
 constexpr int MAX_NAME_BYTES = 255; // of one path component, on every file system in use
+
+// k is stored while an image is computed, and the disk must not be waited for then. Settings that live on
+// are written when the application comes to rest, and at its end; whoever reads them in this process sees
+// them at once.
+void store(const char *key, const QString &text)
+{
+    static QPointer<QSettings> kept;
+    static QByteArray profile;
+    const QByteArray presentProfile = qgetenv("VEXA_PROFILE_DIR");
+    if (!kept || profile != presentProfile) {
+        delete kept;
+        kept = CVXPreference::settings().release();
+        kept->setParent(QCoreApplication::instance());
+        profile = presentProfile;
+    }
+    kept->setValue(QLatin1String(key), text);
+    if (!QCoreApplication::instance())
+        kept->sync();
+}
 
 } // namespace
 
@@ -26,21 +46,18 @@ QString CVXUtilityFns::getkValue()
 
 void CVXUtilityFns::setkValue(const QString &text)
 {
-    // k is stored while an image is computed, and the disk must not be waited for then. Settings that live on
-    // are written when the application comes to rest, and at its end; whoever reads them in this process sees
-    // them at once.
-    static QPointer<QSettings> kept;
-    static QByteArray profile;
-    const QByteArray presentProfile = qgetenv("VEXA_PROFILE_DIR");
-    if (!kept || profile != presentProfile) {
-        delete kept;
-        kept = CVXPreference::settings().release();
-        kept->setParent(QCoreApplication::instance());
-        profile = presentProfile;
-    }
-    kept->setValue(QLatin1String(KEY_K), text);
-    if (!QCoreApplication::instance())
-        kept->sync();
+    store(KEY_K, text);
+    store(KEY_K_ORIGIN, QString());
+}
+
+QString CVXUtilityFns::getkOrigin()
+{
+    return CVXPreference::settings()->value(QLatin1String(KEY_K_ORIGIN)).toString();
+}
+
+void CVXUtilityFns::setkOrigin(const QString &sequenceID)
+{
+    store(KEY_K_ORIGIN, sequenceID);
 }
 
 bool CVXUtilityFns::isSafeFileName(const QString &name)

@@ -21,6 +21,10 @@ public:
     /// Keeps it letter for letter. getkValue() answers with it at once; the disk is not waited for while an
     /// application object lives, so a process that is killed may lose the last one.
     static void setkValue(const QString &text);
+    /// The ID of the sequence in which it was stored; empty when that is not known. To be set after the k, which
+    /// forgets the one before.
+    static QString getkOrigin();
+    static void setkOrigin(const QString &sequenceID);
 
     /// Whether a click number or file name that came from a file may become a path component: not empty, no
     /// separator or drive colon, no "..", not ".", no blank at either end, no NUL or control character,

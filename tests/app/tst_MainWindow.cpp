@@ -82,6 +82,7 @@ private Q_SLOTS:
     void recentSequencesAreRemembered();
     void aRecentSequenceThatIsGoneIsForgotten();
     void bannerShowsFailuresOnly();
+    void bannerShowsWhatTheUserIsToldToo();
     void bannerOpensTheLog();
     void windowMenuListsAndArranges();
     void theKeyOfCloseClosesTheActiveWindow();
@@ -341,6 +342,15 @@ void tst_MainWindow::bannerShowsFailuresOnly()
     QVERIFY(GuiDriver(fixture.window.get()).press("bannerDismiss"));
     QVERIFY(!fixture.window->parts().banner->isVisible());
     QVERIFY(fixture.window->parts().logPane->text().contains("A tool failed"));
+}
+
+void tst_MainWindow::bannerShowsWhatTheUserIsToldToo()
+{
+    WorkspaceFixture fixture;
+    getLogObject()->tell("k = 2 is of another study", "stamp");
+    QVERIFY(fixture.window->parts().banner->isVisible());
+    QCOMPARE(fixture.window->parts().banner->text(), QString("k = 2 is of another study"));
+    QCOMPARE(fixture.log.failures(), QStringList());
 }
 
 void tst_MainWindow::bannerOpensTheLog()

@@ -39,6 +39,8 @@ private Q_SLOTS:
     void aResultWithoutUsableRecordIsNotChecked();
     void aPhotographThatWasExchangedIsTold();
     void aClickInfoThatSaysSomethingElseIsTold();
+    void anEarlierRecordIsCheckedAsWell();
+    void anRoiThatGivesAnotherKIsTold();
     void aResultThatCannotBeReadIsTold();
     void aRecordOfAnySizeIsToldInFewLines();
     void aResultOfVersion10IsComputedByItsRules();
@@ -336,6 +338,46 @@ void tst_ResultCheck::aClickInfoThatSaysSomethingElseIsTold()
     QVERIFY2(outcome.verdict == Verdict::SameThoughChanged, told(outcome).constData());
     QVERIFY2(anyLine(outcome, "says \"Intensity Calibration\" = Radiance (Photons); the record says counts."),
              told(outcome).constData());
+}
+
+void tst_ResultCheck::anEarlierRecordIsCheckedAsWell()
+{
+    ClickSpec a = clickA();
+    a.luminescentKeys.insert("Exposure Time", "1");
+    QVERIFY(m_fixture->open({a, clickB()}));
+    const CVXSDataset *result = m_fixture->makeResult(1, "0.37");
+    QVERIFY(result);
+    imagemath::ResultRecord record = recordOf(result);
+    QCOMPARE(record.notes.size(), 1);
+    QCOMPARE(record.a.saturatedPixels, qint64(0));
+    record.notes.clear();
+    record.a.saturatedPixels = record.b.saturatedPixels = -1;
+    QVERIFY(ResultCheckFixture::setDescription(result, imagemath::toJson(record)));
+    QVERIFY(!imagemath::toJson(recordOf(result)).contains("saturated"));
+    const ResultCheck outcome = check(result);
+    QVERIFY2(outcome.verdict == Verdict::Same, told(outcome).constData());
+}
+
+void tst_ResultCheck::anRoiThatGivesAnotherKIsTold()
+{
+    const CVXSDataset *result = plainResult("0.5");
+    QVERIFY(result);
+    imagemath::ResultRecord record = recordOf(result);
+    imagemath::RoiOfK roi;
+    roi.name = "Back";
+    roi.unit = "counts";
+    roi.inA = {A, 500.0, 0};
+    roi.inB = {B, 1000.0, 0};
+    record.roiOfK = roi;
+    QVERIFY(ResultCheckFixture::setDescription(result, imagemath::toJson(record)));
+    QVERIFY2(check(result).verdict == Verdict::Same, told(check(result)).constData());
+    record.roiOfK->inB.value = 1250.0;
+    QVERIFY(ResultCheckFixture::setDescription(result, imagemath::toJson(record)));
+    const ResultCheck outcome = check(result);
+    QVERIFY2(outcome.verdict == Verdict::SameThoughChanged, told(outcome).constData());
+    QVERIFY(outcome.lines.contains(
+        "k is recorded as 0.5, but the totals of the ROI \"Back\" that it is said to be "
+        "of give 0.4."));
 }
 
 void tst_ResultCheck::aResultThatCannotBeReadIsTold()

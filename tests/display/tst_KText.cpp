@@ -21,6 +21,8 @@ private Q_SLOTS:
     void format();
     void aTextReadBackIsFormattedTheSame_data();
     void aTextReadBackIsFormattedTheSame();
+    void exact_data();
+    void exact();
     void compactExponent_data();
     void compactExponent();
     void numbersDoNotDependOnTheUsersLocale();
@@ -125,6 +127,24 @@ void tst_KText::aTextReadBackIsFormattedTheSame()
     QFETCH(float, v);
     const QString once = ktext::format(v);
     QCOMPARE(ktext::format(ktext::read(once)), once);
+}
+
+void tst_KText::exact_data()
+{
+    QTest::addColumn<float>("v");
+    QTest::addColumn<QString>("text");
+    row("a typed k has its own text", 1.25f, "1.25");
+    row("with an exponent too", 0.5f, "5.00e-1");
+    row("a k from an ROI keeps its digits", 1.24709f, "1.24709");
+    row("a large one", 123456.0f, "123456");
+    row("infinity", std::numeric_limits<float>::infinity(), "inf");
+}
+
+void tst_KText::exact()
+{
+    QFETCH(float, v);
+    QFETCH(QString, text);
+    QCOMPARE(ktext::exact(v), text);
 }
 
 void tst_KText::compactExponent_data()

@@ -64,6 +64,12 @@ private Q_SLOTS:
     void whyThereAreNoPixelsIsSaid();
     void missingCountsAreAProblemOfTheThresholdedRatioAlone();
     void anUnreadablePhotographMasksNothing();
+    void whatHasToBeKnownStandsInOutcomeAndRecord();
+    void nothingIsSaidOfAPairThatGivesNoResult();
+    void theFieldOfTheMaskIsToldWhereOneIsUsed_data();
+    void theFieldOfTheMaskIsToldWhereOneIsUsed();
+    void saturatedPixelsAreCountedBeforeAnyCorrectionAndBinning();
+    void theRoiOfKGoesIntoTheRecord();
 
 private:
     using OperandsReady = std::function<bool(const Outcome &)>;
@@ -311,13 +317,12 @@ void tst_Computation::theOffsetThatAddsUpIsTold()
                                           TestStudy::image(32, 32, [](int, int) { return 100.0f; }));
     m_request.a.corrections = correctionsOf(*m_request.a.dataset);
     m_request.unit = tag_edisplayunit(unit);
-    LogCatcher log;
-    compute("A - B * k");
-    const QStringList told = log.ofLevel(ELOG_WARNING).filter("offset adds up");
+    const Outcome made = compute("A - B * k");
+    const QStringList told = textsOf(made.notes).filter("offset adds up");
     QCOMPARE(told.size(), isTold ? 1 : 0);
+    QCOMPARE(made.record.notes, textsOf(made.notes));
     if (isTold)
-        QVERIFY2(told.first().contains(A) && told.first().contains("from 4 to 8") &&
-                     told.first().contains("to 4 times"),
+        QVERIFY2(told.first().startsWith("A was binned from 4 to 8 ") && told.first().contains("to 4 times"),
                  qPrintable(told.first()));
 }
 
@@ -344,10 +349,9 @@ void tst_Computation::byTheRulesOf10CountsAreAveraged()
     add(specOf(A, 300.0f), b);
     m_request.a.dataset->setCalibrationRules(ECALIBRATION_1_0);
     m_request.b.dataset->setCalibrationRules(ECALIBRATION_1_0);
-    LogCatcher log;
-    compute("A - B * k");
+    const Outcome made = compute("A - B * k");
     QCOMPARE(m_a.pixelAt(0, 0), 300.5);
-    QCOMPARE(log.ofLevel(ELOG_WARNING).filter("offset"), QStringList());
+    QCOMPARE(textsOf(made.notes).filter("offset"), QStringList());
 }
 
 void tst_Computation::eachOperandIsSeenBeforeTheNextAndBeforeItIsBinned()
@@ -564,6 +568,101 @@ void tst_Computation::anUnreadablePhotographMasksNothing()
     QVERIFY(made.record.maskPhotograph.clickNumber.isEmpty());
     QCOMPARE(getLogObject()->entries().last().message,
              QString("The photograph of %1 cannot be read; the result has no tissue mask").arg(B));
+}
+
+void tst_Computation::whatHasToBeKnownStandsInOutcomeAndRecord()
+{
+    ClickSpec a = specOf(A, 64990.0f); // 22 columns of 32 from 65000 on
+    a.luminescentKeys.insert(clickinfo::KEY_EXPOSURE, "1");
+    ClickSpec b = specOf(B, 100.0f);
+    b.luminescentKeys.insert(clickinfo::KEY_EXPOSURE, "10");
+    add(a, b);
+    const Outcome made = compute("A - B * k");
+    QCOMPARE(textsOf(made.notes),
+             QStringList({"A was exposed 1 s, B 10 s; the unit is counts",
+                          "704 of 1024 pixels of A are saturated (65000 counts or more)"}));
+    QCOMPARE(made.record.notes, textsOf(made.notes));
+    QCOMPARE(made.record.a.saturatedPixels, qint64(704));
+    QCOMPARE(made.record.a.pixels, qint64(1024));
+    QCOMPARE(made.record.a.saturationCeiling, 65000.0);
+    QCOMPARE(made.record.b.saturatedPixels, qint64(0));
+    QCOMPARE(made.problems, QStringList());
+    // In radiance the settings are reckoned with; what the camera did not see is lost.
+    m_request.unit = EUNIT_RADIANCE;
+    QCOMPARE(textsOf(compute("A - B * k").notes),
+             QStringList("704 of 1024 pixels of A are saturated (65000 counts or more)"));
+}
+
+void tst_Computation::nothingIsSaidOfAPairThatGivesNoResult()
+{
+    ClickSpec a = specOf(A, 64990.0f);
+    a.fieldOfView = 13.0;
+    add(a, specOf(B, 100.0f));
+    const Outcome made = compute("A - B * k");
+    QCOMPARE(made.combination, Combination::DifferentFieldOfView);
+    QVERIFY(made.notes.isEmpty());
+}
+
+void tst_Computation::theFieldOfTheMaskIsToldWhereOneIsUsed_data()
+{
+    QTest::addColumn<QString>("formula");
+    QTest::addColumn<double>("field"); // of the photograph [cm]; the image's is 12.5
+    QTest::addColumn<bool>("isTold");
+    QTest::newRow("a mask of another field") << "A/B if Counts(B)>k" << 25.0 << true;
+    QTest::newRow("a mask of the same field") << "A/B if Counts(B)>k" << 12.5 << false;
+    QTest::newRow("a formula without mask") << "(A / B) * k" << 25.0 << false;
+}
+
+void tst_Computation::theFieldOfTheMaskIsToldWhereOneIsUsed()
+{
+    QFETCH(QString, formula);
+    QFETCH(double, field);
+    QFETCH(bool, isTold);
+    ClickSpec b = specOf(B, 100.0f);
+    b.photograph = [](int x, int) { return x < 32 ? 200.0f : 10.0f; };
+    add(specOf(A, 300.0f), b);
+    clickinfo::ensureSection(m_request.b.dataset->getClickInfo(), clickinfo::SECTION_PHOTOGRAPH)
+        ->setValue(clickinfo::KEY_FOV, clickinfo::textOfNumber(field));
+    const Outcome made = compute(formula);
+    const QString text(
+        "The photograph of B shows 25 x 25 cm, its image 12.5 x 12.5 cm; the tissue mask takes both "
+        "for the same field");
+    QCOMPARE(textsOf(made.notes), isTold ? QStringList(text) : QStringList());
+    QCOMPARE(made.record.notes, textsOf(made.notes));
+    // The mask itself stays as it is: the left half of the photograph over the left half of the image.
+    if (isTold) {
+        QVERIFY(m_result.pixelAt(0, 16) > 0.0);
+        QCOMPARE(m_result.pixelAt(31, 16), 0.0);
+    }
+}
+
+void tst_Computation::saturatedPixelsAreCountedBeforeAnyCorrectionAndBinning()
+{
+    ClickSpec a = specOf(A, 64990.0f);
+    a.width = a.height = 64; // 54 columns of 64 from 65000 on
+    a.binning = 2.0f;
+    a.flatField = [](int, int) { return 2.0f; };
+    add(a, specOf(B, 100.0f));
+    m_request.a.dataset->setCoreImage(EIMAGE_BACKGROUND,
+                                      TestStudy::image(64, 64, [](int, int) { return 500.0f; }));
+    m_request.a.corrections = {true, true};
+    QCOMPARE(textsOf(compute("A - B * k").notes),
+             QStringList("3456 of 4096 pixels of A are saturated (65000 counts or more)"));
+}
+
+void tst_Computation::theRoiOfKGoesIntoTheRecord()
+{
+    add(specOf(A, 300.0f), specOf(B, 100.0f));
+    QVERIFY(!compute("A - B * k").record.roiOfK);
+    RoiOfK roi;
+    roi.name = "Bkg 1";
+    roi.inA.saturatedPixels = 7;
+    m_request.roiOfK = roi;
+    const Outcome made = compute("A - B * k");
+    QVERIFY(made.record.roiOfK);
+    QCOMPARE(made.record.roiOfK->name, QString("Bkg 1"));
+    QCOMPARE(textsOf(made.notes),
+             QStringList("k is from the ROI \"Bkg 1\", where 7 pixels of A are saturated"));
 }
 
 QTEST_GUILESS_MAIN(tst_Computation)

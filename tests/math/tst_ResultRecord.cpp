@@ -34,6 +34,18 @@ ResultRecord fullRecord()
     record.b.fluorescenceBackgroundSubtracted = true;
     record.photograph = {"AB20260102030406", {"photograph.tif", QString(64, 'c')}};
     record.maskPhotograph = {"AB20260102030507", {"photograph.tif", QString(64, 'd')}};
+    record.a.saturatedPixels = 512;
+    record.a.pixels = 1024;
+    record.a.saturationCeiling = 65000.0;
+    imagemath::RoiOfK roi;
+    roi.name = "Bkg \"1\"";
+    roi.shape = "background rectangle; left 2; top 3; width 5; height 4";
+    roi.clickNumber = "AB20260102030406";
+    roi.unit = "Radiance (Photons)";
+    roi.inA = {"AB20260102030406", 1.0 / 3.0, 12};
+    roi.inB = {"AB20260102030507", 3.6e15 / 7.0, -1};
+    record.roiOfK = roi;
+    record.notes = QStringList{"A was exposed 1 s, B 10 s; the unit is counts", "another one"};
     record.computed = "2026-01-02T03:04:05Z";
     record.version = "1.0.0(Jan  2 2026)";
     return record;
@@ -77,11 +89,21 @@ void compare(const imagemath::OperandRecord &got, const imagemath::OperandRecord
     QCOMPARE(got.backgroundSubtracted, expected.backgroundSubtracted);
     QCOMPARE(got.fluorescenceBackgroundSubtracted, expected.fluorescenceBackgroundSubtracted);
     QCOMPARE(got.constants, expected.constants);
+    QCOMPARE(got.saturatedPixels, expected.saturatedPixels);
+    QCOMPARE(got.pixels, expected.pixels);
+    QCOMPARE(got.saturationCeiling, expected.saturationCeiling);
     QCOMPARE(got.files.size(), expected.files.size());
     for (int i = 0; i < got.files.size(); ++i) {
         QCOMPARE(got.files.at(i).name, expected.files.at(i).name);
         QCOMPARE(got.files.at(i).sha256, expected.files.at(i).sha256);
     }
+}
+
+void compare(const imagemath::RoiOfK::Total &got, const imagemath::RoiOfK::Total &expected)
+{
+    QCOMPARE(got.clickNumber, expected.clickNumber);
+    QVERIFY(got.value == expected.value); // to the last bit: k is checked by it
+    QCOMPARE(got.saturatedPixels, expected.saturatedPixels);
 }
 
 void compare(const imagemath::PhotographRecord &got, const imagemath::PhotographRecord &expected)
@@ -99,6 +121,7 @@ class tst_ResultRecord : public QObject
 
 private Q_SLOTS:
     void everythingComesBack();
+    void earlierRecordsTellLess();
     void kComesBackToTheLastBit_data();
     void kComesBackToTheLastBit();
     void theHexadecimalOfKCounts();
@@ -132,7 +155,35 @@ void tst_ResultRecord::everythingComesBack()
     compare(back.maskPhotograph, record.maskPhotograph);
     QCOMPARE(back.computed, record.computed);
     QCOMPARE(back.version, record.version);
+    QVERIFY(back.roiOfK);
+    QCOMPARE(back.roiOfK->name, record.roiOfK->name);
+    QCOMPARE(back.roiOfK->shape, record.roiOfK->shape);
+    QCOMPARE(back.roiOfK->clickNumber, record.roiOfK->clickNumber);
+    QCOMPARE(back.roiOfK->unit, record.roiOfK->unit);
+    compare(back.roiOfK->inA, record.roiOfK->inA);
+    compare(back.roiOfK->inB, record.roiOfK->inB);
+    QCOMPARE(back.notes, record.notes);
     QCOMPARE(imagemath::toJson(back), imagemath::toJson(record));
+}
+
+void tst_ResultRecord::earlierRecordsTellLess()
+{
+    QJsonObject whole = QJsonDocument::fromJson(imagemath::toJson(fullRecord())).object();
+    QJsonObject made = whole.value("image math").toObject();
+    QJsonObject a = made.value("A").toObject();
+    for (const char *name : {"saturated pixels", "pixels", "saturation ceiling"})
+        a.remove(name);
+    made.insert("A", a);
+    made.remove("k from ROI");
+    made.remove("notes");
+    ResultRecord record;
+    QString reason;
+    QVERIFY2(imagemath::fromJson(QJsonDocument(QJsonObject{{"image math", made}}).toJson(), &record, &reason),
+             qPrintable(reason));
+    QCOMPARE(record.operation, fullRecord().operation);
+    QVERIFY(!record.roiOfK);
+    QVERIFY(record.notes.isEmpty());
+    QCOMPARE(record.a.saturatedPixels, qint64(-1));
 }
 
 void tst_ResultRecord::kComesBackToTheLastBit_data()
@@ -230,6 +281,15 @@ void tst_ResultRecord::whatIsNoRecordIsRefusedWithAReason_data()
     QTest::newRow("a file is a text") << changed("A/files", QJsonArray{"x"}) << other.arg("A/files/name");
     QTest::newRow("a constant is a number")
         << changed("A/constants", QJsonObject{{"x/y", 60}}) << other.arg("A/constants/x/y");
+    for (const QString path : {"k from ROI/name", "k from ROI/shape", "k from ROI/click number",
+                               "k from ROI/unit", "A/saturation ceiling"})
+        QTest::newRow(qPrintable("without " + path)) << changed(path, none) << other.arg(path);
+    QTest::newRow("the total of an ROI is a text")
+        << changed("k from ROI/B", QJsonObject{{"click number", "B"}, {"total", "7"}})
+        << other.arg("k from ROI/B/total");
+    QTest::newRow("a count of pixels is a text")
+        << changed("A/saturated pixels", "many") << other.arg("A/saturated pixels");
+    QTest::newRow("a note is a number") << changed("notes", QJsonArray{1}) << other.arg("notes");
     QTest::newRow("the photograph is a text") << changed("photograph", "B") << other.arg("photograph");
 }
 

@@ -40,7 +40,10 @@ public:
     RoiStatistics counts;                 ///< of the image in camera counts
     RoiStatistics calibrated;             ///< of the image in `unit`
     double calibratedTotal = 0.0;
-    double area = 0.0;    ///< pixels of the ROI, finite or not, times a pixel's area [cm^2]
+    double area = 0.0; ///< pixels of the ROI, finite or not, times a pixel's area [cm^2]
+    /// Pixels of the ROI, finite or not once calibrated, at which the camera was saturated
+    /// (CVXSDataset::getSaturationCeiling()): the totals are then too low. -1: no camera took the image.
+    qint64 saturatedPixels = -1;
     bool isValid = false; ///< false: out of date (the ROI, the unit or the pixels changed since)
 };
 

@@ -133,6 +133,13 @@ public:
     /// False when the image was read from its file and the file is another one since (by size and time): what
     /// is computed and what lies on disk then differ.
     bool isImageFileAsRead(tag_eimagetype type) const;
+    /// Camera counts from which a stored luminescent pixel says no more than "bright": that of the automatic
+    /// ranges (VXCalibration.h), or the largest value of the stored type where that is less. NaN for a result
+    /// of image math, which no camera took, and without luminescent image.
+    double getSaturationCeiling() const;
+    /// How many stored luminescent pixels are at or above it, before any correction; -1 where there is no
+    /// ceiling.
+    qint64 getSaturatedPixelCount() const;
     /// Gives the dataset an image. The luminescent one's binning factor is written to ClickInfo. An empty
     /// image is refused with a log line. Emits calibrationChanged().
     void setCoreImage(tag_eimagetype type, const CILImage &image);

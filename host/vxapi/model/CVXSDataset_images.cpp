@@ -4,12 +4,23 @@
 #include "host/vxapi/model/clickinfo/ConstantRanges.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSDataset_p.h"
+#include "host/vxapi/model/VXCalibration.h"
+#include "host/vximage/PixelCount.h"
 #include "host/vxutils/CVXSLog.h"
 
 #include <cmath>
 #include <limits>
 
 using namespace clickinfo;
+
+namespace {
+
+bool isByte(VXSDataTypes type)
+{
+    return type == VXS_UINT8 || type == VXS_MASK;
+}
+
+} // namespace
 
 const CVXSImageList *CVXSDataset::getImageList() const
 {
@@ -49,6 +60,27 @@ QString CVXSDataset::getImageFileName(tag_eimagetype type) const
 bool CVXSDataset::isImageFileAsRead(tag_eimagetype type) const
 {
     return !DatasetImages::isImageType(type) || d->images.isFileAsRead(type, d->folder);
+}
+
+double CVXSDataset::getSaturationCeiling() const
+{
+    const CILImage *stored = d->isResult() ? nullptr : getCoreImage(EIMAGE_LUMINESCENT);
+    if (!stored)
+        return std::numeric_limits<double>::quiet_NaN();
+    return isByte(stored->getType()) ? double(std::numeric_limits<std::uint8_t>::max()) : VX_SATURATED_COUNTS;
+}
+
+qint64 CVXSDataset::getSaturatedPixelCount() const
+{
+    const double ceiling = getSaturationCeiling();
+    if (std::isnan(ceiling))
+        return -1;
+    const CILImage &stored = *getCoreImage(EIMAGE_LUMINESCENT);
+    // Asked for at every computation. An image without content ID may be written by someone.
+    SaturatedPixels &known = d->saturated;
+    if (known.content == 0 || known.content != stored.contentId())
+        known = {stored.contentId(), qint64(ilCountAtOrAbove(stored, ceiling))};
+    return known.count;
 }
 
 void CVXSDataset::setCoreImage(tag_eimagetype type, const CILImage &image)

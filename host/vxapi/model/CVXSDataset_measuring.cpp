@@ -101,6 +101,9 @@ ESTATUS CVXSDataset::Private::imagesToMeasure(const CVXSDataset &dataset, Measur
                      .arg(name, KEY_FOV, constantRange(KEY_FOV).text());
         return ESTATUS_BAD_VALUE;
     }
+    measured->ceiling = dataset.getSaturationCeiling();
+    if (!std::isnan(measured->ceiling))
+        measured->stored = *dataset.getCoreImage(EIMAGE_LUMINESCENT);
     if (dataset.getShownUnit() == EUNIT_COUNTS) {
         measured->counts = measured->calibrated;
         return ESTATUS_SUCCESS;
@@ -134,6 +137,9 @@ CRoiMeasInfo CVXSDataset::Private::measure(const MeasuredImages &measured, const
         record.counts = roiStatistics(measured.counts, roi, measured.pixelSize);
     else
         record.counts.sum = std::numeric_limits<double>::quiet_NaN();
+    if (!measured.stored.isEmpty())
+        record.saturatedPixels =
+            roiPixelsAtOrAbove(measured.stored, roi, measured.pixelSize, measured.ceiling);
     const double pixelArea = measured.pixelSize * measured.pixelSize;
     record.calibratedTotal = record.calibrated.sum * totalFactor(record.unit, pixelArea);
     record.area = double(record.calibrated.pixels + record.calibrated.notFinitePixels) * pixelArea;

@@ -23,6 +23,13 @@ struct MeasuredContent
     bool matches(const MeasuredContent &now) const;
 };
 
+/// How many stored luminescent pixels are saturated.
+struct SaturatedPixels
+{
+    std::uint64_t content = 0; ///< CILImage::contentId(); 0: not counted
+    qint64 count = -1;
+};
+
 /// The inside of a dataset. ClickInfo is read whenever a key is needed, so nothing here repeats what it says.
 class CVXSDataset::Private
 {
@@ -75,6 +82,8 @@ public:
         CILImage calibrated;    ///< in the dataset's unit
         CILImage counts;        ///< empty when it cannot be had
         double pixelSize = 0.0; ///< [cm]
+        CILImage stored;        ///< as the camera gave it, on the same grid; empty without a ceiling
+        double ceiling = 0.0;   ///< of its pixels [counts]
 
         MeasuredContent content() const { return {calibrated.contentId(), counts.contentId(), pixelSize}; }
     };
@@ -105,4 +114,5 @@ public:
     QString roisOf;                    ///< the file that they were read from or saved to
     bool hasRecords = false;
     MeasuredContent measured;
+    SaturatedPixels saturated;
 };

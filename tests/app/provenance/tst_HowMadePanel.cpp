@@ -35,6 +35,8 @@ private Q_SLOTS:
     void itShowsWhatClickInfoMakesOfK();
     void hashesAreShortAndFullInTheToolTip();
     void theFilesOfImportedOperandsAreNamed();
+    void itTellsWhatStoodBesideTheResult();
+    void itTellsTheRoiOfK();
     void photographsAreNamed();
     void withoutARecordItTellsWhatClickInfoSays_data();
     void withoutARecordItTellsWhatClickInfoSays();
@@ -238,6 +240,45 @@ void tst_HowMadePanel::theFilesOfImportedOperandsAreNamed()
     QVERIFY(ResultCheckFixture::setDescription(result, QByteArray()));
     visitAgain(result);
     QCOMPARE(textOf("Imported from", 0), QString("mouse <b>640</b>.tif"));
+}
+
+void tst_HowMadePanel::itTellsWhatStoodBesideTheResult()
+{
+    ClickSpec a = clickA();
+    a.luminescentKeys.insert("Exposure Time", "1");
+    a.counts = [](int x, int) { return x < 8 ? 65535.0f : 100.0f; };
+    QVERIFY(m_fixture->open({a, clickB()}));
+    QVERIFY(m_fixture->makeResult(1, "2"));
+    QVERIFY(isShown("A was exposed 1 s, B 60 s; the unit is counts."));
+    QVERIFY(isShown("256 of 1024 pixels of A are saturated (65000 counts or more)."));
+    QCOMPARE(textOf("Saturated pixels", 0), QString("256 of 1024 (65000 counts or more)"));
+    QCOMPARE(textOf("Saturated pixels", 1), QString("0 of 1024 (65000 counts or more)"));
+    QCOMPARE(textOf("ROI"), QString("(no such row)"));
+}
+
+void tst_HowMadePanel::itTellsTheRoiOfK()
+{
+    CVXSDataset *result = m_fixture->makePlainResult();
+    QVERIFY(result);
+    imagemath::ResultRecord record = resultcheck::recordOf(result);
+    imagemath::RoiOfK roi;
+    roi.name = "Back <b>1</b>";
+    roi.shape = "background rectangle; left 2; top 3; width 5; height 4";
+    roi.clickNumber = B;
+    roi.unit = unitKey(EUNIT_RADIANCE);
+    roi.inA = {A, 1234567.5, 3};
+    roi.inB = {B, 1e6, -1};
+    record.roiOfK = roi;
+    QVERIFY(ResultCheckFixture::setDescription(result, imagemath::toJson(record)));
+    visitAgain(result);
+    QVERIFY(isShown("k from an ROI"));
+    QCOMPARE(textOf("ROI"), roi.name);
+    QCOMPARE(textOf("Shape [cm]"), roi.shape);
+    QCOMPARE(textOf("Drawn in"), QString(B));
+    QCOMPARE(textOf("Total flux [p/s] in A"), QString("1234567.5 (%1)").arg(A));
+    QCOMPARE(textOf("Total flux [p/s] in B"), QString("1e+06 (%1)").arg(B));
+    QCOMPARE(textOf("Saturated pixels in A"), QString("3"));
+    QCOMPARE(textOf("Saturated pixels in B"), QString("not recorded"));
 }
 
 void tst_HowMadePanel::photographsAreNamed()

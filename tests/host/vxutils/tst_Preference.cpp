@@ -23,6 +23,7 @@ private Q_SLOTS:
     void kIsOneUntilOneIsStored();
     void kIsStoredLetterForLetter_data();
     void kIsStoredLetterForLetter();
+    void kKnowsItsSequence();
     void everythingLiesInTheProfileFolder();
     void programDataPathIsMadeOnFirstUse();
     void anotherProgramDataPathIsRemembered();
@@ -69,6 +70,18 @@ void tst_Preference::kIsStoredLetterForLetter()
     QFETCH(QString, text);
     CVXUtilityFns::setkValue(text);
     QCOMPARE(CVXUtilityFns::getkValue(), text);
+}
+
+void tst_Preference::kKnowsItsSequence()
+{
+    QCOMPARE(CVXUtilityFns::getkOrigin(), QString());
+    CVXUtilityFns::setkValue("3");
+    CVXUtilityFns::setkOrigin("AB20260102030405_SEQ");
+    QCOMPARE(CVXUtilityFns::getkOrigin(), QString("AB20260102030405_SEQ"));
+    QCOMPARE(CVXUtilityFns::getkValue(), QString("3"));
+    // Who stores another one and says nothing of it must not leave the old one standing.
+    CVXUtilityFns::setkValue("4");
+    QCOMPARE(CVXUtilityFns::getkOrigin(), QString());
 }
 
 void tst_Preference::everythingLiesInTheProfileFolder()

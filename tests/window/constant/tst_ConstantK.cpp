@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
 #include "host/vxutils/CVXUtilityFns.h"
 #include "tests/support/BoundWindow.h"
 #include "tests/support/GuiDriver.h"
+#include "tests/support/LogCatcher.h"
 #include "tests/support/Rows.h"
 
 #include <QLocale>
@@ -28,6 +30,11 @@ private Q_SLOTS:
     void whatIsNotANumberReadsAsZero();
     void leavingTheFieldTakesTheNumber();
     void leavingTheFieldAfterReturnComputesNothing();
+    void halfANumberGoesBackToK_data();
+    void halfANumberGoesBackToK();
+    void lookingIntoAnotherWindowLeavesHalfANumber();
+    void aKOfAnotherSequenceIsToldOnce();
+    void aKOfThisSequenceIsNotTold();
     void everyChangeComputesOnce();
     void theTextIsStoredBeforeTheComputation();
     void theNextWindowStartsWithTheStoredText();
@@ -224,6 +231,79 @@ void tst_ConstantK::leavingTheFieldAfterReturnComputesNothing()
     QVERIFY(!window()->m_pKLineEdit->hasFocus());
     QCOMPARE(window()->computations, 1);
     QCOMPARE(window()->m_pKLineEdit->text(), QStringLiteral("2.50"));
+}
+
+void tst_ConstantK::halfANumberGoesBackToK_data()
+{
+    QTest::addColumn<QString>("typed");
+    row("a lone minus", "-");
+    row("nothing", "");
+    row("an exponent to come", "2e");
+}
+
+void tst_ConstantK::halfANumberGoesBackToK()
+{
+    QFETCH(QString, typed);
+    QApplication::setActiveWindow(window()->window());
+    type(typed, Qt::Key_Tab);
+    QVERIFY(!window()->m_pKLineEdit->hasFocus());
+    QCOMPARE(window()->m_pKLineEdit->text(), QStringLiteral("7.00"));
+    QCOMPARE(window()->m_kValue, 7.0f);
+    QCOMPARE(window()->computations, 0);
+    QCOMPARE(CVXUtilityFns::getkValue(), QStringLiteral("7.00"));
+    // Also after another k.
+    type(QStringLiteral("0.5"));
+    type(typed, Qt::Key_Tab);
+    QCOMPARE(window()->m_pKLineEdit->text(), QStringLiteral("5.00e-1"));
+    QCOMPARE(window()->m_kValue, 0.5f);
+}
+
+void tst_ConstantK::lookingIntoAnotherWindowLeavesHalfANumber()
+{
+    for (const Qt::FocusReason reason : {Qt::ActiveWindowFocusReason, Qt::PopupFocusReason}) {
+        GuiDriver(window()).type("m_pKLineEdit", "-");
+        QFocusEvent leaving(QEvent::FocusOut, reason);
+        QCoreApplication::sendEvent(window()->m_pKLineEdit, &leaving);
+        QCOMPARE(window()->m_pKLineEdit->text(), QStringLiteral("-"));
+    }
+}
+
+void tst_ConstantK::aKOfAnotherSequenceIsToldOnce()
+{
+    type(QStringLiteral("1.25"));
+    const QString first = window()->getSequenceID();
+    m_bound.reset();
+    const LogCatcher log;
+    QSignalSpy told(getLogObject(), &CVXSLog::told);
+    m_bound = std::make_unique<BoundWindow>(QStringLiteral("AB20260203030405_SEQ"));
+    QVERIFY(m_bound->showClicks({100.0f, 40.0f}));
+    const QString line =
+        QString("k = 1.25 was typed in the sequence %1 and stands here now. Type another one if it "
+                "does not fit.")
+            .arg(first);
+    QCOMPARE(log.toolMessages(), QStringList(line));
+    QCOMPARE(int(log.toolEntries().first().level), int(ELOG_INFORMATION));
+    QCOMPARE(told.size(), 1);
+    QCOMPARE(told.first().first().toString(), line);
+    QCOMPARE(window()->m_pKLineEdit->text(), QStringLiteral("1.25"));
+    // A k that is typed here is this sequence's from then on.
+    type(QStringLiteral("2"));
+    m_bound->subWindow()->hide();
+    m_bound->show();
+    QCOMPARE(told.size(), 1);
+    QCOMPARE(CVXUtilityFns::getkOrigin(), QStringLiteral("AB20260203030405_SEQ"));
+}
+
+void tst_ConstantK::aKOfThisSequenceIsNotTold()
+{
+    QSignalSpy told(getLogObject(), &CVXSLog::told);
+    m_bound.reset();
+    makeBound(); // with a k of which nobody knows where it is from
+    type(QStringLiteral("0.125"));
+    m_bound.reset();
+    makeBound();
+    QCOMPARE(window()->m_pKLineEdit->text(), QStringLiteral("1.25e-1"));
+    QCOMPARE(told.size(), 0);
 }
 
 void tst_ConstantK::everyChangeComputesOnce()

@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: MIT
 // The record of its making that a result's TIFF carries, and what must not come into it.
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
+#include "host/vxapi/model/CROIManager.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxparser/CPLClickInfo.h"
 #include "math/ResultRecord.h"
+#include "tests/support/Rows.h"
 #include "tests/window/result/FlowFixture.h"
 
+#include <QAction>
 #include <QCryptographicHash>
 #include <sys/stat.h>
 
@@ -50,6 +54,12 @@ private Q_SLOTS:
     void kIsTheOneThatWasUsed();
     void kIsExact();
     void anImageThatIsNotOfTheOperandsHasNoRecord();
+    void theRoiThatGaveKIsTold_data();
+    void theRoiThatGaveKIsTold();
+    void anotherKIsNotOfTheRoi_data();
+    void anotherKIsNotOfTheRoi();
+    void saturatedPixelsInTheRoiAreTold();
+    void whatStoodBesideTheResultIsTold();
     void theCorrectionIsThatOfTheComputation();
     void aFileThatWasChangedAfterReadingIsNotHashed();
     void aPipeInPlaceOfAFileIsNotWaitedFor();
@@ -69,6 +79,21 @@ private:
             !imagemath::fromJson(QByteArray::fromStdString(description), &read, &reason))
             qWarning("%s %s", CILImage::lastError().c_str(), qPrintable(reason));
         return read;
+    }
+    /// Draws that ROI of 5 x 4 cm in a click, which has 13 x 10 pixels in it (the field is 12.5 cm), and takes
+    /// k from it.
+    void takeKFromRoi(CVXSDataset *source, EROISHAPE shape = EROI_RECTANGLE)
+    {
+        CROIBase roi(shape, EROI_BACKGROUND, QRectF(2.0, 3.0, 5.0, 4.0));
+        roi.setName("Back");
+        QVERIFY(source->roiManager()->addROI(roi));
+        window()->computeKFromROI(source->getClickNumber(), "Back");
+    }
+    void giveB(float counts)
+    {
+        CILImage image = TestStudy::image(32, 32, [counts](int, int) { return counts; });
+        image.setBinningFactor(4.0f);
+        m_bench->datasetB()->setCoreImage(EIMAGE_LUMINESCENT, image);
     }
     QString fileOf(const QString &click, const char *name) const
     {
@@ -163,6 +188,109 @@ void tst_RecordOfMaking::anImageThatIsNotOfTheOperandsHasNoRecord()
     const QByteArray path = QFile::encodeName(m_bench->resultFile("luminescent.tif"));
     QCOMPARE(CILImage::loadDescription(path.constData(), &description), EIL_SUCCESS);
     QCOMPARE(QString::fromStdString(description), QString());
+}
+
+void tst_RecordOfMaking::theRoiThatGaveKIsTold_data()
+{
+    QTest::addColumn<bool>("isOfA");
+    QTest::addColumn<int>("unit");
+    row("an ROI of A in counts", true, int(EUNIT_COUNTS));
+    row("an ROI of B in counts", false, int(EUNIT_COUNTS));
+    row("an ROI of A in radiance", true, int(EUNIT_RADIANCE));
+}
+
+void tst_RecordOfMaking::theRoiThatGaveKIsTold()
+{
+    QFETCH(bool, isOfA);
+    QFETCH(int, unit);
+    sequence()->setActiveUnit(tag_edisplayunit(unit));
+    CVXSDataset *source = isOfA ? m_bench->datasetA() : m_bench->datasetB();
+    takeKFromRoi(source);
+    const float k = window()->m_kValue;
+    press();
+    const ResultRecord made = record();
+    QVERIFY(made.roiOfK);
+    QCOMPARE(made.k, k);
+    QVERIFY(made.roiOfK->k() == k);
+    QCOMPARE(made.roiOfK->name, QString("Back"));
+    QCOMPARE(made.roiOfK->shape, QString("background rectangle; left 2; top 3; width 5; height 4"));
+    QCOMPARE(made.roiOfK->clickNumber, source->getClickNumber());
+    QCOMPARE(made.roiOfK->unit, unitKey(tag_edisplayunit(unit)));
+    QCOMPARE(made.roiOfK->inA.clickNumber, ResultBench::clickA());
+    QCOMPARE(made.roiOfK->inB.clickNumber, ResultBench::clickB());
+    QCOMPARE(made.roiOfK->inA.saturatedPixels, qint64(0));
+    if (unit == EUNIT_COUNTS)
+        QCOMPARE(made.roiOfK->inB.value, 13 * 10 * 10.0); // B has 10 counts everywhere
+}
+
+void tst_RecordOfMaking::anotherKIsNotOfTheRoi_data()
+{
+    QTest::addColumn<QString>("what");
+    QTest::addColumn<bool>("isOfRoi");
+    row("the k of the ROI, computed with again", "again", true);
+    row("\"_none_\" of the menu, which only writes into the field", "menu", true);
+    row("another k is typed", "typed", false);
+    row("the field is left, which rounds", "left", false);
+    row("an ROI without counts in the other click gives 1", "zero", false);
+    row("no ROI gives 1", "none", false);
+}
+
+void tst_RecordOfMaking::anotherKIsNotOfTheRoi()
+{
+    QFETCH(QString, what);
+    QFETCH(bool, isOfRoi);
+    giveB(7.0f); // k gets more than three digits
+    takeKFromRoi(m_bench->datasetA());
+    QVERIFY(window()->m_pKLineEdit->text().size() > 5);
+    if (what == "again")
+        window()->calculateResultImage();
+    if (what == "menu") {
+        QAction none("_none_");
+        window()->onSelectROIFromMenu(&none);
+    }
+    if (what == "typed")
+        QVERIFY(GuiDriver(window()).type("m_pKLineEdit", "3", Qt::Key_Return));
+    if (what == "left")
+        window()->onChangeValueK();
+    if (what == "zero") {
+        giveB(0.0f);
+        window()->computeKFromROI(ResultBench::clickA(), "Back");
+        QCOMPARE(window()->m_kValue, 1.0f);
+    }
+    if (what == "none")
+        window()->computeKFromROI(ResultBench::clickA(), "_none_");
+    press();
+    QCOMPARE(bool(record().roiOfK), isOfRoi);
+    QCOMPARE(record().k, window()->m_kValue);
+}
+
+void tst_RecordOfMaking::saturatedPixelsInTheRoiAreTold()
+{
+    // 13 columns of the ROI's pixels begin with 5, of which 3 are bright.
+    CILImage bright = TestStudy::image(32, 32, [](int x, int) { return x < 8 ? 65535.0f : 100.0f; });
+    bright.setBinningFactor(4.0f);
+    m_bench->datasetA()->setCoreImage(EIMAGE_LUMINESCENT, bright);
+    const LogCatcher log;
+    takeKFromRoi(m_bench->datasetA());
+    const QString note("k is from the ROI \"Back\", where 30 pixels of A are saturated");
+    QCOMPARE(log.ofLevel(ELOG_WARNING).filter(note).size(), 1);
+    press();
+    const ResultRecord made = record();
+    QVERIFY(made.roiOfK);
+    QCOMPARE(made.roiOfK->inA.saturatedPixels, qint64(30));
+    QCOMPARE(made.roiOfK->inB.saturatedPixels, qint64(0));
+    QCOMPARE(made.a.saturatedPixels, qint64(8 * 32));
+    QVERIFY2(made.notes.contains(note), qPrintable(made.notes.join('\n')));
+}
+
+void tst_RecordOfMaking::whatStoodBesideTheResultIsTold()
+{
+    clickinfo::ensureSection(m_bench->datasetA()->getClickInfo(), clickinfo::SECTION_LUMINESCENT)
+        ->setValue(clickinfo::KEY_EXPOSURE, QString("1"));
+    window()->calculateResultImage();
+    press();
+    QCOMPARE(record().notes, window()->m_pView->notes());
+    QCOMPARE(record().notes.filter("A was exposed 1 s, B 60 s").size(), 1);
 }
 
 void tst_RecordOfMaking::theCorrectionIsThatOfTheComputation()

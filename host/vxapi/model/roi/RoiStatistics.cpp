@@ -125,12 +125,28 @@ void addDeviation(const T *pixels, const std::vector<Run> &runs, RoiStatistics *
     result->standardDeviation = std::sqrt(std::max(variance, 0.0));
 }
 
+template <typename T>
+qint64 countFrom(const T *pixels, const std::vector<Run> &runs, double level)
+{
+    qint64 count = 0;
+    for (const Run &run : runs) {
+        for (std::size_t i = run.first; i < run.first + run.count; ++i)
+            count += std::isfinite(double(pixels[i])) && double(pixels[i]) >= level ? 1 : 0;
+    }
+    return count;
+}
+
+bool isPixelSize(double pixelSize)
+{
+    return pixelSize > 0.0 && std::isfinite(pixelSize);
+}
+
 } // namespace
 
 RoiStatistics roiStatistics(const CILImage &image, const CROIBase &roi, double pixelSize)
 {
     RoiStatistics result;
-    if (!(pixelSize > 0.0) || !std::isfinite(pixelSize) || image.isEmpty())
+    if (!isPixelSize(pixelSize) || image.isEmpty())
         return result;
     const std::vector<Run> runs = runsOf(image, roi, pixelSize);
     il::withPixelType(image.getType(), [&](auto tag) {
@@ -139,4 +155,14 @@ RoiStatistics roiStatistics(const CILImage &image, const CROIBase &roi, double p
         addDeviation(pixels, runs, &result);
     });
     return result;
+}
+
+qint64 roiPixelsAtOrAbove(const CILImage &image, const CROIBase &roi, double pixelSize, double level)
+{
+    if (!isPixelSize(pixelSize) || image.isEmpty())
+        return 0;
+    const std::vector<Run> runs = runsOf(image, roi, pixelSize);
+    return il::withPixelType(image.getType(), [&](auto tag) {
+        return countFrom(static_cast<decltype(tag)>(image.get_data()), runs, level);
+    });
 }

@@ -32,3 +32,7 @@ struct RoiStatistics
 /// pixelSize, (y + 0.5) pixelSize). What lies outside of the image has no pixels; a pixel size that is not
 /// above 0 gives none at all.
 VXAPI_EXPORT RoiStatistics roiStatistics(const CILImage &image, const CROIBase &roi, double pixelSize);
+
+/// How many finite pixels of the ROI are at or above a level, in the unit of the pixels.
+VXAPI_EXPORT qint64 roiPixelsAtOrAbove(const CILImage &image, const CROIBase &roi, double pixelSize,
+                                       double level);

@@ -9,9 +9,9 @@
 namespace roitext {
 
 /// Everything but the name; read() gives the same numbers back, to the last bit.
-QString write(const CROIBase &roi);
+VXAPI_EXPORT QString write(const CROIBase &roi);
 /// Nothing, with a reason for the user, when the text is damaged or the ROI cannot be kept
 /// (CROIBase::complaint()).
-std::optional<CROIBase> read(const QString &text, QString *reason);
+VXAPI_EXPORT std::optional<CROIBase> read(const QString &text, QString *reason);
 
 } // namespace roitext

@@ -4,7 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <QEvent>
+#include <QHelpEvent>
+#include <QToolTip>
 
 CVXSMultiImageView::CVXSMultiImageView(QWidget *parent, const char *name)
     : QWidget(parent), d(std::make_unique<Private>(this))
@@ -182,6 +183,25 @@ void CVXSMultiImageView::setShowTextTag(bool on)
     d->repaint();
 }
 
+void CVXSMultiImageView::setNotes(const QStringList &notes)
+{
+    if (notes == d->notes)
+        return;
+    d->notes = notes;
+    setAccessibleDescription(notes.join(QLatin1Char('\n')));
+    d->repaint();
+}
+
+QStringList CVXSMultiImageView::notes() const
+{
+    return d->notes;
+}
+
+QRectF CVXSMultiImageView::notesPlace() const
+{
+    return d->noteStrip().rect;
+}
+
 void CVXSMultiImageView::addDecoration(ViewDecoration *decoration)
 {
     if (!decoration || d->decorations.contains(decoration))
@@ -279,5 +299,15 @@ bool CVXSMultiImageView::event(QEvent *event)
 {
     if (event->type() == QEvent::ApplicationFontChange || event->type() == QEvent::FontChange)
         d->repaint();
+    if (event->type() == QEvent::ToolTip && !d->notes.isEmpty()) {
+        const auto *help = static_cast<QHelpEvent *>(event);
+        if (notesPlace().contains(help->pos())) {
+            // What a file says is no markup.
+            const QString text = d->notes.join(QLatin1Char('\n')).toHtmlEscaped();
+            QToolTip::showText(help->globalPos(),
+                               QStringLiteral("<qt>%1</qt>").arg(QString(text).replace('\n', "<br>")), this);
+            return true;
+        }
+    }
     return QWidget::event(event);
 }

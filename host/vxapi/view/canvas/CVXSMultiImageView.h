@@ -7,6 +7,7 @@
 #include <memory>
 #include <QImage>
 #include <QString>
+#include <QStringList>
 #include <QWidget>
 
 class CILImage;
@@ -86,6 +87,13 @@ public:
     void removeTextTag(CVXSTextTag *tag);
     /// Shows or hides all tags; each one's own show() counts as well.
     void setShowTextTag(bool on);
+
+    /// What has to be known of the picture beside it: plain sentences that stand discreetly beside the last
+    /// image, the whole of them in a tooltip too. Images, bars and tags stay where they are.
+    void setNotes(const QStringList &notes);
+    QStringList notes() const;
+    /// Where they stand (device-independent pixels of the view); empty without notes.
+    QRectF notesPlace() const;
 
     /// Something that paints over the images and below bars and tags. It belongs to the caller and must live
     /// as long as it is in the view. Call update() when it would paint something else.

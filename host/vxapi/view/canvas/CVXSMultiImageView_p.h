@@ -3,6 +3,7 @@
 
 #include "host/vxapi/view/canvas/CVXSMultiImageView.h"
 #include "host/vxapi/view/canvas/LayoutGeometry.h"
+#include "host/vxapi/view/canvas/NoteStrip.h"
 #include "host/vxapi/view/canvas/ViewCanvas.h"
 #include "host/vximage/CILImage.h"
 
@@ -36,6 +37,7 @@ public:
     QVector<SlotPlaces> places() const;
     CILPalette barPalette(const SColorbar &bar) const;
     bool areColorsReversed() const;
+    NoteStrip noteStrip() const;
     void repaint() const;
 
     PictureContent picture() override;
@@ -48,6 +50,7 @@ public:
     QVector<SColorbar *> bars;
     QVector<CVXSTextTag *> tags;
     QVector<ViewDecoration *> decorations;
+    QStringList notes;
     bool showTags = true;
     bool laidOut = false; ///< the widget was given a size
     int uploads = 0;

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <QFontMetricsF>
 #include <QPainter>
 
 namespace {
@@ -101,6 +102,23 @@ bool CVXSMultiImageView::Private::areColorsReversed() const
     return !bars.isEmpty() && bars.first()->palette.isReversed();
 }
 
+NoteStrip CVXSMultiImageView::Private::noteStrip() const
+{
+    const QFont font = CVXSTextTag::font();
+    const QSizeF size = viewSize();
+    NoteStrip::Surroundings around;
+    around.view = size;
+    around.image = geometry.toDevice(geometry.thumbnailRect(geometry.cellCount() - 1), size);
+    // Of the image the notes may cover the foot; a bar has a number at its end, half of it below.
+    around.floor = around.image.center().y();
+    for (const SColorbar *bar : bars) {
+        const QRectF end(0.0, double(bar->rect.bottom), 1.0, 1.0);
+        around.floor =
+            std::max(around.floor, geometry.toDevice(end, size).top() + QFontMetricsF(font).ascent() / 2.0);
+    }
+    return NoteStrip::of(notes, font, around);
+}
+
 void CVXSMultiImageView::Private::repaint() const
 {
     if (canvas)
@@ -171,6 +189,7 @@ QImage CVXSMultiImageView::Private::overlay()
             content.tags.append({geometry.toDevice(QRectF(tag->position(), tag->sizeInObjectUnits()), size),
                                  tag->getStringList(), tag->font(), tag->hasBorder()});
     }
+    content.notes = noteStrip();
     return paintOverlay(content);
 }
 

@@ -24,7 +24,7 @@ CVXSTextTag::~CVXSTextTag()
         m_view->removeTextTag(this);
 }
 
-QFont CVXSTextTag::font() const
+QFont CVXSTextTag::font()
 {
     QFont font = QGuiApplication::font();
     // Small enough for the border between two thumbnails, large enough to be read.

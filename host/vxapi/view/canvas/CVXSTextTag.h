@@ -36,7 +36,8 @@ public:
     void show(bool on);
     bool isShown() const { return m_shown; }
 
-    QFont font() const;
+    /// That of all texts in a view but the bars' numbers.
+    static QFont font();
 
 private:
     friend class CVXSMultiImageView;

@@ -122,6 +122,23 @@ void paintTag(QPainter &painter, const OverlayTag &tag, const QSizeF &picture)
     painter.restore();
 }
 
+void paintNotes(QPainter &painter, const NoteStrip &notes)
+{
+    if (notes.lines.isEmpty())
+        return;
+    painter.save();
+    painter.fillRect(notes.rect, QColor(0x10, 0x11, 0x14, 0xd8));
+    painter.setPen(QColor(0xf2, 0xc6, 0x6d));
+    painter.setFont(notes.font);
+    const QFontMetricsF metrics(notes.font);
+    double baseline = notes.rect.top() + NoteStrip::ABOVE + metrics.ascent();
+    for (const QString &line : notes.lines) {
+        painter.drawText(QPointF(notes.rect.left() + NoteStrip::SIDE, baseline), line);
+        baseline += metrics.lineSpacing();
+    }
+    painter.restore();
+}
+
 } // namespace
 
 QImage paintOverlay(const OverlayContent &content)
@@ -146,5 +163,6 @@ QImage paintOverlay(const OverlayContent &content)
     const QSizeF picture = QSizeF(content.size) / content.pixelRatio;
     for (const OverlayTag &tag : content.tags)
         paintTag(painter, tag, picture);
+    paintNotes(painter, content.notes);
     return overlay;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/vxapi/view/canvas/LayoutGeometry.h"
+#include "host/vxapi/view/canvas/NoteStrip.h"
 
 #include <QFont>
 #include <QImage>
@@ -44,6 +45,7 @@ struct OverlayContent
     QVector<ViewDecoration *> decorations;
     QVector<OverlayBar> bars;
     QVector<OverlayTag> tags;
+    NoteStrip notes;
 };
 
 /// The overlay as a transparent image of that size and pixel ratio: painted once, laid over the picture by

@@ -9,6 +9,8 @@
 namespace {
 
 constexpr int TEXT_COLUMNS = 2; ///< name and kind; numbers follow
+constexpr int SATURATED_COLUMN = 3;
+const QRgb WARNING = 0xb03a1e; ///< legible on light and dark tables
 
 bool areOfSameRois(const QVector<CRoiMeasInfo> &a, const QVector<CRoiMeasInfo> &b)
 {
@@ -68,16 +70,27 @@ QVariant MeasurementTableModel::data(const QModelIndex &index, int role) const
     case Qt::TextAlignmentRole:
         return int(Qt::AlignVCenter | (index.column() < TEXT_COLUMNS ? Qt::AlignLeft : Qt::AlignRight));
     case Qt::ForegroundRole:
-        return record.isValid ? QVariant() : QVariant(QColor(Qt::gray));
-    case Qt::ToolTipRole:
         if (!record.isValid)
-            return tr("out of date");
-        if (record.calibrated.notFinitePixels > 0)
-            return tr("%1 pixels that are not finite are left out").arg(record.calibrated.notFinitePixels);
-        return QVariant();
+            return QColor(Qt::gray);
+        return index.column() == SATURATED_COLUMN && record.saturatedPixels > 0 ? QVariant(QColor(WARNING))
+                                                                                : QVariant();
+    case Qt::ToolTipRole:
+        return toolTipOf(record);
     default:
         return QVariant();
     }
+}
+
+QVariant MeasurementTableModel::toolTipOf(const CRoiMeasInfo &record)
+{
+    if (!record.isValid)
+        return tr("out of date");
+    QStringList lines;
+    if (record.calibrated.notFinitePixels > 0)
+        lines += tr("%1 pixels that are not finite are left out").arg(record.calibrated.notFinitePixels);
+    if (record.saturatedPixels > 0)
+        lines += tr("%1 pixels are saturated: the totals are too low").arg(record.saturatedPixels);
+    return lines.isEmpty() ? QVariant() : lines.join(QLatin1Char('\n'));
 }
 
 QVariant MeasurementTableModel::headerData(int section, Qt::Orientation orientation, int role) const

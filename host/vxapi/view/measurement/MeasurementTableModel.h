@@ -28,6 +28,8 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
 
 private:
+    static QVariant toolTipOf(const CRoiMeasInfo &record);
+
     tag_edisplayunit m_unit = EUNIT_COUNTS;
     QStringList m_headers;
     QVector<CRoiMeasInfo> m_records;

@@ -26,7 +26,7 @@ struct Column
     bool dependsOnUnit;
 };
 
-/// The columns of numbers, behind name, kind and pixels.
+/// The columns of measured numbers, behind name, kind and the counts of pixels.
 QVector<Column> columns(tag_edisplayunit unit)
 {
     using Record = const CRoiMeasInfo &;
@@ -50,7 +50,9 @@ QStringList values(const CRoiMeasInfo &record, tag_edisplayunit unit, F format)
 {
     QStringList list = {record.roiName,
                         record.kind == EROI_BACKGROUND ? Text::tr("Background") : Text::tr("Measurement"),
-                        QString::number(record.calibrated.pixels)};
+                        QString::number(record.calibrated.pixels),
+                        record.saturatedPixels < 0 ? format(std::numeric_limits<double>::quiet_NaN())
+                                                   : QString::number(record.saturatedPixels)};
     const QVector<Column> all = columns(unit);
     for (const Column &column : all) {
         const bool isForeign = column.dependsOnUnit && record.unit != unit;
@@ -123,7 +125,7 @@ QVector<CRoiMeasInfo> recordsOf(const CVXSDataset &dataset, tag_edisplayunit *un
 
 QStringList headers(tag_edisplayunit unit)
 {
-    QStringList list = {Text::tr("ROI"), Text::tr("Kind"), Text::tr("Pixels")};
+    QStringList list = {Text::tr("ROI"), Text::tr("Kind"), Text::tr("Pixels"), Text::tr("Saturated")};
     const QVector<Column> all = columns(unit);
     for (const Column &column : all)
         list.append(column.header);

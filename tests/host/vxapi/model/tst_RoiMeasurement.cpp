@@ -5,6 +5,7 @@
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxparser/CPLClickInfo.h"
 #include "tests/support/LogCatcher.h"
+#include "tests/support/Rows.h"
 #include "tests/support/TestStudy.h"
 
 #include <cmath>
@@ -90,6 +91,9 @@ private Q_SLOTS:
     void totals_data();
     void totals();
     void correctionsAreInTheCounts();
+    void saturatedPixelsAreCounted_data();
+    void saturatedPixelsAreCounted();
+    void saturatedPixelsAreThoseTheCameraGave();
     void aGridAndItsCells();
     void withoutRois();
     void onlyWhatIsOutOfDate();
@@ -179,6 +183,68 @@ void tst_RoiMeasurement::correctionsAreInTheCounts()
     m_dataset->roiManager()->addROI(named("Tumor", BOX));
     QCOMPARE(m_dataset->MeasureROIAndMakeMeasRecords(true), ESTATUS_SUCCESS);
     QCOMPARE(recordOf(CLICK, "Tumor")->primaryROIStatistic(), (BOX_SUM - 12 * 90) * 2);
+}
+
+void tst_RoiMeasurement::saturatedPixelsAreCounted_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<float>("bright"); // the left two columns of the ROI's four, 6 pixels of 12
+    QTest::addColumn<bool>("isResult");
+    QTest::addColumn<int>("ofRoi");
+    QTest::addColumn<int>("ofImage");
+    row("16 bit, at the ceiling", int(VXS_UINT16), 65000.0f, false, 6, 192);
+    row("16 bit, full scale", int(VXS_UINT16), 65535.0f, false, 6, 192);
+    row("16 bit, one count below the ceiling", int(VXS_UINT16), 64999.0f, false, 0, 0);
+    row("float", int(VXS_FLOAT), 65000.0f, false, 6, 192);
+    row("8 bit, full scale", int(VXS_UINT8), 255.0f, false, 6, 192);
+    row("8 bit, one count below", int(VXS_UINT8), 254.0f, false, 0, 0);
+    row("a result has no ceiling", int(VXS_FLOAT), 1e9f, true, -1, -1);
+}
+
+void tst_RoiMeasurement::saturatedPixelsAreCounted()
+{
+    QFETCH(int, type);
+    QFETCH(float, bright);
+    QFETCH(bool, isResult);
+    QFETCH(int, ofRoi);
+    QFETCH(int, ofImage);
+    CILImage image = TestStudy::image(32, 32, [bright](int x, int) { return x < 6 ? bright : 100.0f; });
+    QVERIFY(image.ChangeType(VXSDataTypes(type)));
+    m_dataset->setCoreImage(EIMAGE_LUMINESCENT, image);
+    if (isResult) {
+        ensureSection(m_dataset->getClickInfo(), SECTION_LUMINESCENT)
+            ->addKeyValue(KEY_MATH_OPERATION, "A + B * k");
+        ensureSection(m_dataset->getClickInfo(), SECTION_GRAPH_CONTROLS)
+            ->addKeyValue(KEY_INTENSITY_CALIBRATION, unitKey(EUNIT_COUNTS));
+    }
+    m_dataset->roiManager()->addROI(named("Tumor", BOX));
+    QCOMPARE(m_dataset->MeasureROIAndMakeMeasRecords(true), ESTATUS_SUCCESS);
+    QCOMPARE(recordOf(CLICK, "Tumor")->saturatedPixels, qint64(ofRoi));
+    QCOMPARE(m_dataset->getSaturatedPixelCount(), qint64(ofImage));
+    QCOMPARE(std::isnan(m_dataset->getSaturationCeiling()), isResult);
+}
+
+void tst_RoiMeasurement::saturatedPixelsAreThoseTheCameraGave()
+{
+    const auto leftColumns = [](int columns) {
+        return TestStudy::image(32, 32, [columns](int x, int) { return x < columns ? 65535.0f : 1.0f; });
+    };
+    m_dataset->setCoreImage(EIMAGE_LUMINESCENT, leftColumns(6));
+    m_dataset->setCoreImage(EIMAGE_BACKGROUND, TestStudy::image(32, 32, [](int, int) { return 900.0f; }));
+    m_dataset->setCoreImage(EIMAGE_FLATFIELD, TestStudy::image(32, 32, [](int, int) { return 0.5f; }));
+    m_dataset->doFlatFieldCorrection(true);
+    m_dataset->setUnit(EUNIT_RADIANCE);
+    m_dataset->roiManager()->addROI(named("Tumor", BOX));
+    QCOMPARE(m_dataset->MeasureROIAndMakeMeasRecords(true), ESTATUS_SUCCESS);
+    QCOMPARE(recordOf(CLICK, "Tumor")->saturatedPixels, qint64(6));
+    QCOMPARE(m_dataset->getSaturatedPixelCount(), qint64(192));
+    // Another image, and one that is written in place.
+    m_dataset->setCoreImage(EIMAGE_LUMINESCENT, leftColumns(7));
+    QCOMPARE(m_dataset->getSaturatedPixelCount(), qint64(224));
+    static_cast<float *>(m_dataset->getCoreImage(EIMAGE_LUMINESCENT)->get_data())[31] = 65535.0f;
+    QCOMPARE(m_dataset->getSaturatedPixelCount(), qint64(225));
+    static_cast<float *>(m_dataset->getCoreImage(EIMAGE_LUMINESCENT)->get_data())[30] = 65535.0f;
+    QCOMPARE(m_dataset->getSaturatedPixelCount(), qint64(226));
 }
 
 void tst_RoiMeasurement::aGridAndItsCells()

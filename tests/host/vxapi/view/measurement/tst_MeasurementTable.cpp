@@ -29,6 +29,7 @@ CRoiMeasInfo record(const QString &name = QStringLiteral("Tumor"), tag_edisplayu
     info.calibrated = {12, 3, 6.0e9 / 7.0, 1.0e8 / 7.0, NOT_A_NUMBER, -0.5, 1e300};
     info.calibratedTotal = 1.0 / 3.0;
     info.area = 0.75;
+    info.saturatedPixels = 5;
     info.isValid = true;
     return info;
 }
@@ -141,17 +142,17 @@ private Q_SLOTS:
         const QStringList shown = measurementtext::shownValues(record(), EUNIT_RADIANCE);
         const QStringList exact = measurementtext::exactValues(record(), EUNIT_RADIANCE);
         QLocale::setDefault(before);
-        QCOMPARE(shown, QStringList({"Tumor", "Measurement", "12", "0.75", "1.23457e+06", "0.333333",
+        QCOMPARE(shown, QStringList({"Tumor", "Measurement", "12", "5", "0.75", "1.23457e+06", "0.333333",
                                      "1.42857e+07", QString(QChar(0x2013)), "-0.5", "1e+300"}));
-        QCOMPARE(exact[4], QStringLiteral("1234567.25"));
-        QCOMPARE(exact[5].toDouble(), 1.0 / 3.0);
-        QCOMPARE(exact[6].toDouble(), 1.0e8 / 7.0);
-        QCOMPARE(exact[7], QStringLiteral("NaN"));
+        QCOMPARE(exact[5], QStringLiteral("1234567.25"));
+        QCOMPARE(exact[6].toDouble(), 1.0 / 3.0);
+        QCOMPARE(exact[7].toDouble(), 1.0e8 / 7.0);
+        QCOMPARE(exact[8], QStringLiteral("NaN"));
         // Values of another unit than the table's would lie under its headers.
         const QStringList foreign = measurementtext::shownValues(record(), EUNIT_RADIANT_EFFICIENCY);
-        QCOMPARE(foreign[5], QString(QChar(0x2013)));
-        QCOMPARE(foreign[8], QString(QChar(0x2013)));
-        QCOMPARE(foreign[4], QStringLiteral("1.23457e+06"));
+        QCOMPARE(foreign[6], QString(QChar(0x2013)));
+        QCOMPARE(foreign[9], QString(QChar(0x2013)));
+        QCOMPARE(foreign[5], QStringLiteral("1.23457e+06"));
     }
 
     void namesDoNotBreakTheText()
@@ -162,8 +163,9 @@ private Q_SLOTS:
         QVERIFY(tabbed.contains(QStringLiteral("\nMT1\ta,\"b\" c d\tMeasurement\t12\t")));
         const QString csv = measurementtext::asCsv(records, EUNIT_RADIANCE);
         QVERIFY(csv.startsWith(
-            QStringLiteral("Dataset,ROI,Kind,Pixels,Area [cm^2],Total counts,Total flux [p/s],")));
-        QVERIFY(csv.contains(QStringLiteral("\nMT1,\"a,\"\"b\"\"\tc\nd\",Measurement,12,0.75,1234567.25,")));
+            QStringLiteral("Dataset,ROI,Kind,Pixels,Saturated,Area [cm^2],Total counts,Total flux [p/s],")));
+        QVERIFY(
+            csv.contains(QStringLiteral("\nMT1,\"a,\"\"b\"\"\tc\nd\",Measurement,12,5,0.75,1234567.25,")));
     }
 
     void aDrawnRoiIsMeasured()
@@ -228,6 +230,36 @@ private Q_SLOTS:
         model.setRecords({old}, EUNIT_RADIANCE);
         QCOMPARE(index.data(Qt::ForegroundRole).value<QColor>(), QColor(Qt::gray));
         QCOMPARE(index.data(Qt::ToolTipRole).toString(), QStringLiteral("out of date"));
+    }
+
+    void saturatedPixelsStandOut_data()
+    {
+        QTest::addColumn<int>("saturated");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<bool>("isWarning");
+        row("none", 0, "0", false);
+        row("some", 5, "5", true);
+        row("of a result, which no camera took", -1, QString(QChar(0x2013)), false);
+    }
+    void saturatedPixelsStandOut()
+    {
+        QFETCH(int, saturated);
+        QFETCH(QString, text);
+        QFETCH(bool, isWarning);
+        MeasurementTableModel model;
+        CRoiMeasInfo info = record();
+        info.saturatedPixels = saturated;
+        model.setRecords({info}, EUNIT_RADIANCE);
+        QCOMPARE(model.headerData(3, Qt::Horizontal).toString(), QStringLiteral("Saturated"));
+        QCOMPARE(model.index(0, 3).data().toString(), text);
+        QCOMPARE(model.index(0, 3).data(Qt::ForegroundRole).isValid(), isWarning);
+        QVERIFY(!model.index(0, 2).data(Qt::ForegroundRole).isValid());
+        const QString toolTip = model.index(0, 0).data(Qt::ToolTipRole).toString();
+        QVERIFY(toolTip.contains(QStringLiteral("3 pixels that are not finite are left out")));
+        QCOMPARE(toolTip.contains(QStringLiteral("5 pixels are saturated: the totals are too low")),
+                 isWarning);
+        QCOMPARE(measurementtext::exactValues(info, EUNIT_RADIANCE)[3],
+                 saturated < 0 ? QStringLiteral("NaN") : text);
     }
 
     void whatAToolMarksOutOfDateIsMeasuredAgain()
@@ -311,12 +343,13 @@ private Q_SLOTS:
         QStringList lines = clipboardLines();
         QCOMPARE(lines.size(), 4);
         QCOMPARE(lines[3], QString());
-        QVERIFY(lines[0].startsWith(QStringLiteral("Dataset\tROI\tKind\tPixels\tArea [cm²]\tTotal counts")));
+        QVERIFY(lines[0].startsWith(
+            QStringLiteral("Dataset\tROI\tKind\tPixels\tSaturated\tArea [cm²]\tTotal counts")));
         const QStringList values = lines[1].split(QLatin1Char('\t'));
         QCOMPARE(values[1], QStringLiteral("Tumor"));
-        QCOMPARE(values[5], QStringLiteral("10144"));
-        QVERIFY(values[7].startsWith(QStringLiteral("5.16397779"))); // all its digits
-        QCOMPARE(lines[2].split(QLatin1Char('\t'))[6], QStringLiteral("210.5"));
+        QCOMPARE(values[6], QStringLiteral("10144"));
+        QVERIFY(values[8].startsWith(QStringLiteral("5.16397779"))); // all its digits
+        QCOMPARE(lines[2].split(QLatin1Char('\t'))[7], QStringLiteral("210.5"));
         f.table()->selectRow(1);
         QTest::keyClick(f.table(), Qt::Key_C, Qt::ControlModifier);
         lines = clipboardLines();
@@ -340,7 +373,7 @@ private Q_SLOTS:
         const QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
         QCOMPARE(lines.size(), 3);
         QVERIFY(
-            lines[1].startsWith(QString::fromUtf8("RW20260102030405,Tumör,Measurement,64,4,10144,158.5,")));
+            lines[1].startsWith(QString::fromUtf8("RW20260102030405,Tumör,Measurement,64,0,4,10144,158.5,")));
     }
 
     void aFileThatCannotBeWrittenIsToldAndStaysAsItWas()
