@@ -264,14 +264,34 @@ void MainWindow::onLogged(const LogEntry &entry)
 
 void MainWindow::onActiveChildChanged(CVXSChildWindow *window)
 {
-    const CVXSSequenceDataset *sequence = SequenceManager::sequenceOf(window);
-    QString name = sequence ? sequence->getSequenceID() : QString();
-    if (!sequence && window && window->getDataset())
-        name = clickAndSourceText(*window->getDataset());
-    const QString application = CVXUtilityFns::getAppName();
-    setWindowTitle(name.isEmpty() ? application : tr("%1 - %2").arg(name, application));
+    showTitle();
     m_displayMenu->setActiveChild(window);
     m_fileMenu->setActiveChild(window);
+}
+
+// What is active, and the application once at the end: the system would add it to any other title.
+void MainWindow::showTitle()
+{
+    const CVXSChildWindow *window = CVXSChildWindow::getActiveChildWnd();
+    const CVXSSequenceDataset *sequence = SequenceManager::sequenceOf(window);
+    QStringList names;
+    if (window && window->getDataset())
+        names += clickAndSourceText(*window->getDataset());
+    if (sequence)
+        names += sequence->getSequenceID();
+    const QString application = CVXUtilityFns::getAppName();
+    const QString title =
+        names.isEmpty() ? application : tr("%1 - %2").arg(names.join(QStringLiteral(", ")), application);
+    if (windowTitle() != title)
+        setWindowTitle(title);
+}
+
+bool MainWindow::event(QEvent *event)
+{
+    // A maximised sub-window would put its title behind ours.
+    if (event->type() == QEvent::WindowTitleChange && m_displayMenu)
+        showTitle();
+    return QMainWindow::event(event);
 }
 
 void MainWindow::closeEvent(QCloseEvent *event)

@@ -45,6 +45,7 @@ public:
     const WorkspaceParts &parts() const { return m_parts; }
 
 protected:
+    bool event(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dropEvent(QDropEvent *event) override;
@@ -61,6 +62,7 @@ private:
     void makeWelcome();
     void restoreWindow();
 
+    void showTitle();
     void fillToolsMenu();
     void onLogged(const LogEntry &entry);
     void onActiveChildChanged(CVXSChildWindow *window);

@@ -263,9 +263,12 @@ void PluginManager::launch(CVXToolPluginBase *plugin)
             continue;
         const QList<QMdiSubWindow *> after = m_workspace->subWindowList();
         for (QMdiSubWindow *window : after) {
-            if (!before.contains(QPointer<QMdiSubWindow>(window)) &&
-                !qobject_cast<CVXSChildWindow *>(window->widget()))
-                tool.windows.append(ToolWindow{window, {}});
+            if (before.contains(QPointer<QMdiSubWindow>(window)) ||
+                qobject_cast<CVXSChildWindow *>(window->widget()))
+                continue;
+            tool.windows.append(ToolWindow{window, {}});
+            if (window->isVisible())
+                m_workspace->makeRoomFor(window);
         }
         for (ToolWindow &window : tool.windows) {
             // One that was there already may have been taken for this sequence.

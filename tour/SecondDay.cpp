@@ -8,19 +8,19 @@
 #include "tour/MeasuringTour.h"
 #include "tour/Stage.h"
 
-#include <QLabel>
 #include <QPushButton>
+#include <QTextEdit>
+
+#include <algorithm>
 
 namespace {
 
 bool tells(QWidget *panel, const QString &text)
 {
-    const QList<QLabel *> labels = panel->findChildren<QLabel *>();
-    for (const QLabel *label : labels) {
-        if (label->isVisible() && label->text().contains(text))
-            return true;
-    }
-    return false;
+    const QList<QTextEdit *> values = panel->findChildren<QTextEdit *>();
+    return std::any_of(values.begin(), values.end(), [&text](const QTextEdit *value) {
+        return value->isVisible() && value->toPlainText().contains(text);
+    });
 }
 
 } // namespace
@@ -49,7 +49,7 @@ void secondDay(Stage &stage, const QString &studyFolder)
                                 QString(samplestudy::FLUORESCENCE_A), QString(samplestudy::FLUORESCENCE_B)})
         stage.report.check(tells(panel, text), QStringLiteral("the panel tells \"%1\"").arg(text));
     hand::click(stage.find<QPushButton>(panel, "howMadeCheck"));
-    const QString outcome = stage.find<QLabel>(panel, "outcomeHeadline")->text();
+    const QString outcome = stage.find<QTextEdit>(panel, "outcomeHeadline")->toPlainText();
     stage.report.check(outcome.contains(QLatin1String("the same to the last bit")),
                        QStringLiteral("Check says: \"%1\"").arg(outcome));
     stage.picture(QStringLiteral("90-second-day"),

@@ -4,12 +4,14 @@
 #include "host/vxutils/CVXPreference.h"
 
 #include <QDir>
+#include <QFontMetrics>
 #include <QMenu>
 #include <QSettings>
 
 namespace {
 
 constexpr char KEY[] = "RecentSequences";
+constexpr int MAX_WIDTH = 480; // pixels; longer entries would make the menu as wide as the screen
 
 /// One folder is one entry, however it was spelled.
 QString normalized(const QString &folder)
@@ -54,6 +56,7 @@ void RecentSequences::store(const QStringList &folders)
 
 void RecentSequences::attach(QMenu *menu)
 {
+    menu->setToolTipsVisible(true);
     connect(menu, &QMenu::aboutToShow, this, [this, menu] { fill(menu); });
     fill(menu);
 }
@@ -64,8 +67,11 @@ void RecentSequences::fill(QMenu *menu)
     const QStringList list = folders();
     for (const QString &folder : list) {
         // An ampersand of the path is no shortcut.
-        QString text = QDir::toNativeSeparators(folder);
+        // Its end tells it from others; whole it is in the tool tip.
+        const QString path = QDir::toNativeSeparators(folder);
+        QString text = menu->fontMetrics().elidedText(path, Qt::ElideMiddle, MAX_WIDTH);
         QAction *action = menu->addAction(text.replace(QLatin1Char('&'), QLatin1String("&&")));
+        action->setToolTip(path);
         connect(action, &QAction::triggered, this, [this, folder] { Q_EMIT chosen(folder); });
     }
     if (list.isEmpty()) {

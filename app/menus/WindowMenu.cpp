@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "app/menus/WindowMenu.h"
 
+#include "host/vxapi/view/windows/CVXSWorkspace.h"
+
 #include <QAction>
 #include <QActionGroup>
-#include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
 
-WindowMenu::WindowMenu(QMenu *menu, QMdiArea *area, QObject *parent)
+WindowMenu::WindowMenu(QMenu *menu, CVXSWorkspace *area, QObject *parent)
     : QObject(parent), m_menu(menu), m_area(area)
 {
     connect(menu, &QMenu::aboutToShow, this, &WindowMenu::fill);
@@ -20,7 +21,7 @@ void WindowMenu::fill()
     QAction *cascade = m_menu->addAction(tr("&Cascade"));
     connect(cascade, &QAction::triggered, m_area, &QMdiArea::cascadeSubWindows);
     QAction *tile = m_menu->addAction(tr("&Tile"));
-    connect(tile, &QAction::triggered, m_area, &QMdiArea::tileSubWindows);
+    connect(tile, &QAction::triggered, m_area, &CVXSWorkspace::tileWindows);
     m_menu->addSeparator();
 
     // A tool's hidden window is not for the user to choose.

@@ -3,7 +3,7 @@
 
 #include <QObject>
 
-class QMdiArea;
+class CVXSWorkspace;
 class QMenu;
 
 /// Arranges the windows of an area and lists them, for the menu that it fills.
@@ -12,11 +12,11 @@ class WindowMenu : public QObject
     Q_OBJECT
 
 public:
-    WindowMenu(QMenu *menu, QMdiArea *area, QObject *parent = nullptr);
+    WindowMenu(QMenu *menu, CVXSWorkspace *area, QObject *parent = nullptr);
 
 private:
     void fill();
 
     QMenu *m_menu;
-    QMdiArea *m_area;
+    CVXSWorkspace *m_area;
 };

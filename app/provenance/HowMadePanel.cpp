@@ -3,6 +3,7 @@
 
 #include "app/datasets/RecentSequences.h"
 #include "app/provenance/VerdictStrip.h"
+#include "app/provenance/WrappedText.h"
 #include "check/StoredRecord.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/view/canvas/KeepInSight.h"
@@ -36,13 +37,6 @@ QLabel *newText(const QString &text)
     label->setTextFormat(Qt::PlainText); // what a file says is no markup
     label->setWordWrap(true);
     label->setAlignment(Qt::AlignTop | Qt::AlignLeft);
-    return label;
-}
-
-QLabel *newSelectable(const QString &text)
-{
-    QLabel *label = newText(text);
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     return label;
 }
 
@@ -97,7 +91,7 @@ HowMadePanel::HowMadePanel(const RecentSequences *recent, QWidget *parent)
 void HowMadePanel::makeWidgets()
 {
     auto *content = new QWidget(this);
-    m_title = newSelectable(QString());
+    m_title = new WrappedText;
     m_title->setObjectName(QStringLiteral("howMadeTitle"));
     m_title->setFont(bold(font()));
     // Both scroll: a check may have much to say, and must not push the window larger than the screen.
@@ -177,8 +171,12 @@ void HowMadePanel::setActiveChild(CVXSChildWindow *window)
 void HowMadePanel::showResult()
 {
     m_isStale = false;
+    // A verdict stands until the next check, whatever window was active in between.
+    const auto checked = m_result ? m_checks.constFind(m_result.data()) : m_checks.constEnd();
     m_verdictText.clear();
     m_verdict->hide();
+    if (checked != m_checks.constEnd())
+        showVerdict(*checked);
     m_rows = m_result ? howmade::rowsOf(*m_result, StoredRecord::of(*m_result)) : QVector<HowMadeRow>();
     showRows();
 }
@@ -217,7 +215,7 @@ void HowMadePanel::addRow(QGridLayout *grid, const HowMadeRow &row)
         grid->addWidget(heading, line, 0, 1, 2);
         return;
     }
-    QLabel *value = newSelectable(row.value);
+    auto *value = new WrappedText(row.value);
     value->setToolTip(toolTipOf(row.full));
     if (row.kind == HowMadeRow::Kind::Remark) {
         grid->addWidget(value, line, 0, 1, 2);
@@ -239,12 +237,21 @@ void HowMadePanel::check()
     QApplication::setOverrideCursor(Qt::WaitCursor);
     const ResultCheck verdict = ResultCheck::of(*m_result, m_recent->folders());
     QApplication::restoreOverrideCursor();
-    m_verdict->tell(verdict);
+    if (!m_checks.contains(m_result))
+        connect(m_result, &QObject::destroyed, this,
+                [this, gone = m_result.data()] { m_checks.remove(gone); });
+    m_checks.insert(m_result, verdict);
+    showVerdict(verdict);
     m_area->verticalScrollBar()->setValue(0);
-    m_verdictText = verdict.headline + QLatin1Char('\n') + verdict.lines.join(QLatin1Char('\n'));
     m_checkButton->setEnabled(true);
     vxLog(verdict.level(), tr("%1 checked. %2").arg(name, verdict.headline),
           verdict.lines.join(QLatin1Char(' ')));
+}
+
+void HowMadePanel::showVerdict(const ResultCheck &verdict)
+{
+    m_verdict->tell(verdict);
+    m_verdictText = verdict.headline + QLatin1Char('\n') + verdict.lines.join(QLatin1Char('\n'));
 }
 
 QString HowMadePanel::text() const

@@ -5,13 +5,14 @@
 #include "check/ResultCheck.h"
 
 #include <QDockWidget>
+#include <QHash>
 #include <QPointer>
 
 class CVXSChildWindow;
 class CVXSDataset;
 class VerdictStrip;
+class WrappedText;
 class QGridLayout;
-class QLabel;
 class QPushButton;
 class QScrollArea;
 class QVBoxLayout;
@@ -51,16 +52,18 @@ private:
     void showRows();
     void addRow(QGridLayout *grid, const HowMadeRow &row);
     void check();
+    void showVerdict(const ResultCheck &verdict);
     void copy() const;
 
     const RecentSequences *m_recent;
     QPointer<CVXSDataset> m_result; ///< null: the active window shows none
     QVector<HowMadeRow> m_rows;
-    QString m_verdictText; ///< of the last check of this result; empty before
+    QString m_verdictText;                            ///< of the last check of this result; empty before
+    QHash<const CVXSDataset *, ResultCheck> m_checks; ///< the last one of each that is open
     bool m_isWanted = true;
     bool m_isStale = true; ///< the active result changed while the panel was hidden
 
-    QLabel *m_title = nullptr;
+    WrappedText *m_title = nullptr;
     VerdictStrip *m_verdict = nullptr;
     QWidget *m_grid = nullptr;
     QVBoxLayout *m_rowsPlace = nullptr;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "app/provenance/VerdictStrip.h"
 
+#include "app/provenance/WrappedText.h"
+
 #include <QGridLayout>
 #include <QLabel>
 
@@ -29,14 +31,11 @@ Look lookOf(ResultCheck::Verdict verdict)
     }
 }
 
-QLabel *newText(QWidget *parent, const char *objectName)
+WrappedText *newText(QWidget *parent, const char *objectName)
 {
-    auto *label = new QLabel(parent);
-    label->setObjectName(QString::fromLatin1(objectName));
-    label->setTextFormat(Qt::PlainText); // names and reasons are no markup
-    label->setWordWrap(true);
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    return label;
+    auto *text = new WrappedText(QString(), parent);
+    text->setObjectName(QString::fromLatin1(objectName));
+    return text;
 }
 
 } // namespace
@@ -77,7 +76,7 @@ void VerdictStrip::tell(const ResultCheck &check)
     // Its own colours, legible on light and dark desktops alike.
     setStyleSheet(
         QStringLiteral("#outcome { background: %1; border: 1px solid %2; border-radius: 3px; }"
-                       "#outcome QLabel { color: %3; }")
+                       "#outcome QLabel, #outcome QTextEdit { color: %3; background: transparent; }")
             .arg(QLatin1String(look.background), QLatin1String(look.border), QLatin1String(look.text)));
     show();
 }

@@ -6,6 +6,7 @@
 #include <QFrame>
 
 class QLabel;
+class WrappedText;
 
 /// The strip that shows what came of checking a result: a mark, one sentence, and the facts behind it.
 class VerdictStrip : public QFrame
@@ -19,6 +20,6 @@ public:
 
 private:
     QLabel *m_mark;
-    QLabel *m_headline;
-    QLabel *m_lines;
+    WrappedText *m_headline;
+    WrappedText *m_lines;
 };

@@ -79,6 +79,7 @@ private Q_SLOTS:
     void aMissingDatasetLeavesTheOthers();
     void activatingAClickShowsItsImage();
     void titleTellsTheActiveSequence();
+    void aMaximisedWindowLeavesTheTitle();
     void recentSequencesAreRemembered();
     void aRecentSequenceThatIsGoneIsForgotten();
     void bannerShowsFailuresOnly();
@@ -286,7 +287,23 @@ void tst_MainWindow::activatingAClickShowsItsImage()
     QCOMPARE(CVXSChildWindow::getActiveChildWnd(), image);
     // The image belongs to the sequence, which can be saved from here.
     QVERIFY(action(fixture.window.get(), "actionSaveSequence")->isEnabled());
-    QCOMPARE(fixture.window->windowTitle(), ID + " - Vexa");
+    QCOMPARE(fixture.window->windowTitle(), "AB20260102030507, " + ID + " - Vexa");
+}
+
+void tst_MainWindow::aMaximisedWindowLeavesTheTitle()
+{
+    WorkspaceFixture fixture;
+    CVXSSequenceDataset *sequence = fixture.window->openSequence(m_folder);
+    CVXSWorkspace *workspace = fixture.window->parts().workspace;
+    const auto titleIs = [&fixture](const QString &title) {
+        return fixture.window->windowTitle() == title && fixture.window->windowHandle()->title() == title;
+    };
+    workspace->currentSubWindow()->showMaximized();
+    QTRY_VERIFY2(titleIs(ID + " - Vexa"), qPrintable(fixture.window->windowTitle()));
+    workspace->showDataset(sequence->getDatasets().first());
+    QTRY_VERIFY2(titleIs("AB20260102030406, " + ID + " - Vexa"), qPrintable(fixture.window->windowTitle()));
+    workspace->currentSubWindow()->showNormal();
+    QTRY_VERIFY2(titleIs("AB20260102030406, " + ID + " - Vexa"), qPrintable(fixture.window->windowTitle()));
 }
 
 void tst_MainWindow::titleTellsTheActiveSequence()

@@ -107,7 +107,7 @@ QMap<QString, QStringList> arrows()
     all.insert("check", QStringList{"math"} + MODEL);
     all.insert("window", QStringList{"math", "display", "result", "host/vxapi/view/canvas", windows} + MODEL);
     all.insert("plugin", QStringList{"window", "host/vxapi/plugin", windows} + MODEL);
-    all.insert("app/datasets", QStringList{windows} + MODEL);
+    all.insert("app/datasets", QStringList{"check", windows} + MODEL);
     all.insert("app/import", MODEL);
     all.insert("app/help", QStringList{"app/datasets"} + MODEL);
     all.insert("app/provenance", QStringList{"app/datasets", "check", canvas, windows} + MODEL);

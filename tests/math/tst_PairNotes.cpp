@@ -4,6 +4,7 @@
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxparser/CPLClickInfo.h"
 #include "math/PairNotes.h"
+#include "math/ResultRecord.h"
 #include "math/RoiOfK.h"
 #include "tests/support/Rows.h"
 #include "tests/support/TestStudy.h"

@@ -10,6 +10,7 @@
 #include "host/vxapi/view/windows/CVXSWorkspace.h"
 #include "host/vxparser/CPLClickInfo.h"
 #include "host/vxutils/CVXPreference.h"
+#include "math/ResultRecord.h"
 #include "tests/support/DialogAnswerer.h"
 #include "tests/support/WorkspaceFixture.h"
 
@@ -23,6 +24,9 @@
 namespace {
 
 const QString CLICK = QStringLiteral("AB_M20260102030405");
+/// How the list tells the making of what writeStored() writes.
+const QString SOURCE =
+    QStringLiteral("    A - B * k, k = 1.25e0    A: AB20260102030406, B: AB20260102030507");
 
 /// A dataset in the program-data folder; `minute` is when its last file was written.
 QString writeStored(const QString &clickNumber, bool isResult = true, int minute = 0)
@@ -30,9 +34,13 @@ QString writeStored(const QString &clickNumber, bool isResult = true, int minute
     CVXSDataset dataset(clickNumber);
     dataset.setCoreImage(EIMAGE_LUMINESCENT,
                          TestStudy::image(8, 8, [](int x, int y) { return float(x * y); }));
-    if (isResult)
-        (*dataset.getClickInfo())[clickinfo::SECTION_LUMINESCENT]->setValue(clickinfo::KEY_MATH_OPERATION,
-                                                                            QStringLiteral("A - B * k"));
+    if (isResult) {
+        CPLSection *section = (*dataset.getClickInfo())[clickinfo::SECTION_LUMINESCENT];
+        section->setValue(clickinfo::KEY_MATH_OPERATION, QStringLiteral("A - B * k"));
+        section->setValue(clickinfo::KEY_MATH_K, QStringLiteral("1.25e0"));
+        section->setValue(clickinfo::KEY_MATH_A, QStringLiteral("AB20260102030406"));
+        section->setValue(clickinfo::KEY_MATH_B, QStringLiteral("AB20260102030507"));
+    }
     const QString folder = CVXPreference::getProgramDataPath() + "/" + clickNumber + "/";
     if (dataset.saveDatasetAs(folder) != ESTATUS_SUCCESS)
         return QString();
@@ -75,6 +83,7 @@ private Q_SLOTS:
     void withoutResultsTheMenuSaysSo();
     void resultsAreOfferedNewestFirst();
     void filesThatAResultCameFromAreNamed();
+    void theOrderIsThatOfTheirMaking();
     void theListIsThatOfNow();
     void onlySoManyAreOffered();
     void everythingClosedAndOpenedTheNextDay();
@@ -177,9 +186,9 @@ void tst_OpenDataset::resultsAreOfferedNewestFirst()
     QVERIFY(!writeStored("AB_O20260102030405", true, 10).isEmpty());
     QVERIFY(!writeStored("AB20260102030405", false, 40).isEmpty());
     const QMenu *menu = shownResults(fixture);
-    QCOMPARE(textsOf(menu),
-             (QStringList{"AB_N20260102030405    2026-11-21 12:30", "AB_M20260102030405    2026-11-21 12:20",
-                          "AB_O20260102030405    2026-11-21 12:10"}));
+    QCOMPARE(textsOf(menu), (QStringList{"AB_N20260102030405" + SOURCE + "\t2026-11-21 12:30",
+                                         "AB_M20260102030405" + SOURCE + "\t2026-11-21 12:20",
+                                         "AB_O20260102030405" + SOURCE + "\t2026-11-21 12:10"}));
     menu->actions().at(1)->trigger();
     QVERIFY(CVXSDataset::getOpenDataset("AB_M20260102030405"));
 }
@@ -204,9 +213,41 @@ void tst_OpenDataset::filesThatAResultCameFromAreNamed()
     const QStringList texts = textsOf(shownResults(fixture));
     QCOMPARE(texts.size(), 2);
     const int first = texts.first().startsWith("AB_M") ? 0 : 1;
-    QVERIFY2(texts.at(first).endsWith("    day 14.tif, R&&D.tif"), qPrintable(texts.at(first)));
-    QVERIFY2(texts.at(1 - first).endsWith(".tif") && texts.at(1 - first).size() < 150,
+    QVERIFY2(texts.at(first).contains("    day 14.tif, R&&D.tif\t"), qPrintable(texts.at(first)));
+    QVERIFY2(texts.at(1 - first).contains(".tif\t") && texts.at(1 - first).size() < 300,
              qPrintable(texts.at(1 - first)));
+}
+
+void tst_OpenDataset::theOrderIsThatOfTheirMaking()
+{
+    WorkspaceFixture fixture;
+    imagemath::ResultRecord record;
+    record.operation = "A + B * k";
+    record.k = 0.1f;
+    record.a.clickNumber = "CD20260102030406";
+    record.b.clickNumber = "CD20260102030507";
+    for (const auto &[number, computed] :
+         {std::pair<const char *, const char *>{"AB_M20260102030405", "2026-11-20T10:00:00Z"},
+          {"AB_N20260102030405", "2026-11-20T09:00:00Z"}}) {
+        record.computed = QString::fromLatin1(computed);
+        // The one that was computed first is saved last.
+        const QString folder = writeStored(number, true, QString(number).contains("_N") ? 50 : 10);
+        QVERIFY(!folder.isEmpty());
+        CILImage image;
+        const QByteArray file = QFile::encodeName(folder + "luminescent.tif");
+        QCOMPARE(int(image.loadTIFF(file.constData())), int(EIL_SUCCESS));
+        image.setDescription(imagemath::toJson(record).toStdString());
+        QCOMPARE(int(image.saveTIFF(file.constData())), int(EIL_SUCCESS));
+    }
+    QStringList texts = textsOf(shownResults(fixture));
+    QCOMPARE(texts.size(), 2);
+    QVERIFY2(texts.first().startsWith("AB_M20260102030405    A + B * k, k = 0.1    A: CD20260102030406, B: "
+                                      "CD20260102030507\t2026-11-20"),
+             qPrintable(texts.first()));
+    // Saving one anew makes it no newer.
+    fixture.window->openDataset(CVXPreference::getProgramDataPath() + "/AB_N20260102030405");
+    fixture.window->findChild<QAction *>("actionSaveSequence")->trigger();
+    QCOMPARE(textsOf(shownResults(fixture)), texts);
 }
 
 void tst_OpenDataset::theListIsThatOfNow()

@@ -19,6 +19,7 @@ private Q_SLOTS:
     void isRememberedForTheNextTime();
     void menuOffersThem();
     void ampersandsAreShown();
+    void aLongPathIsShortened();
     void clears();
 
 private:
@@ -82,6 +83,24 @@ void tst_RecentSequences::ampersandsAreShown()
     QMenu menu;
     recent.attach(&menu);
     QCOMPARE(menu.actions().first()->text(), QString("/data/a&&b"));
+}
+
+void tst_RecentSequences::aLongPathIsShortened()
+{
+    RecentSequences recent;
+    const QString folder = "/data/" + QString("a-very-long-name-of-a-folder/").repeated(12) + "AB2026_SEQ";
+    recent.add(folder);
+    QMenu menu;
+    recent.attach(&menu);
+    QVERIFY2(menu.sizeHint().width() < 700, qPrintable(QString::number(menu.sizeHint().width())));
+    const QAction *entry = menu.actions().first();
+    QVERIFY2(entry->text().startsWith("/data/") && entry->text().endsWith("AB2026_SEQ"),
+             qPrintable(entry->text()));
+    QVERIFY(menu.toolTipsVisible());
+    QCOMPARE(entry->toolTip(), folder);
+    QSignalSpy spy(&recent, &RecentSequences::chosen);
+    menu.actions().first()->trigger();
+    QCOMPARE(spy.first().first().toString(), folder);
 }
 
 void tst_RecentSequences::clears()

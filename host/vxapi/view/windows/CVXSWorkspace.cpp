@@ -7,12 +7,18 @@
 #include "host/vxapi/view/windows/CVXSImageWindow.h"
 #include "host/vxapi/view/windows/CVXSMdiSubWindow.h"
 #include "host/vxapi/view/windows/CVXSSequenceWindow.h"
+#include "host/vxapi/view/windows/WindowPlacing.h"
 
 #include <QList>
 #include <QPointer>
 #include <QStyle>
 
+#include <algorithm>
+
 namespace {
+
+constexpr QSize ENOUGH_FOR_THUMBNAILS(360, 280);
+constexpr QSize ENOUGH_FOR_IMAGE(560, 480);
 
 QList<CVXSWorkspace *> &workspaces()
 {
@@ -62,20 +68,112 @@ CVXSMdiSubWindow *CVXSWorkspace::addChildWindow(CVXSChildWindow *window)
     }
     connect(window, &QObject::destroyed, this, &CVXSWorkspace::announceActiveChild);
     subWindow->showWindow();
-    keepInSight(subWindow);
+    place(subWindow);
     // Said here as well: a workspace that is not on the screen yet activates no sub-window.
     onSubWindowActivated(subWindow);
     return subWindow;
 }
 
-// The area places a new window below and right of the last one, which may be half outside.
-void CVXSWorkspace::keepInSight(QMdiSubWindow *window) const
+void CVXSWorkspace::place(QMdiSubWindow *window)
 {
     if (!isVisible() || window->isMaximized())
         return;
+    m_placements.erase(std::remove_if(m_placements.begin(), m_placements.end(),
+                                      [](const Placement &placement) { return !placement.window; }),
+                       m_placements.end());
+    m_placements.append({window, QRect(), window->size()});
+    placeAnew({window});
+}
+
+QList<QMdiSubWindow *> CVXSWorkspace::shownWindows() const
+{
+    QList<QMdiSubWindow *> shown;
+    const QList<QMdiSubWindow *> all = subWindowList(QMdiArea::CreationOrder);
+    for (QMdiSubWindow *window : all) {
+        if (!window->isHidden() && !window->isMinimized() && !window->isMaximized())
+            shown.append(window);
+    }
+    return shown;
+}
+
+bool CVXSWorkspace::isPlacedHere(const QMdiSubWindow *window) const
+{
+    return std::any_of(m_placements.begin(), m_placements.end(), [window](const Placement &placement) {
+        return placement.window == window && placement.rect == window->geometry();
+    });
+}
+
+QVector<QRect> CVXSWorkspace::occupiedBut(const QList<QMdiSubWindow *> &left) const
+{
+    QVector<QRect> occupied;
+    const QList<QMdiSubWindow *> shown = shownWindows();
+    for (const QMdiSubWindow *window : shown) {
+        if (!left.contains(const_cast<QMdiSubWindow *>(window)))
+            occupied.append(window->geometry());
+    }
+    return occupied;
+}
+
+void CVXSWorkspace::placeAnew(const QList<QMdiSubWindow *> &windows)
+{
+    QVector<QRect> occupied = occupiedBut(windows);
+    for (Placement &placement : m_placements) {
+        if (!placement.window || !windows.contains(placement.window))
+            continue;
+        // A sequence's thumbnails scroll; an image needs its picture and what stands around it.
+        const auto *child = qobject_cast<CVXSChildWindow *>(placement.window->widget());
+        const QSize useful = child && child->isSequenceWindow() ? ENOUGH_FOR_THUMBNAILS : ENOUGH_FOR_IMAGE;
+        const QSize enough = useful.boundedTo(placement.wanted)
+                                 .boundedTo(viewport()->size())
+                                 .expandedTo(placement.window->minimumSizeHint());
+        placement.rect = windowplacing::freePlace({placement.wanted, enough}, viewport()->rect(), occupied);
+        placement.window->setGeometry(placement.rect);
+        placement.rect = placement.window->geometry();
+        occupied.append(placement.rect);
+    }
+}
+
+void CVXSWorkspace::makeRoomFor(QMdiSubWindow *window)
+{
+    QList<QMdiSubWindow *> covered;
+    const QList<QMdiSubWindow *> shown = shownWindows();
+    for (QMdiSubWindow *other : shown) {
+        if (other != window && isPlacedHere(other) && other->geometry().intersects(window->geometry()))
+            covered.append(other);
+    }
+    placeAnew(covered);
+}
+
+// A panel beside the area takes its room from the windows.
+void CVXSWorkspace::resizeEvent(QResizeEvent *event)
+{
+    QMdiArea::resizeEvent(event);
+    QList<QMdiSubWindow *> outside;
+    const QList<QMdiSubWindow *> shown = shownWindows();
+    for (QMdiSubWindow *window : shown) {
+        if (isPlacedHere(window) && !viewport()->rect().contains(window->geometry()))
+            outside.append(window);
+    }
+    placeAnew(outside);
+}
+
+void CVXSWorkspace::tileWindows()
+{
+    const QList<QMdiSubWindow *> windows = shownWindows();
+    QVector<QSize> least;
+    for (const QMdiSubWindow *window : windows)
+        least.append(window->minimumSizeHint().expandedTo(window->minimumSize()));
     const QRect area = viewport()->rect();
-    window->resize(window->size().boundedTo(area.size()).expandedTo(window->minimumSizeHint()));
-    window->move(placeInSight(window->pos(), window->size(), area));
+    const QVector<QRect> rects = windowplacing::tiles(area, least);
+    if (rects.isEmpty())
+        tileSubWindows();
+    for (int i = 0; i < windows.size(); ++i) {
+        QMdiSubWindow *window = windows[i];
+        if (!rects.isEmpty())
+            window->setGeometry(rects[i]);
+        window->resize(window->size().boundedTo(area.size()).expandedTo(least[i]));
+        window->move(placeInSight(window->pos(), window->size(), area));
+    }
 }
 
 CVXSMdiSubWindow *CVXSWorkspace::addToolWidget(QWidget *widget)
