@@ -150,7 +150,7 @@ Notes roiNotes(const RoiOfK &roi)
     if (saturated.isEmpty())
         return {};
     return {{Note::Kind::Saturation, formText("k is from the ROI \"%1\", where %2 are saturated")
-                                         .arg(roi.name, saturated.join(QStringLiteral(", ")))}};
+                                         .arg(roi.name.simplified(), saturated.join(QStringLiteral(", ")))}};
 }
 
 } // namespace imagemath

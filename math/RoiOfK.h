@@ -18,7 +18,8 @@ struct RoiOfK
     };
 
     QString name;
-    QString shape;       ///< kind, shape and its measures [cm], as docs/clickinfo-format.md has them
+    QString
+        shape; ///< kind, shape and its measures [cm], as docs/clickinfo-format.md has them, or an outline's box
     QString clickNumber; ///< of the dataset that it was drawn in
     QString unit;        ///< key of the unit that both were measured in
     Total inA;

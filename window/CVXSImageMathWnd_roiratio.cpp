@@ -10,6 +10,8 @@
 
 namespace {
 
+constexpr int MAX_CORNERS = 5000;
+
 /// The record of that dataset's ROI, or null.
 const CRoiMeasInfo *recordOf(const QString &clickNumber, const QString &roiName)
 {
@@ -24,10 +26,17 @@ double valueOf(const CRoiMeasInfo &record, tag_edisplayunit unit)
     return isCalibrated ? record.calibratedROIStatistic() : record.primaryROIStatistic();
 }
 
+/// An outline of very many corners would make a record that no reader takes for one: its box is told then.
 QString shapeOf(const CVXSDataset &dataset, const QString &roiName)
 {
     CROIBase *roi = nullptr;
-    return dataset.roiManager()->getROI(roiName, roi) ? roitext::write(*roi) : QString();
+    if (!dataset.roiManager()->getROI(roiName, roi))
+        return QString();
+    if (roi->outline().size() <= MAX_CORNERS)
+        return roitext::write(*roi);
+    return QStringLiteral("outline of %1 corners in a %2")
+        .arg(roi->outline().size())
+        .arg(roitext::write(CROIBase(EROI_RECTANGLE, roi->kind(), roi->boundingBox())));
 }
 
 } // namespace

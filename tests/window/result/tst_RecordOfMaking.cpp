@@ -8,6 +8,7 @@
 #include "tests/support/Rows.h"
 #include "tests/window/result/FlowFixture.h"
 
+#include <cmath>
 #include <QAction>
 #include <QCryptographicHash>
 #include <sys/stat.h>
@@ -56,6 +57,7 @@ private Q_SLOTS:
     void anImageThatIsNotOfTheOperandsHasNoRecord();
     void theRoiThatGaveKIsTold_data();
     void theRoiThatGaveKIsTold();
+    void anOutlineOfManyCornersLeavesTheRecordReadable();
     void anotherKIsNotOfTheRoi_data();
     void anotherKIsNotOfTheRoi();
     void saturatedPixelsInTheRoiAreTold();
@@ -221,6 +223,25 @@ void tst_RecordOfMaking::theRoiThatGaveKIsTold()
     QCOMPARE(made.roiOfK->inA.saturatedPixels, qint64(0));
     if (unit == EUNIT_COUNTS)
         QCOMPARE(made.roiOfK->inB.value, 13 * 10 * 10.0); // B has 10 counts everywhere
+}
+
+void tst_RecordOfMaking::anOutlineOfManyCornersLeavesTheRecordReadable()
+{
+    QVector<QPointF> circle;
+    constexpr int CORNERS = 90000;
+    for (int i = 0; i < CORNERS; ++i)
+        circle.append(
+            {6.0 + 3.0 * std::cos(2.0 * M_PI * i / CORNERS), 6.0 + 3.0 * std::sin(2.0 * M_PI * i / CORNERS)});
+    CROIBase roi(EROI_FREEHAND, EROI_MEASUREMENT, circle);
+    roi.setName("Back");
+    QVERIFY(m_bench->datasetA()->roiManager()->addROI(roi));
+    window()->computeKFromROI(ResultBench::clickA(), "Back");
+    press();
+    const ResultRecord made = record();
+    QVERIFY(made.roiOfK);
+    QVERIFY(imagemath::toJson(made).size() < 100000);
+    QVERIFY2(made.roiOfK->shape.startsWith("outline of 90000 corners in a measurement rectangle; left 3"),
+             qPrintable(made.roiOfK->shape.left(200)));
 }
 
 void tst_RecordOfMaking::anotherKIsNotOfTheRoi_data()
