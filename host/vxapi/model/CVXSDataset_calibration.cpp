@@ -5,6 +5,7 @@
 #include "host/vxapi/model/CVXSDataset.h"
 #include "host/vxapi/model/CVXSDataset_p.h"
 #include "host/vxapi/model/DatasetFiles.h"
+#include "host/vximage/ImageShape.h"
 #include "host/vxutils/CVXSLog.h"
 
 #include <cmath>
@@ -28,18 +29,6 @@ CILImage onGridOf(const CILImage &like, const CILImage &image)
     else
         grid.upSample(like.getWidth(), like.getHeight(), IL_RESAMPLE_AREA);
     return grid;
-}
-
-/// Less than one pixel of the flat field: a camera that bins drops what remains at the edge.
-bool hasSameAspectRatio(const CILImage &flatField, const CILImage &image)
-{
-    const double height = double(flatField.getWidth()) * image.getHeight() / image.getWidth();
-    return std::abs(height - double(flatField.getHeight())) < 1.0;
-}
-
-bool isSameSize(const CILImage &a, const CILImage &b)
-{
-    return a.getWidth() == b.getWidth() && a.getHeight() == b.getHeight();
 }
 
 } // namespace
@@ -119,7 +108,8 @@ QString CVXSDataset::obstacleToUnit(tag_edisplayunit unit) const
     QString reason;
     tag_edisplayunit storedUnit = EUNIT_COUNTS;
     if (d->isResult()) {
-        if (d->unitlessValues() != EUNIT_COUNT || d->unitOfResult(unit, &storedUnit, &reason) != ESTATUS_SUCCESS)
+        if (d->unitlessValues() != EUNIT_COUNT ||
+            d->unitOfResult(unit, &storedUnit, &reason) != ESTATUS_SUCCESS)
             return reason;
     } else if (unit == EUNIT_EFFICIENCY && !d->images.isPresent(EIMAGE_EXCITATION)) {
         return tr("there is no %1").arg(tr(DatasetImages::kind(EIMAGE_EXCITATION).name));
@@ -180,7 +170,7 @@ ESTATUS CVXSDataset::Private::companion(tag_eimagetype type, const CILImage &sto
         *reason = obstacleToFlatField();
         return reason->isEmpty() ? ESTATUS_SUCCESS : ESTATUS_BAD_IMAGE;
     }
-    if (!isSameSize(**image, stored)) { // counts of another binning mean something else
+    if (!haveSameSize(**image, stored)) { // counts of another binning mean something else
         *reason = tr("%1: the %2 has %3 pixels, the luminescent image %4")
                       .arg(folder + images.fileName(type), name, sizeOf(**image), sizeOf(stored));
         return ESTATUS_BAD_IMAGE;
@@ -196,7 +186,7 @@ QString CVXSDataset::Private::obstacleToFlatField()
     if (!flatField || !image || rules == ECALIBRATION_1_0)
         return QString();
     const QString file = folder + images.fileName(EIMAGE_FLATFIELD);
-    if (!hasSameAspectRatio(*flatField, *image))
+    if (!haveSameAspectRatio(*flatField, *image))
         return tr("%1: the flat-field image has %2 pixels, which is not the shape of the luminescent image "
                   "of %3")
             .arg(file, sizeOf(*flatField), sizeOf(*image));

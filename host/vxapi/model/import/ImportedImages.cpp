@@ -2,8 +2,8 @@
 #include "host/vxapi/model/import/ImportedImages.h"
 
 #include "host/vxapi/model/import/ImageImport.h"
+#include "host/vximage/ImageShape.h"
 
-#include <cmath>
 #include <QCoreApplication>
 #include <QFile>
 #include <utility>
@@ -45,18 +45,6 @@ QString sizeOf(const CILImage &image)
     return QStringLiteral("%1 x %2").arg(image.getWidth()).arg(image.getHeight());
 }
 
-bool isSameSize(const CILImage &one, const CILImage &other)
-{
-    return one.getWidth() == other.getWidth() && one.getHeight() == other.getHeight();
-}
-
-/// Brought to the other's width, it is as high to the pixel.
-bool isSameShape(const CILImage &one, const CILImage &other)
-{
-    const double height = double(one.getHeight()) * other.getWidth() / one.getWidth();
-    return std::abs(height - double(other.getHeight())) < 1.0;
-}
-
 /// "file: reason" of a companion that does not fit the luminescent image; empty when all fit.
 QString misfit(const ImportFiles &files, const ImportedImages &images)
 {
@@ -68,11 +56,11 @@ QString misfit(const ImportFiles &files, const ImportedImages &images)
                    .arg(what, sizeOf(image), sizeOf(luminescent), need);
     };
     const QString sameSize = Text::tr("they have to be the same");
-    if (!images.dark.isEmpty() && !isSameSize(images.dark, luminescent))
+    if (!images.dark.isEmpty() && !haveSameSize(images.dark, luminescent))
         return other(files.dark, Text::tr("dark image"), images.dark, sameSize);
-    if (!images.excitation.isEmpty() && !isSameSize(images.excitation, luminescent))
+    if (!images.excitation.isEmpty() && !haveSameSize(images.excitation, luminescent))
         return other(files.excitation, Text::tr("excitation reference"), images.excitation, sameSize);
-    if (!images.flatField.isEmpty() && !isSameShape(images.flatField, luminescent))
+    if (!images.flatField.isEmpty() && !haveSameAspectRatio(images.flatField, luminescent))
         return other(files.flatField, Text::tr("flat field"), images.flatField,
                      Text::tr("width and height have to be in the same proportion"));
     return QString();
