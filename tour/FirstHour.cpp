@@ -24,6 +24,7 @@
 #include <QPushButton>
 #include <QTableView>
 #include <QTest>
+#include <QToolButton>
 
 #include <cmath>
 
@@ -103,7 +104,7 @@ Pair importFiles(Stage &stage, const QString &filesFolder)
 void openTheTool(Stage &stage)
 {
     const hand::Answer save(QStringLiteral("Yes"));
-    stage.openImageMath();
+    stage.showImageMath();
     stage.report.check(save.wasAsked(), QStringLiteral("the tool has the new sequence saved first"));
 }
 
@@ -196,6 +197,10 @@ void copyRois(Stage &stage, const Pair &pair, const QString &result)
             haveSamePlace(*source->getDataset(), *target->getDataset()),
             QStringLiteral("%1 has the three ROIs at the same places").arg(target->windowTitle()));
     }
+    stage.activate(ofResult->windowTitle());
+    auto *numbers = stage.find<QToolButton>(ofResult, "MeasurementTableButton");
+    if (!numbers->isChecked())
+        hand::click(numbers);
     const QAbstractItemModel *table = stage.find<QTableView>(ofResult, "MeasurementTable")->model();
     stage.report.check(table->rowCount() == 3, QStringLiteral("the result's table has a row for each"));
     const QString background = ofResult->getDataset()->roiManager()->rois().first()->name();
@@ -203,7 +208,7 @@ void copyRois(Stage &stage, const Pair &pair, const QString &result)
     // Of this very k; what is left is the rounding of float pixels and of k to six digits.
     stage.report.checkNear(left, 0.0, 0.01,
                            QStringLiteral("mean of the result over the background ROI [counts]"));
-    stage.activate(ofResult->windowTitle());
+    hand::settle(&stage.window);
     stage.picture(QStringLiteral("h7-table"), QStringLiteral("three ROIs, copied and measured"));
 }
 

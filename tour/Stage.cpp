@@ -17,13 +17,18 @@
 #include <QMdiSubWindow>
 #include <QPushButton>
 
-void Stage::openImageMath()
+void Stage::showImageMath()
 {
     hand::chooseFromMenu(&window, {QStringLiteral("Tools"), QStringLiteral("Image Math")});
     const auto find = [this] { return window.findChild<QWidget *>(QStringLiteral("Image Math Window")); };
     if (!hand::waitFor([&find] { return find() && find()->isVisible(); }))
         hand::giveUp(QStringLiteral("the Image Math Window did not appear"));
     tool = find();
+}
+
+void Stage::openImageMath()
+{
+    showImageMath();
     tool->parentWidget()->move(4, 4);
     tool->parentWidget()->resize(900, 800);
 }

@@ -30,7 +30,9 @@ public:
     {
     }
 
-    /// Opens the Image Math Window from the menu, and lays it out.
+    /// Opens the Image Math Window from the menu, where the workspace places it.
+    void showImageMath();
+    /// The same, and lays it out.
     void openImageMath();
     /// Brings a window to the front by the beginning of its title.
     void activate(const QString &title);

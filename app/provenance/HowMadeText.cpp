@@ -11,6 +11,7 @@
 #include <cmath>
 #include <QCoreApplication>
 #include <QDateTime>
+#include <QRegularExpression>
 
 using namespace clickinfo;
 using imagemath::FileRecord;
@@ -122,6 +123,21 @@ QString saturationText(const imagemath::RoiOfK::Total &total)
     return total.saturatedPixels < 0 ? QString() : QString::number(total.saturatedPixels);
 }
 
+/// The record has all digits of a measure; the user reads it to a thousandth of a pixel at least.
+QString withFewDigits(const QString &text)
+{
+    static const QRegularExpression number(QStringLiteral("\\d+\\.\\d{5,}"));
+    QString shortened;
+    int done = 0;
+    for (auto matches = number.globalMatch(text); matches.hasNext();) {
+        const QRegularExpressionMatch match = matches.next();
+        shortened += text.midRef(done, match.capturedStart() - done);
+        shortened += QString::number(match.captured().toDouble(), 'f', 4);
+        done = match.capturedEnd();
+    }
+    return shortened + text.mid(done);
+}
+
 void addRoiOfK(Rows *rows, const imagemath::RoiOfK &roi)
 {
     tag_edisplayunit unit = EUNIT_COUNTS;
@@ -129,7 +145,7 @@ void addRoiOfK(Rows *rows, const imagemath::RoiOfK &roi)
     heading(rows, Text::tr("k from an ROI"));
     pair(rows, Text::tr("ROI"), roi.name);
     pair(rows, Text::tr("Drawn in"), roi.clickNumber);
-    pair(rows, Text::tr("Shape [cm]"), roi.shape);
+    pair(rows, Text::tr("Shape [cm]"), withFewDigits(roi.shape));
     const auto total = [&](const QString &role, const imagemath::RoiOfK::Total &of) {
         pair(rows, Text::tr("%1 in %2").arg(unitTotalText(unit), role),
              QStringLiteral("%1 (%2)").arg(textOfNumber(of.value), of.clickNumber));

@@ -271,7 +271,7 @@ void tst_HowMadePanel::itTellsTheRoiOfK()
     imagemath::ResultRecord record = resultcheck::recordOf(result);
     imagemath::RoiOfK roi;
     roi.name = "Back <b>1</b>";
-    roi.shape = "background rectangle; left 2; top 3; width 5; height 4";
+    roi.shape = "background rectangle; left 6.8014705882352935; top 3; width 0.25; height 4.00001";
     roi.clickNumber = B;
     roi.unit = unitKey(EUNIT_RADIANCE);
     roi.inA = {A, 1234567.5, 3};
@@ -281,7 +281,7 @@ void tst_HowMadePanel::itTellsTheRoiOfK()
     visitAgain(result);
     QVERIFY(isShown("k from an ROI"));
     QCOMPARE(textOf("ROI"), roi.name);
-    QCOMPARE(textOf("Shape [cm]"), roi.shape);
+    QCOMPARE(textOf("Shape [cm]"), QString("background rectangle; left 6.8015; top 3; width 0.25; height 4.0000"));
     QCOMPARE(textOf("Drawn in"), QString(B));
     QCOMPARE(textOf("Total flux [p/s] in A"), QString("1234567.5 (%1)").arg(A));
     QCOMPARE(textOf("Total flux [p/s] in B"), QString("1e+06 (%1)").arg(B));
