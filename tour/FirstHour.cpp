@@ -202,7 +202,8 @@ void copyRois(Stage &stage, const Pair &pair, const QString &result)
     if (!numbers->isChecked())
         hand::click(numbers);
     const QAbstractItemModel *table = stage.find<QTableView>(ofResult, "MeasurementTable")->model();
-    stage.report.check(table->rowCount() == 3, QStringLiteral("the result's table has a row for each"));
+    stage.report.check(hand::waitFor([table] { return table->rowCount() == 3; }),
+                       QStringLiteral("the result's table has a row for each"));
     const QString background = ofResult->getDataset()->roiManager()->rois().first()->name();
     const double left = imagetool::tableNumber(stage, ofResult, background, QStringLiteral("Mean"));
     // Of this very k; what is left is the rounding of float pixels and of k to six digits.
