@@ -87,6 +87,9 @@ void DisplayMenu::setActiveChild(CVXSChildWindow *window)
         m_sequence = m_dataset->getSequenceDataset();
         m_dataset = nullptr;
     }
+    disconnect(m_loading);
+    if (m_sequence)
+        m_loading = connect(m_sequence, &CVXSSequenceDataset::loaded, this, &DisplayMenu::showState);
     showState();
 }
 
@@ -101,7 +104,8 @@ void DisplayMenu::showState()
     m_logScale->setEnabled(any);
     if (!any)
         return;
-    offerUnits();
+    if (hasUnit)
+        offerUnits();
     tag_simageadjust adjust;
     if (m_sequence) {
         adjust = m_sequence->getImageAdjust();

@@ -35,7 +35,8 @@ private:
     void applyColors();
 
     QPointer<CVXSSequenceDataset> m_sequence;
-    QPointer<CVXSDataset> m_dataset; ///< only when it belongs to no sequence
+    QMetaObject::Connection m_loading; ///< what the sequence can be shown in is known when it is there
+    QPointer<CVXSDataset> m_dataset;   ///< only when it belongs to no sequence
     QActionGroup *m_units;
     QActionGroup *m_tables;
     QAction *m_reversed = nullptr;

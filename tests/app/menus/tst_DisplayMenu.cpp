@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "app/datasets/DatasetLoader.h"
+#include "app/datasets/SequenceManager.h"
 #include "app/menus/DisplayMenu.h"
 #include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 #include "host/vxapi/model/CVXSDataset.h"
@@ -33,6 +34,7 @@ private Q_SLOTS:
     void unitOfTheSequence();
     void colorsOfTheSequence();
     void unitsThatCannotBeShownAreNotOffered();
+    void aRatioHasNoUnitToChoose();
     void constantsThatAreEnteredAreNoticed();
     void theColoursThatAreThereChangeNothing();
     void marksFollowChangesOfOthers();
@@ -93,7 +95,9 @@ void tst_DisplayMenu::unitsThatCannotBeShownAreNotOffered()
     const QString folder = study.sequence()->getSequenceInfoPath();
     study.close();
     WorkspaceFixture fixture;
-    CVXSSequenceDataset *sequence = fixture.window->openSequence(folder);
+    // As the user opens it: the datasets come one by one.
+    CVXSSequenceDataset *sequence = fixture.window->parts().sequences->open(folder);
+    QTRY_VERIFY(!sequence->isLoading());
     const auto unit = [&fixture](const QString &text) {
         return entry(fixture.window.get(), "menuUnit", text);
     };
@@ -119,10 +123,26 @@ void tst_DisplayMenu::unitsThatCannotBeShownAreNotOffered()
     fixture.window->parts().workspace->showSequence(more.sequence());
     QVERIFY(unit("Radiance (Photons)")->isEnabled());
     const QString remark = unit("Radiance (Photons)")->toolTip();
-    QVERIFY2(remark.contains("AB20260102030409 cannot be shown in it: ") && !remark.contains("AB20260102030408"),
+    QVERIFY2(remark.contains("AB20260102030409 cannot be shown in it: ") &&
+                 !remark.contains("AB20260102030408"),
              qPrintable(remark));
     fixture.window->parts().workspace->showSequence(sequence);
     QVERIFY(!unit("Radiance (Photons)")->isEnabled());
+}
+
+void tst_DisplayMenu::aRatioHasNoUnitToChoose()
+{
+    WorkspaceFixture fixture;
+    CVXSDataset ratio("AB_M20260102030405");
+    ratio.setCoreImage(EIMAGE_LUMINESCENT, TestStudy::image(8, 8, [](int x, int y) { return float(x + y); }));
+    using namespace clickinfo;
+    ensureSection(ratio.getClickInfo(), SECTION_LUMINESCENT)->setValue(KEY_MATH_OPERATION, "(A / B) * k");
+    ensureSection(ratio.getClickInfo(), SECTION_GRAPH_CONTROLS)
+        ->setValue(KEY_INTENSITY_CALIBRATION, unitKey(EUNIT_COUNTS));
+    QVERIFY(ratio.getShownUnit() >= EUNIT_COUNT);
+    fixture.window->parts().workspace->showDataset(&ratio);
+    for (QAction *action : fixture.window->findChild<QMenu *>("menuUnit")->actions())
+        QVERIFY2(!action->isEnabled(), qPrintable(action->text()));
 }
 
 void tst_DisplayMenu::constantsThatAreEnteredAreNoticed()
