@@ -123,14 +123,14 @@ private Q_SLOTS:
         QFETCH(int, unit);
         QFETCH(QString, name);
         const QString in = " [" + name + "]";
-        const QStringList expected = {"ROI",       "Kind",           "Pixels",   "Area [cm²]",
+        const QStringList expected = {"ROI",       "Kind",           "Pixels",   "Saturated", "Area [cm²]",
                                       "Mean" + in, "Std. dev." + in, "Min" + in, "Max" + in};
         QCOMPARE(measurementtext::headers(tag_edisplayunit(unit)), expected);
         CRoiMeasInfo of = record();
         of.unit = tag_edisplayunit(unit);
         QCOMPARE(measurementtext::shownValues(of, of.unit).size(), expected.size());
-        QCOMPARE(measurementtext::shownValues(of, of.unit)[4],
-                 measurementtext::shownValues(record(), EUNIT_RADIANCE)[6]);
+        QCOMPARE(measurementtext::shownValues(of, of.unit)[5],
+                 measurementtext::shownValues(record(), EUNIT_RADIANCE)[7]);
         const QString csv = measurementtext::asCsv({of}, of.unit);
         QVERIFY2(!csv.contains("Total") && csv.contains("Mean" + in), qPrintable(csv));
     }
