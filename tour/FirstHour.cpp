@@ -20,6 +20,7 @@
 #include <QAbstractItemModel>
 #include <QComboBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTableView>
 #include <QTest>
