@@ -24,7 +24,6 @@
 #include <QPushButton>
 #include <QTableView>
 #include <QTest>
-#include <QToolButton>
 
 #include <cmath>
 
@@ -198,9 +197,7 @@ void copyRois(Stage &stage, const Pair &pair, const QString &result)
             QStringLiteral("%1 has the three ROIs at the same places").arg(target->windowTitle()));
     }
     stage.activate(ofResult->windowTitle());
-    auto *numbers = stage.find<QToolButton>(ofResult, "MeasurementTableButton");
-    if (!numbers->isChecked())
-        hand::click(numbers);
+    imagetool::showTable(stage, ofResult);
     const QAbstractItemModel *table = stage.find<QTableView>(ofResult, "MeasurementTable")->model();
     stage.report.check(hand::waitFor([table] { return table->rowCount() == 3; }),
                        QStringLiteral("the result's table has a row for each"));

@@ -29,6 +29,14 @@ void imagetool::draw(Stage &stage, CVXSImageWindow *window, const char *tool, co
     waitUntilMeasured(*window->getDataset());
 }
 
+void imagetool::showTable(Stage &stage, CVXSImageWindow *window)
+{
+    auto *button = stage.find<QToolButton>(window, "MeasurementTableButton");
+    if (!button->isChecked())
+        hand::click(button);
+    hand::settle(window);
+}
+
 void imagetool::waitUntilMeasured(const CVXSDataset &dataset)
 {
     const QString roi = lastRoi(dataset).name;

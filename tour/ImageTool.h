@@ -15,6 +15,8 @@ namespace imagetool {
 void draw(Stage &stage, CVXSImageWindow *window, const char *tool, const QRectF &box);
 /// Waits until the ROI made last is measured as the dataset is shown now: that comes with the event loop.
 void waitUntilMeasured(const CVXSDataset &dataset);
+/// Shows the measurement table, which in a window without room for it comes only when it is asked for.
+void showTable(Stage &stage, CVXSImageWindow *window);
 /// A value of the measurement table as it is shown, by ROI and beginning of the header; empty when there is
 /// none.
 QString tableValue(Stage &stage, CVXSImageWindow *window, const QString &roi, const QString &header);

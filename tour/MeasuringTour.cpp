@@ -46,7 +46,7 @@ void measuringtour::kFromRoi(Stage &stage)
     stage.report.heading(QStringLiteral("k from a background ROI:"));
     CVXSImageWindow *window = stage.openImage(FLUORESCENCE_A);
     window->parentWidget()->setGeometry(300, 20, 860, 820);
-    hand::settle(window);
+    imagetool::showTable(stage, window);
     stage.picture(QStringLiteral("40-image-window"), QStringLiteral("the image window of A"), window);
     imagetool::draw(stage, window, "RoiRectangleToolButton", BACKGROUND);
     stage.picture(QStringLiteral("41-background-roi"),
@@ -151,7 +151,7 @@ void measuringtour::measureResult(Stage &stage, const QString &click)
     CVXSImageWindow *window = CVXSImageWindow::getImageWindow(CVXSDataset::getDataset(click));
     stage.activate(click);
     window->parentWidget()->setGeometry(4, 4, 960, 860);
-    hand::settle(window);
+    imagetool::showTable(stage, window);
     imagetool::draw(stage, window, "RoiEllipseToolButton", REPORTER);
     stage.picture(QStringLiteral("70-ellipse"), QStringLiteral("an ellipse over the reporter, in counts"),
                   window);

@@ -102,7 +102,7 @@ CVXSImageWindow *windowOf(Stage &stage, const QString &click)
         hand::giveUp(QStringLiteral("%1 is not shown").arg(click));
     stage.activate(click);
     find()->parentWidget()->setGeometry(4, 4, 1000, 900);
-    hand::settle(find());
+    imagetool::showTable(stage, find());
     return find();
 }
 
