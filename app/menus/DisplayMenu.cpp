@@ -104,8 +104,7 @@ void DisplayMenu::showState()
     m_logScale->setEnabled(any);
     if (!any)
         return;
-    if (hasUnit)
-        offerUnits();
+    offerUnits(); // where the group is enabled
     tag_simageadjust adjust;
     if (m_sequence) {
         adjust = m_sequence->getImageAdjust();

@@ -119,6 +119,7 @@ public:
     }
     std::unique_ptr<CVXSSequenceDataset> imported() const
     {
+        const DialogAnswerer user; // a refusal would wait for an answer
         press("import");
         return dialog->takeSequence();
     }
