@@ -2,6 +2,7 @@
 #include "app/BannerWidget.h"
 #include "app/datasets/EarlierResults.h"
 #include "app/datasets/LooseDatasets.h"
+#include "app/datasets/ResultSources.h"
 #include "app/datasets/SequenceManager.h"
 #include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 #include "host/vxapi/model/clickinfo/ClickInfoValues.h"
@@ -83,6 +84,7 @@ private Q_SLOTS:
     void withoutResultsTheMenuSaysSo();
     void resultsAreOfferedNewestFirst();
     void filesThatAResultCameFromAreNamed();
+    void anOperandThatWasComputedComesFromNoFile();
     void theOrderIsThatOfTheirMaking();
     void theListIsThatOfNow();
     void onlySoManyAreOffered();
@@ -216,6 +218,24 @@ void tst_OpenDataset::filesThatAResultCameFromAreNamed()
     QVERIFY2(texts.at(first).contains("    day 14.tif, R&&D.tif\t"), qPrintable(texts.at(first)));
     QVERIFY2(texts.at(1 - first).contains(".tif\t") && texts.at(1 - first).size() < 300,
              qPrintable(texts.at(1 - first)));
+}
+
+// Its record has the keys of the operand that it was computed from.
+void tst_OpenDataset::anOperandThatWasComputedComesFromNoFile()
+{
+    using namespace clickinfo;
+    QTemporaryDir folder;
+    CPLClickInfo info;
+    for (const QLatin1String section : {SECTION_LUMINESCENT_A, SECTION_LUMINESCENT_B})
+        ensureSection(&info, section)->setValue(KEY_IMPORTED_FROM, QString("of ") + section);
+    ensureSection(&info, SECTION_LUMINESCENT_A)->setValue(KEY_MATH_OPERATION, "A + B * k");
+    QCOMPARE(info.saveClickInfo(folder.filePath(FILE_ANALYZED_CLICK_INFO)), ESTATUS_SUCCESS);
+    const ResultSources sources = ResultSources::of(folder.path() + "/");
+    QVERIFY2(sources.a.isEmpty(), qPrintable(sources.a));
+    QCOMPARE(sources.b, QString("of luminescent B image"));
+    QCOMPARE(sources.text(), sources.b);
+    QVERIFY(ResultSources::of(QString()).text().isEmpty());
+    QVERIFY(ResultSources::of(folder.filePath("gone/")).text().isEmpty());
 }
 
 void tst_OpenDataset::theOrderIsThatOfTheirMaking()
