@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "math/Computation.h"
 
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 #include "host/vxapi/model/CVXSDataset.h"
 #include "math/FormText.h"
 #include "math/Formula.h"
@@ -184,12 +185,16 @@ Notes notesOn(const Request &request, const Images &images, const ResultRecord &
 {
     const CVXSDataset &a = *request.a.dataset;
     const CVXSDataset &b = *request.b.dataset;
-    Notes notes = settingsNotes(a, b, request.unit) + correctionNotes(record.a, record.b, request.unit);
-    notes += offsetNotes(QStringLiteral("A"), record.a, a.getBinningFactor(), images.a);
-    notes += offsetNotes(QStringLiteral("B"), record.b, b.getBinningFactor(), images.b);
+    Notes notes = valuesNotes(a, b, request.unit);
+    notes += settingsNotes(a, b, request.unit) + correctionNotes(record.a, record.b, request.unit);
+    // What is computed has no camera's offset of its own.
+    if (!clickinfo::isMathResult(*a.getClickInfo()))
+        notes += offsetNotes(QStringLiteral("A"), record.a, a.getBinningFactor(), images.a);
+    if (!clickinfo::isMathResult(*b.getClickInfo()))
+        notes += offsetNotes(QStringLiteral("B"), record.b, b.getBinningFactor(), images.b);
     notes += saturationNotes(a, b);
     if (request.roiOfK)
-        notes += roiNotes(*request.roiOfK);
+        notes += roiNotes(*request.roiOfK, record.a, record.b, request.unit);
     return notes;
 }
 

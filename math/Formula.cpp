@@ -15,6 +15,7 @@ void sum(const Operands &operands, CILImage &result)
     result = operands.b;
     result *= operands.k;
     result += operands.a;
+    result.takeValuesOf(operands.a);
 }
 
 void difference(const Operands &operands, CILImage &result)
@@ -29,6 +30,7 @@ void product(const Operands &operands, CILImage &result)
     result = operands.b;
     result *= operands.k;
     result *= operands.a;
+    result.takeValuesOf(operands.a);
 }
 
 void quotient(const Operands &operands, CILImage &result)

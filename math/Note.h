@@ -19,6 +19,7 @@ struct Note
         Saturation, ///< pixels at or above the camera's ceiling
         Settings,   ///< operands of different acquisition, combined in counts
         Correction, ///< one of the two alone is corrected
+        Values,     ///< a ratio or product together with something else, or k of another pair or unit
         Offset,     ///< the camera's offset adds up with the counts
         MaskField,  ///< the tissue mask is of another field of view
     };

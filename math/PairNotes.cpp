@@ -104,13 +104,13 @@ Notes correctionNotes(const OperandRecord &a, const OperandRecord &b, tag_edispl
 {
     Notes notes;
     if (a.flatFieldCorrected != b.flatFieldCorrected && unit != EUNIT_EFFICIENCY)
-        notes.append({Note::Kind::Correction,
-                      a.flatFieldCorrected ? formText("A is corrected for the flat field, B is not")
-                                           : formText("B is corrected for the flat field, A is not")});
+        notes.append({Note::Kind::Correction, a.flatFieldCorrected
+                                                  ? formText("A is corrected for the flat field, B is not")
+                                                  : formText("B is corrected for the flat field, A is not")});
     if (a.backgroundSubtracted != b.backgroundSubtracted)
-        notes.append({Note::Kind::Correction,
-                      a.backgroundSubtracted ? formText("A has its background subtracted, B has not")
-                                             : formText("B has its background subtracted, A has not")});
+        notes.append({Note::Kind::Correction, a.backgroundSubtracted
+                                                  ? formText("A has its background subtracted, B has not")
+                                                  : formText("B has its background subtracted, A has not")});
     return notes;
 }
 
@@ -118,11 +118,13 @@ Notes offsetNotes(const QString &role, const OperandRecord &operand, double binn
 {
     if (image.pixelsAdded() == 1.0 || operand.backgroundSubtracted)
         return {};
-    return {{Note::Kind::Offset,
-             formText("%1 was binned from %2 to %3 by adding up counts and has no background image: the camera's "
-                      "offset adds up as well, to %4 times what it was")
-                 .arg(role, textOfNumber(binning), textOfNumber(double(image.binningFactor())),
-                      textOfNumber(image.pixelsAdded()))}};
+    return {
+        {Note::Kind::Offset,
+         formText(
+             "%1 was binned from %2 to %3 by adding up counts and no background was subtracted: the camera's "
+             "offset adds up as well, to %4 times what it was")
+             .arg(role, textOfNumber(binning), textOfNumber(double(image.binningFactor())),
+                  textOfNumber(image.pixelsAdded()))}};
 }
 
 Notes maskFieldNotes(const CVXSDataset &datasetB, const CILImage &photograph)
@@ -140,17 +142,36 @@ Notes maskFieldNotes(const CVXSDataset &datasetB, const CILImage &photograph)
                                     .arg(textOfField(mask), textOfField(image))}};
 }
 
-Notes roiNotes(const RoiOfK &roi)
+Notes valuesNotes(const CVXSDataset &a, const CVXSDataset &b, tag_edisplayunit unit)
 {
+    const auto valuesOf = [unit](const CVXSDataset &dataset) {
+        return dataset.getShownUnit() < EUNIT_COUNT ? unit : dataset.getShownUnit();
+    };
+    if (valuesOf(a) == valuesOf(b))
+        return {};
+    return {
+        {Note::Kind::Values, formText("A and B are of different kinds: %1 and %2")
+                                 .arg(unitLabel(valuesOf(a)).toLower(), unitLabel(valuesOf(b)).toLower())}};
+}
+
+Notes roiNotes(const RoiOfK &roi, const OperandRecord &a, const OperandRecord &b, tag_edisplayunit unit)
+{
+    Notes notes;
+    if (roi.inA.clickNumber != a.clickNumber || roi.inB.clickNumber != b.clickNumber)
+        notes.append({Note::Kind::Values, formText("k is from the ROI \"%1\" of another pair, %2 and %3")
+                                              .arg(roi.name, roi.inA.clickNumber, roi.inB.clickNumber)});
+    else if (roi.unit != unitKey(unit))
+        notes.append({Note::Kind::Values,
+                      formText("k is from the ROI \"%1\" in another unit, %2").arg(roi.name, roi.unit)});
     QStringList saturated;
     if (roi.inA.saturatedPixels > 0)
         saturated += formText("%1 pixels of A").arg(roi.inA.saturatedPixels);
     if (roi.inB.saturatedPixels > 0)
         saturated += formText("%1 pixels of B").arg(roi.inB.saturatedPixels);
-    if (saturated.isEmpty())
-        return {};
-    return {{Note::Kind::Saturation, formText("k is from the ROI \"%1\", where %2 are saturated")
-                                         .arg(roi.name.simplified(), saturated.join(QStringLiteral(", ")))}};
+    if (!saturated.isEmpty() && notes.isEmpty())
+        notes.append({Note::Kind::Saturation, formText("k is from the ROI \"%1\", where %2 are saturated")
+                                                  .arg(roi.name, saturated.join(QStringLiteral(", ")))});
+    return notes;
 }
 
 } // namespace imagemath

@@ -35,7 +35,10 @@ Notes offsetNotes(const QString &role, const OperandRecord &operand, double binn
 /// mask lies elsewhere than the tissue. A field that is not recorded is not known to differ.
 Notes maskFieldNotes(const CVXSDataset &datasetB, const CILImage &photograph);
 
-/// Saturated pixels in the ROI that gave k.
-Notes roiNotes(const RoiOfK &roi);
+/// A product or ratio together with something else: no sum or difference of them means anything.
+Notes valuesNotes(const CVXSDataset &a, const CVXSDataset &b, tag_edisplayunit unit);
+
+/// Saturated pixels in the ROI that gave k; an ROI of another pair or unit.
+Notes roiNotes(const RoiOfK &roi, const OperandRecord &a, const OperandRecord &b, tag_edisplayunit unit);
 
 } // namespace imagemath

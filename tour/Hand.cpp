@@ -21,6 +21,7 @@ namespace {
 
 constexpr int PATIENCE = 10000; // ms
 constexpr int GLANCE = 20;      // ms
+constexpr int AGAIN = 300;      // ms
 constexpr int DRAG_STEPS = 8;
 constexpr int PAINTINGS = 3;
 
@@ -200,7 +201,11 @@ void chooseFiles(const QStringList &paths)
         auto *field = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
         if (!field)
             giveUp(QStringLiteral("the file dialog has no field for names"));
-        type(field, QLatin1Char('"') + paths.join(QStringLiteral("\" \"")) + QLatin1Char('"'));
+        const QString text = QLatin1Char('"') + paths.join(QStringLiteral("\" \"")) + QLatin1Char('"');
+        // A dialog that is still reading its folder may empty the field once more.
+        auto *again = new QTimer(dialog);
+        QObject::connect(again, &QTimer::timeout, dialog, [field, text] { type(field, text); });
+        again->start(AGAIN);
     });
 }
 

@@ -70,7 +70,9 @@ void CVXSImageMathWnd::computeKFromROI(const QString &datasetText, const QString
     const double targetValue = valueOf(*targetRecord, unit);
     const imagemath::RoiOfK::Total sourceTotal{sourceText, sourceValue, sourceRecord->saturatedPixels};
     const imagemath::RoiOfK::Total targetTotal{targetText, targetValue, targetRecord->saturatedPixels};
-    const bool areMeasured = !std::isnan(sourceValue) && !std::isnan(targetValue);
+    // A ratio has no total, but two of them can be compared.
+    const bool areAlike = sourceRecord->unit == targetRecord->unit;
+    const bool areMeasured = areAlike && !std::isnan(sourceValue) && !std::isnan(targetValue);
 
     if (m_bPastedROI) {
         target->roiManager()->selectLastCreatedROI();

@@ -3,6 +3,7 @@
 
 #include "app/datasets/LooseDatasets.h"
 #include "host/vxapi/model/CVXSDataset.h"
+#include "host/vxapi/model/CVXSSequenceDataset.h"
 #include "host/vxapi/view/windows/CVXSWorkspace.h"
 #include "host/vxutils/CVXPreference.h"
 #include "host/vxutils/CVXSLog.h"
@@ -68,6 +69,13 @@ ESTATUS DatasetLoader::open(const QString &path, CVXSDataset **opened)
     if (!dataset)
         return fail(status == ESTATUS_SUCCESS ? ESTATUS_FAILURE : status, error);
 
+    // One that is just coming in with its sequence belongs there.
+    const QList<CVXSSequenceDataset *> sequences = CVXSSequenceDataset::openSequences();
+    for (CVXSSequenceDataset *sequence : sequences) {
+        const bool isItsClick = sequence->getClickNumbers().contains(dataset->getClickNumber());
+        while (isItsClick && sequence->loadNext()) {
+        }
+    }
     if (CVXSDataset *known = CVXSDataset::getOpenDataset(dataset->getClickNumber())) {
         if (canonicalFolder(known) != folder)
             return fail(ESTATUS_FAILURE, tr("%1: the click number %2 is open already, from %3")

@@ -11,7 +11,9 @@
 #include "host/vxutils/CVXSMessageBox.h"
 #include "host/vxutils/CVXUtilityFns.h"
 
+#include <algorithm>
 #include <QApplication>
+#include <QCollator>
 #include <QDialogButtonBox>
 #include <QDropEvent>
 #include <QFileDialog>
@@ -180,7 +182,11 @@ void ImportDialog::chooseFiles(int column)
     if (files.isEmpty())
         return;
     rememberFolder(files.first());
-    files.sort();
+    QCollator byNumber; // "dark2" before "dark10"
+    byNumber.setNumericMode(true);
+    std::sort(files.begin(), files.end(), [&byNumber](const QString &a, const QString &b) {
+        return byNumber.compare(QFileInfo(a).fileName(), QFileInfo(b).fileName()) < 0;
+    });
     const QList<int> rows = m_table->selectedRows();
     if (files.size() != 1 && files.size() != rows.size()) {
         CVXSMessageBox::warning(this, CVXUtilityFns::getAppName(),

@@ -21,8 +21,12 @@ EditMenu::EditMenu(QMenu *menu, CVXSWorkspace *workspace, QObject *parent)
     connect(m_copyPicture, &QAction::triggered, this, &EditMenu::copyPicture);
     connect(m_paste, &QAction::triggered, this, &EditMenu::paste);
     connect(menu, &QMenu::aboutToShow, this, &EditMenu::showState);
-    connect(workspace, &QMdiArea::subWindowActivated, this, &EditMenu::follow);
-    connect(workspace, &CVXSWorkspace::activeChildChanged, this, &EditMenu::follow);
+    // Not at once: the window that is left may be in the middle of its own destruction.
+    m_later.setSingleShot(true);
+    m_later.setInterval(0);
+    connect(&m_later, &QTimer::timeout, this, &EditMenu::follow);
+    connect(workspace, &QMdiArea::subWindowActivated, this, [this] { m_later.start(); });
+    connect(workspace, &CVXSWorkspace::activeChildChanged, this, [this] { m_later.start(); });
     connect(QApplication::clipboard(), &QClipboard::dataChanged, this, &EditMenu::showState);
     follow();
 }

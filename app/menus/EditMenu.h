@@ -3,6 +3,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QTimer>
 
 class CVXSChildWindow;
 class CVXSWorkspace;
@@ -39,4 +40,5 @@ private:
     QAction *m_copy;
     QAction *m_copyPicture;
     QAction *m_paste;
+    QTimer m_later;
 };

@@ -115,7 +115,19 @@ public:
     /// Whether a value is of its pixel (counts of a camera, which adds up the charge of the pixels that it
     /// bins) or per area or of no extent (radiance, ratios): then, and unless set, false.
     bool valuesAddUp() const { return m_valuesAddUp; }
-    void setValuesAddUp(bool addUp) { m_valuesAddUp = addUp; }
+    /// Also says that no pixel is a sum yet.
+    void setValuesAddUp(bool addUp)
+    {
+        m_valuesAddUp = addUp;
+        m_pixelsAdded = 1.0;
+    }
+    /// Takes over whether values add up, and of how many pixels, from an image that is the left operand of an
+    /// operation that was written the other way round.
+    void takeValuesOf(const CILImage &other)
+    {
+        m_valuesAddUp = other.m_valuesAddUp;
+        m_pixelsAdded = other.m_pixelsAdded;
+    }
     /// Pixels that one pixel is the sum of, after binning of values that add up; 1 before. The camera's
     /// ceiling of such an image is that many times as high.
     double pixelsAdded() const { return m_pixelsAdded; }

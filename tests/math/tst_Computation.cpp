@@ -276,6 +276,7 @@ void tst_Computation::binnedCountsAddUpAndGiveTheSamePhotons()
         QCOMPARE(m_a.pixelAt(i % 16, i / 16), m_b.pixelAt(i % 16, i / 16));
     QVERIFY(counts.valuesAddUp());
     QCOMPARE(inCounts.record.binning, 8.0);
+    QCOMPARE(counts.pixelsAdded(), isAFine ? 4.0 : 1.0); // as of the left operand
     // As a result is calibrated: by its own binning.
     CVXSDataset result(QStringLiteral("AB20260102030407"));
     result.getClickInfo()->fromText(m_request.a.dataset->getClickInfo()->toText(), nullptr);

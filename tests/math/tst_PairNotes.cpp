@@ -56,6 +56,8 @@ private Q_SLOTS:
     void theMasksField_data();
     void theMasksField();
     void saturatedPixelsInTheRoiOfK_data();
+    void anRoiOfAnotherPairOrUnit();
+    void aRatioWithSomethingElse();
     void saturatedPixelsInTheRoiOfK();
 
 private:
@@ -193,7 +195,8 @@ void tst_PairNotes::onlyOneOfTheTwoIsCorrected_data()
     row("both", true, true, true, true, counts, QStringList());
     row("the flat field of A", true, false, false, false, counts, QStringList{flatA});
     row("the flat field of B, in radiance", false, true, true, true, int(EUNIT_RADIANCE), QStringList{flatB});
-    row("a flat field cancels out of efficiency", true, false, false, false, int(EUNIT_EFFICIENCY), QStringList());
+    row("a flat field cancels out of efficiency", true, false, false, false, int(EUNIT_EFFICIENCY),
+        QStringList());
     row("the background of A", false, false, true, false, counts, QStringList{backgroundA});
     row("the background of B, and the flat field of A", true, false, false, true, counts,
         QStringList{flatA, backgroundB});
@@ -251,6 +254,45 @@ void tst_PairNotes::theMasksField()
         QCOMPARE(notes.first().kind, Note::Kind::MaskField);
 }
 
+void tst_PairNotes::anRoiOfAnotherPairOrUnit()
+{
+    imagemath::RoiOfK roi;
+    roi.name = "Back";
+    roi.unit = unitKey(EUNIT_COUNTS);
+    roi.inA = {"A1", 5.0, 7};
+    roi.inB = {"B1", 4.0, 0};
+    imagemath::OperandRecord a;
+    imagemath::OperandRecord b;
+    a.clickNumber = "A1";
+    b.clickNumber = "B1";
+    const auto notes = [&](tag_edisplayunit unit) {
+        return imagemath::textsOf(imagemath::roiNotes(roi, a, b, unit));
+    };
+    QCOMPARE(notes(EUNIT_COUNTS),
+             QStringList("k is from the ROI \"Back\", where 7 pixels of A are saturated"));
+    QCOMPARE(notes(EUNIT_RADIANCE), QStringList("k is from the ROI \"Back\" in another unit, counts"));
+    std::swap(a, b);
+    QCOMPARE(notes(EUNIT_COUNTS), QStringList("k is from the ROI \"Back\" of another pair, A1 and B1"));
+}
+
+void tst_PairNotes::aRatioWithSomethingElse()
+{
+    const auto notes = [this] {
+        return imagemath::textsOf(imagemath::valuesNotes(*m_a, *m_b, EUNIT_COUNTS));
+    };
+    const auto become = [](CVXSDataset *dataset, const char *operation) {
+        clickinfo::ensureSection(dataset->getClickInfo(), clickinfo::SECTION_LUMINESCENT)
+            ->setValue(clickinfo::KEY_MATH_OPERATION, QString(operation));
+    };
+    QCOMPARE(notes(), QStringList());
+    become(m_a, "(A / B) * k");
+    QCOMPARE(notes(), QStringList("A and B are of different kinds: ratio and counts"));
+    become(m_b, "A * B * k");
+    QCOMPARE(notes(), QStringList("A and B are of different kinds: ratio and product"));
+    become(m_b, "A/B if Counts(B)>k");
+    QCOMPARE(notes(), QStringList());
+}
+
 void tst_PairNotes::saturatedPixelsInTheRoiOfK_data()
 {
     QTest::addColumn<int>("inA");
@@ -272,7 +314,7 @@ void tst_PairNotes::saturatedPixelsInTheRoiOfK()
     roi.name = QStringLiteral("Bkg 1");
     roi.inA.saturatedPixels = inA;
     roi.inB.saturatedPixels = inB;
-    QCOMPARE(imagemath::textsOf(imagemath::roiNotes(roi)),
+    QCOMPARE(imagemath::textsOf(imagemath::roiNotes(roi, {}, {}, EUNIT_COUNTS)),
              text.isEmpty() ? QStringList() : QStringList(text));
 }
 

@@ -98,6 +98,9 @@ void CVXSDataset::setColorLimits(const ColorLimits &limits)
 {
     if (!areUsable(limits) || (d->colorLimits && isSame(*d->colorLimits, limits)))
         return;
+    // What holds without a choice needs none; a result opens with limits of its own.
+    if (!d->colorLimits && limits.mode == ELIMITS_AUTO && !d->isResult())
+        return;
     d->colorLimits = limits;
     d->writeColorLimits();
     Q_EMIT displayChanged();

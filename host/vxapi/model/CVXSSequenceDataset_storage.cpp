@@ -175,6 +175,8 @@ bool CVXSSequenceDataset::loadNext(QStringList *warnings)
     }
     Private::Entry &entry = d->entries[d->opening->next++];
     const QString clickNumber = entry.clickNumber;
+    if (entry.dataset) // added meanwhile
+        return true;
     QString reason;
     entry.dataset = d->openClick(clickNumber, &reason);
     if (entry.dataset)

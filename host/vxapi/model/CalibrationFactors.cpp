@@ -4,6 +4,7 @@
 #include "host/vxapi/model/clickinfo/ClickInfoKeys.h"
 #include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 #include "host/vxapi/model/clickinfo/ConstantRanges.h"
+#include "host/vxparser/CPLClickInfo.h"
 
 #include <algorithm>
 #include <cmath>
@@ -35,6 +36,24 @@ bool isOneOf(QLatin1String key, std::initializer_list<QLatin1String> keys)
     return std::find(keys.begin(), keys.end(), key) != keys.end();
 }
 
+/// Also of a result of such an import, which has the version of its operand before its own.
+bool isImportOf10(const CPLClickInfo &info)
+{
+    const CPLSection *section = info[QString(SECTION_CLICK_NUMBER)];
+    QStringList keys;
+    QStringList values;
+    if (section) {
+        section->getKeyList(&keys);
+        section->getValueList(&values);
+    }
+    for (int i = 0; i < keys.size(); ++i) {
+        if (keys.at(i).compare(KEY_VERSION, Qt::CaseInsensitive) == 0 &&
+            values.at(i).startsWith(QLatin1String("1.0")))
+            return true;
+    }
+    return false;
+}
+
 /// The import of version 1.0 wrote 1 where nobody had entered anything. A camera with all three of these has
 /// never been built.
 bool isMadeUp(const CPLClickInfo &info, QLatin1String key)
@@ -42,8 +61,7 @@ bool isMadeUp(const CPLClickInfo &info, QLatin1String key)
     const auto isOne = [&info](QLatin1String section, QLatin1String name) {
         return textOf(info, section, name) == QLatin1String("1");
     };
-    return isOneOf(key, {KEY_GAIN, KEY_QUANTUM_EFFICIENCY, KEY_TRANSMISSION}) &&
-           textOf(info, SECTION_CLICK_NUMBER, KEY_VERSION).startsWith(QLatin1String("1.0")) &&
+    return isOneOf(key, {KEY_GAIN, KEY_QUANTUM_EFFICIENCY, KEY_TRANSMISSION}) && isImportOf10(info) &&
            !textOf(info, SECTION_LUMINESCENT, KEY_IMPORTED_FROM).isNull() &&
            isOne(SECTION_CAMERA, KEY_GAIN) && isOne(SECTION_CAMERA, KEY_QUANTUM_EFFICIENCY) &&
            isOne(SECTION_LUMINESCENT, KEY_TRANSMISSION);

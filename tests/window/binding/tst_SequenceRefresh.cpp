@@ -320,7 +320,11 @@ void tst_SequenceRefresh::aChangeOfTheSequenceComputesOnce()
     QFETCH(int, unit);
     QFETCH(int, table);
     BoundWindow bound;
-    QVERIFY(bound.showClicks({100.0f, 50.0f, 20.0f}));
+    for (const char *number : {"A1", "A2", "A3"})
+        bound.addClick(QString::fromLatin1(number));
+    bound.workspace()->showSequence(bound.sequence()); // whose window announces changes as well
+    QVERIFY(bound.saveAndBind());
+    bound.show();
     bound.window()->m_pListBoxA->setCurrentRow(1);
     bound.window()->m_pListBoxB->setCurrentRow(2);
     bound.window()->forgetCalls();

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "host/vxapi/model/clickinfo/ClickInfoValues.h"
 #include "host/vxapi/model/DisplayUnits.h"
 #include "host/vxapi/view/windows/CVXSWorkspace.h"
 #include "host/vxparser/CPLClickInfo.h"
@@ -54,6 +55,7 @@ private Q_SLOTS:
     void aMissingRecordStops();
     void aTotalThatIsNotThereIsNoK();
     void resultsInEfficiencyAreComparedByTheirEfficiency();
+    void aRatioAndCountsGiveNoK();
     void aNameThatIsNoROIStops();
     void textsOneInTheOther();
     void theSourceIsAWhereItsTextContainsTheDatasets_data();
@@ -548,6 +550,27 @@ void tst_KFromROI::resultsInEfficiencyAreComparedByTheirEfficiency()
     QCOMPARE(rois("A2")->rois().size(), 0);
     // In counts, the sequence's unit, such a pair has no pixels: that is told, and nothing about k.
     QCOMPARE(log.toolMessages().filter(QStringLiteral("k stays")), QStringList());
+}
+
+void tst_KFromROI::aRatioAndCountsGiveNoK()
+{
+    makeDefault();
+    const auto becomeRatio = [](CVXSDataset *dataset) {
+        clickinfo::ensureSection(dataset->getClickInfo(), clickinfo::SECTION_LUMINESCENT)
+            ->setValue(clickinfo::KEY_MATH_OPERATION, QString("(A / B) * k"));
+        clickinfo::ensureSection(dataset->getClickInfo(), clickinfo::SECTION_GRAPH_CONTROLS)
+            ->setValue(clickinfo::KEY_INTENSITY_CALIBRATION, QString("counts"));
+    };
+    becomeRatio(dataset("A1"));
+    QVERIFY(addBox("A1", "Tumor", BOX));
+    LogCatcher log;
+    choose("A1", "Tumor");
+    QCOMPARE(window()->m_kValue, 7.0f);
+    QCOMPARE(log.toolFailures(), QStringList("k stays as it is: \"Tumor\" has no total in A1 or A2"));
+    QCOMPARE(names(rois("A2")), QStringList());
+    becomeRatio(dataset("A2")); // two ratios can be compared
+    choose("A1", "Tumor");
+    QVERIFY(isClose(window()->m_kValue, sum(countsOfA, BOX) / sum(countsOfB, BOX)));
 }
 
 void tst_KFromROI::aNameThatIsNoROIStops()

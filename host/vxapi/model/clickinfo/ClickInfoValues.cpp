@@ -60,7 +60,7 @@ clickinfo::ResultValues clickinfo::resultValuesOf(const CPLClickInfo &info)
         const QString &operation = values.at(i);
         if (operation.contains(QLatin1Char('/')))
             return ResultValues::Ratio;
-        if (!operation.contains(QLatin1Char('+')) && !operation.contains(QLatin1Char('-')))
+        if (operation.startsWith(QLatin1String("A * B")))
             return ResultValues::Product;
     }
     return ResultValues::InUnit;

@@ -215,7 +215,9 @@ void CVXSSequenceWindow::Private::sequenceChanged()
         if (!before.contains(clickNumber))
             added.append(clickNumber);
     }
-    Q_EMIT q->signalUpdateMeasurmentsCombobox(added.size() == 1 ? added.first() : QString());
+    // A change of unit or colours is announced by the sequence itself; here it would be a second time.
+    if (clickNumbers != before)
+        Q_EMIT q->signalUpdateMeasurmentsCombobox(added.size() == 1 ? added.first() : QString());
 }
 
 void CVXSSequenceWindow::Private::makeNextThumbnail()

@@ -274,6 +274,7 @@ void tst_ImageImport::constantsThatVersion1MadeUpAreNone_data()
     row("with a gain that was entered", QString("1.0.0"), QString("2"), true, true);
     row("a later version, where 1 was entered", QString("1.1.0"), QString("1"), true, true);
     row("what was not imported", QString("1.0.0"), QString("1"), false, true);
+    row("a result of such an import", QString("1.0.0|1.1.0"), QString("1"), true, false);
 }
 
 void tst_ImageImport::constantsThatVersion1MadeUpAreNone()
@@ -289,7 +290,9 @@ void tst_ImageImport::constantsThatVersion1MadeUpAreNone()
     if (isImported)
         spec.luminescentKeys.insert(KEY_IMPORTED_FROM, "mouse.tif");
     CVXSDataset *dataset = study.add(spec);
-    ensureSection(dataset->getClickInfo(), SECTION_CLICK_NUMBER)->setValue(KEY_VERSION, version);
+    const QStringList versions = version.split('|'); // a result has its own behind that of its operand
+    for (const QString &each : versions)
+        ensureSection(dataset->getClickInfo(), SECTION_CLICK_NUMBER)->addKeyValue(KEY_VERSION, each);
     CILImage image;
     QCOMPARE(dataset->getCalibratedLuminImage(EUNIT_RADIANCE, &image, "test"),
              isUsable ? ESTATUS_SUCCESS : ESTATUS_BAD_VALUE);
