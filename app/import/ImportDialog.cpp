@@ -182,7 +182,7 @@ void ImportDialog::chooseFiles(int column)
     if (files.isEmpty())
         return;
     rememberFolder(files.first());
-    QCollator byNumber; // "dark2" before "dark10"
+    QCollator byNumber{QLocale()}; // "dark2" before "dark10"
     byNumber.setNumericMode(true);
     std::sort(files.begin(), files.end(), [&byNumber](const QString &a, const QString &b) {
         return byNumber.compare(QFileInfo(a).fileName(), QFileInfo(b).fileName()) < 0;

@@ -657,7 +657,9 @@ void tst_Computation::theRoiOfKGoesIntoTheRecord()
     QVERIFY(!compute("A - B * k").record.roiOfK);
     RoiOfK roi;
     roi.name = "Bkg 1";
-    roi.inA.saturatedPixels = 7;
+    roi.unit = unitKey(EUNIT_COUNTS);
+    roi.inA = {A, 5.0, 7};
+    roi.inB = {B, 4.0, 0};
     m_request.roiOfK = roi;
     const Outcome made = compute("A - B * k");
     QVERIFY(made.record.roiOfK);

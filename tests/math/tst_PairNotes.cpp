@@ -284,6 +284,7 @@ void tst_PairNotes::aRatioWithSomethingElse()
         clickinfo::ensureSection(dataset->getClickInfo(), clickinfo::SECTION_LUMINESCENT)
             ->setValue(clickinfo::KEY_MATH_OPERATION, QString(operation));
     };
+    add(specOf(A), specOf(B));
     QCOMPARE(notes(), QStringList());
     become(m_a, "(A / B) * k");
     QCOMPARE(notes(), QStringList("A and B are of different kinds: ratio and counts"));
@@ -311,6 +312,7 @@ void tst_PairNotes::saturatedPixelsInTheRoiOfK()
     QFETCH(int, inB);
     QFETCH(QString, text);
     imagemath::RoiOfK roi;
+    roi.unit = unitKey(EUNIT_COUNTS);
     roi.name = QStringLiteral("Bkg 1");
     roi.inA.saturatedPixels = inA;
     roi.inB.saturatedPixels = inB;

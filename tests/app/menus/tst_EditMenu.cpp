@@ -114,10 +114,10 @@ private Q_SLOTS:
         QVERIFY(f.action("actionPaste")->isEnabled());
         // A sequence's window takes no ROIs; its picture is there to be copied.
         f.window->parts().workspace->showSequence(f.sequence);
-        QVERIFY(!f.action("actionPaste")->isEnabled());
+        QTRY_VERIFY(!f.action("actionPaste")->isEnabled());
         QVERIFY(f.action("actionCopy")->isEnabled());
         f.show(1);
-        QVERIFY(f.action("actionPaste")->isEnabled());
+        QTRY_VERIFY(f.action("actionPaste")->isEnabled());
         QApplication::clipboard()->setText(QStringLiteral("from elsewhere"));
         QTRY_VERIFY(!f.action("actionPaste")->isEnabled());
     }
@@ -131,9 +131,9 @@ private Q_SLOTS:
         CVXSImageWindow *window = f.window->parts().workspace->showDataset(&empty);
         QCOMPARE(CVXSChildWindow::getActiveChildWnd(), window);
         for (const char *name : {"actionCopy", "actionCopyPicture", "actionPaste"})
-            QVERIFY2(!f.action(name)->isEnabled(), name);
+            QTRY_VERIFY2(!f.action(name)->isEnabled(), name);
         delete window->subWindow();
-        QVERIFY(f.action("actionCopy")->isEnabled());
+        QTRY_VERIFY(f.action("actionCopy")->isEnabled());
     }
 
     void selectedRoisAreCopiedAndElseThePicture()

@@ -296,5 +296,6 @@ ESTATUS CVXSSequenceWindow::saveSequence()
 
 void CVXSSequenceWindow::refreshAfterDatasetAdded()
 {
-    d->sequenceChanged();
+    d->rebuild();
+    Q_EMIT signalUpdateMeasurmentsCombobox(QString());
 }
