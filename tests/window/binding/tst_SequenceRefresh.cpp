@@ -333,8 +333,12 @@ void tst_SequenceRefresh::aChangeOfTheSequenceComputesOnce()
     adjust.colorTable = VXS_COLORTABLE_TYPES(table);
     bound.sequence()->setImageAdjust(adjust);
     QCOMPARE(bound.window()->computations, 1);
-    QCOMPARE(bound.window()->m_pListBoxA->currentRow(), 1);
-    QCOMPARE(bound.window()->m_pListBoxB->currentRow(), 2);
+    bound.addClick(QStringLiteral("A4"));
+    QCOMPARE(bound.window()->computations, 2);
+    bound.sequence()->removeDataset(QStringLiteral("A1"));
+    QCOMPARE(bound.window()->computations, 3);
+    QCOMPARE(bound.window()->m_pListBoxA->currentItem()->text(), QString("A2"));
+    QCOMPARE(bound.window()->m_pListBoxB->currentItem()->text(), QString("A3"));
 }
 
 void tst_SequenceRefresh::theDatasetOfAGoesWithoutAFailure()

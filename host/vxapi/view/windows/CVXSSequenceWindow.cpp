@@ -65,7 +65,6 @@ public:
     void followLoading();
     QSize cellSize() const;
     void rebuild();
-    void sequenceChanged();
     void makeNextThumbnail();
     QListWidgetItem *addItem(const QString &clickNumber);
     void describe(QListWidgetItem *item) const;
@@ -162,7 +161,7 @@ void CVXSSequenceWindow::Private::followLoading()
         updateTitle();
         thumbnailTimer.start(0);
     });
-    connect(sequence, &CVXSSequenceDataset::loaded, q, [this] { sequenceChanged(); });
+    connect(sequence, &CVXSSequenceDataset::loaded, q, [this] { rebuild(); });
 }
 
 // Wide enough for the longest click number (cut off, they would all read the same), and for the names of files
@@ -206,20 +205,6 @@ void CVXSSequenceWindow::Private::rebuild()
     thumbnailTimer.start(0);
 }
 
-void CVXSSequenceWindow::Private::sequenceChanged()
-{
-    const QStringList before = clickNumbers;
-    rebuild();
-    QStringList added;
-    for (const QString &clickNumber : qAsConst(clickNumbers)) {
-        if (!before.contains(clickNumber))
-            added.append(clickNumber);
-    }
-    // A change of unit or colours is announced by the sequence itself; here it would be a second time.
-    if (clickNumbers != before)
-        Q_EMIT q->signalUpdateMeasurmentsCombobox(added.size() == 1 ? added.first() : QString());
-}
-
 void CVXSSequenceWindow::Private::makeNextThumbnail()
 {
     for (int row = 0; sequence && row < list->count(); ++row) {
@@ -256,7 +241,7 @@ CVXSSequenceWindow::CVXSSequenceWindow(CVXSSequenceDataset *sequence, QWidget *p
     resize(580, 440);
     if (!sequence)
         return;
-    connect(sequence, &CVXSSequenceDataset::updateOnChangeSequence, this, [this] { d->sequenceChanged(); });
+    connect(sequence, &CVXSSequenceDataset::updateOnChangeSequence, this, [this] { d->rebuild(); });
     connect(sequence, &CVXSSequenceDataset::saved, this, [this] { d->updateTitle(); });
     d->followLoading();
     connect(sequence, &QObject::destroyed, this, [this] {

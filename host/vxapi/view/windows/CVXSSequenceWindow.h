@@ -28,7 +28,8 @@ public:
     void refreshAfterDatasetAdded() override;
 
 Q_SIGNALS:
-    /// The list of measurable clicks changed; the text is the click number concerned, or empty.
+    /// A dataset was added that is not the sequence's; the text is its click number, or empty. What changes in the
+    /// sequence itself the sequence announces.
     void signalUpdateMeasurmentsCombobox(QString clickNumber);
     /// The user asks for the image window of that click.
     void datasetActivated(const QString &clickNumber);

@@ -128,14 +128,12 @@ private Q_SLOTS:
         QSignalSpy spy(&window, &CVXSSequenceWindow::signalUpdateMeasurmentsCombobox);
         add(sequence, QStringLiteral("SW2b"), true, false);
         QCOMPARE(listOf(window)->count(), 2);
-        QCOMPARE(spy.count(), 1);
-        QCOMPARE(spy.last().at(0).toString(), QStringLiteral("SW2b"));
         sequence.removeDataset(QStringLiteral("SW2a"));
         QCOMPARE(listOf(window)->count(), 1);
-        QCOMPARE(spy.count(), 2);
-        QCOMPARE(spy.last().at(0).toString(), QString());
+        // The sequence itself announces that; who hears both would compute twice.
+        QCOMPARE(spy.count(), 0);
         window.refreshAfterDatasetAdded();
-        QCOMPARE(spy.count(), 3);
+        QCOMPARE(spy.count(), 1);
     }
 
     void activatingAThumbnailAsksForItsImageWindow()
